@@ -1,0 +1,98 @@
+// The consent beacon: one small JSON object a view or save, handed to the core library to post.
+
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/platform/core/Runtime.h"
+#include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
+#include "vxprivacy/platform/core/VXNotifications.h"
+#include "vxprivacy/platform/core/VXUserDefaults.h"
+#include "vxprivacy/platform/core/VXVariables.h"
+#include "vxprivacy/platform/foundation/Text.h"
+
+namespace vx {
+
+namespace {
+
+constexpr std::int32_t kViewAction = 1;
+
+std::int32_t configurationVersion() {
+    const auto file = VXConfigurationFileFactory::sharedInstance().getConfigurationFile("privacy");
+    return file ? file->version() : 0;
+}
+
+// The accepted entries of a saved list, without their prefix, joined with commas.
+std::string acceptedIDs(std::string_view list, std::string_view prefix) {
+    const std::string keys = VXUserDefaults::retrieveInfoFromUserDefaults(list).value_or("");
+    std::string ids;
+    for (std::string_view key : split(keys, ';')) {
+        if (!key.starts_with(prefix) || VXUserDefaults::retrieveInfoFromUserDefaults(key) != "1")
+            continue;
+        if (!ids.empty())
+            ids += ',';
+        ids += removingAll(key, prefix);
+    }
+    return ids;
+}
+
+std::string acceptedCategoriesAndFeatures() {
+    std::string ids = acceptedIDs(kVXSavedCategories, kVXCategoryPrefix);
+    // With features but no categories the list begins with a comma, deliberately.
+    if (const auto features = acceptedIDs(kVXSavedFeatures, kVXFeaturePrefix); !features.empty())
+        ids.append(",").append(features);
+    return ids;
+}
+
+} // namespace
+
+void VXMobilePrivacy::viewConsent() {
+    sendConsentHit(kViewAction, kVXTypeActionViewPrivacyCenter);
+}
+
+void VXMobilePrivacy::sendConsentHit(std::int32_t action, std::string_view type) {
+    sendConsentHitToVX(action, type);
+}
+
+void VXMobilePrivacy::sendConsentHitToVX(std::int32_t action, std::string_view type) {
+    // Values are put in as they are: one that contains a quote breaks the JSON, deliberately.
+    std::string body = "{\"privacyBeacon\":{";
+    body += formatted("\"id_vx\":\"0\",\"id_privacy\":%d,\"site\":%d,\"version\":\"%d\",",
+                      {privacyID_, clientSiteID_, configurationVersion()});
+    if (action == kViewAction) {
+        body += "\"privacy_action\":\"V\",";
+    } else {
+        body += formatted("\"privacy_action\":\"%@\",",
+                          {VXUserDefaults::retrieveInfoFromUserDefaults(kVXPrivacyConsent)});
+        body += formatted("\"list_categories\":\"%@\",", {acceptedCategoriesAndFeatures()});
+        body +=
+            formatted("\"list_vendors\":\"%@\",", {acceptedIDs(kVXSavedVendors, kVXVendorPrefix)});
+    }
+    body += formatted("\"type_action\":\"%@\",", {type});
+    body += formatted("\"vxpid\":\"%@\",", {resolveUserID()});
+    body += formatted("\"vxua\":\"%@\"",
+                      {VXCoreVariables::sharedInstance().getData(kVXPredefinedVariable_UserAgent)});
+    body += "}}";
+    senderDelegate_->send(
+        {std::string(kVXNotification_HTTPRequest), this,
+         Notification::UserInfo{{std::string(kVXUserInfo_URLKey),
+                                 platform().hosts.consentCollector + "/privacy-consent/"},
+                                {std::string(kVXUserInfo_POSTData), body},
+                                {std::string(kVXUserInfo_ResponseKey), "Consent"}}});
+}
+
+std::optional<std::string> VXMobilePrivacy::resolveUserID() const {
+    const VXCoreVariables& core = VXCoreVariables::sharedInstance();
+    if (!userID_)
+        return core.getData(kVXPredefinedVariable_SDKID);
+    if (vxInstance_) {
+        if (auto value = vxInstance_->getPermanentData(*userID_))
+            return value;
+        if (auto value = VXPredefinedVariables::sharedInstance().getData(*userID_))
+            return value;
+    }
+    if (auto value = core.getData(*userID_))
+        return value;
+    return userID_;
+}
+
+} // namespace vx

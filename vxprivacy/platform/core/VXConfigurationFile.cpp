@@ -1,0 +1,67 @@
+#include "vxprivacy/platform/core/VXConfigurationFile.h"
+
+#include "vxprivacy/platform/foundation/Text.h"
+
+#include <utility>
+
+namespace vx {
+
+VXConfigurationFile::~VXConfigurationFile() = default;
+
+void VXConfigurationFile::setSiteID(std::int32_t siteID, std::int32_t fileID,
+                                    std::string_view fileName, std::string_view versionPath,
+                                    const std::optional<std::string>& url) {
+    setPackaged(fileName, versionPath);
+    source_ = url ? Source::Address : Source::ConfigurationCDN;
+    siteID_ = siteID;
+    fileID_ = fileID;
+    baseURL_ = url;
+}
+
+void VXConfigurationFile::setPackaged(std::string_view fileName, std::string_view versionPath) {
+    source_ = Source::Packaged;
+    offlineName_ = fileName;
+    sharedName_ = fileName;
+    versionPath_ = versionPath;
+}
+
+void VXConfigurationFile::setDocument(JSONValue document) {
+    document_ = std::move(document);
+    version_ = getJsonLeaf(document_, versionPath_).integerValue();
+}
+
+void VXConfigurationFile::install(std::string_view oldText, std::string_view newText,
+                                  JSONValue newDocument) {
+    specificUpdate(oldText, newText);
+    setDocument(std::move(newDocument));
+}
+
+JSONValue VXConfigurationFile::getJSONDictionaryFromString(std::string_view text) {
+    const JSONValue value = JSONValue::parse(text);
+    return value.isObject() ? value : JSONValue();
+}
+
+JSONValue VXConfigurationFile::getJsonLeaf(const JSONValue& dictionary, std::string_view path) {
+    JSONValue leaf = dictionary;
+    for (std::string_view key : split(path, '/'))
+        leaf = leaf[key];
+    return leaf;
+}
+
+bool VXConfigurationFile::specificUpdate(std::string_view, std::string_view) {
+    return false;
+}
+
+void VXConfigurationFile::copyDescription(const VXConfigurationFile& other) {
+    source_ = other.source_;
+    siteID_ = other.siteID_;
+    fileID_ = other.fileID_;
+    offlineName_ = other.offlineName_;
+    sharedName_ = other.sharedName_;
+    baseURL_ = other.baseURL_;
+    version_ = other.version_;
+    versionPath_ = other.versionPath_;
+    bundle_ = other.bundle_;
+}
+
+} // namespace vx

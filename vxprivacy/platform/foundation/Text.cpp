@@ -1,0 +1,120 @@
+#include "vxprivacy/platform/foundation/Text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <iterator>
+#include <limits>
+
+namespace vx {
+
+namespace {
+
+bool isSpace(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool startsWithDigit(std::string_view text) {
+    return !text.empty() && isDigit(text.front());
+}
+
+std::string_view withoutLeadingSpace(std::string_view text) {
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+// Takes a sign off the front of `text`; says whether it was a minus.
+bool takeSign(std::string_view& text) {
+    if (text.empty() || (text.front() != '-' && text.front() != '+'))
+        return false;
+    const bool negative = text.front() == '-';
+    text.remove_prefix(1);
+    return negative;
+}
+
+// The number in front of `text`, of which a negative one is the negated magnitude; the type's limit
+// when it does not fit.
+template <class Integer>
+Integer leadingInteger(std::string_view digits, bool negative) {
+    using Limits = std::numeric_limits<Integer>;
+    Integer magnitude = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), magnitude);
+    if (result.ec == std::errc::result_out_of_range)
+        return negative ? Limits::min() : Limits::max();
+    return negative ? static_cast<Integer>(-magnitude) : magnitude;
+}
+
+} // namespace
+
+std::string formatted(std::string_view format, std::initializer_list<FormatArgument> arguments) {
+    std::string text;
+    auto argument = arguments.begin();
+    for (std::size_t at = 0; at < format.size(); ++at) {
+        const std::string_view placeholder = format.substr(at, 2);
+        if (argument != arguments.end() && (placeholder == "%@" || placeholder == "%d")) {
+            text += (argument++)->text();
+            ++at;
+        } else {
+            text += format[at];
+        }
+    }
+    return text;
+}
+
+std::string numberedKey(std::string_view prefix, std::int32_t number) {
+    char digits[11]; // a sign and ten digits
+    char* end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    std::string key;
+    key.reserve(prefix.size() + sizeof digits);
+    return key.append(prefix).append(std::begin(digits), end);
+}
+
+std::vector<std::string_view> split(std::string_view text, char separator) {
+    std::vector<std::string_view> pieces;
+    pieces.reserve(static_cast<std::size_t>(std::ranges::count(text, separator)) + 1);
+    while (true) {
+        const std::size_t end = text.find(separator);
+        pieces.push_back(text.substr(0, end));
+        if (end == std::string_view::npos)
+            return pieces;
+        text.remove_prefix(end + 1);
+    }
+}
+
+std::string removingAll(std::string_view text, std::string_view part) {
+    std::string rest;
+    for (std::size_t at; (at = text.find(part)) != std::string_view::npos;) {
+        rest += text.substr(0, at);
+        text.remove_prefix(at + part.size());
+    }
+    return rest += text;
+}
+
+std::int32_t integerValue(std::string_view text) {
+    text = withoutLeadingSpace(text);
+    const bool negative = takeSign(text);
+    return startsWithDigit(text) ? leadingInteger<std::int32_t>(text, negative) : 0;
+}
+
+std::uint64_t unsignedInteger(std::string_view text) {
+    const std::string terminated(text);
+    return std::strtoull(terminated.c_str(), nullptr, 0);
+}
+
+std::optional<std::int64_t> decimalInteger(std::string_view text) {
+    const bool negative = takeSign(text);
+    const std::size_t point = std::min(text.find('.'), text.size());
+    const std::string_view whole = text.substr(0, point);
+    const std::string_view fraction = text.substr(std::min(point + 1, text.size()));
+    if (whole.empty() || !std::ranges::all_of(whole, isDigit) ||
+        !std::ranges::all_of(fraction, isDigit))
+        return {};
+    return leadingInteger<std::int64_t>(whole, negative);
+}
+
+} // namespace vx

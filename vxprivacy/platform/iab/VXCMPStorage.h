@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+
+namespace vx {
+
+/// The IAB library's storage of TC data. Where the library is absent (`present()` says so) the
+/// operations do nothing.
+class VXCMPStorage {
+public:
+    static bool present();
+
+    static void setCMPSDKID();
+    static void saveConsentString(std::string_view consent);
+    static void resetTCData();
+};
+
+} // namespace vx

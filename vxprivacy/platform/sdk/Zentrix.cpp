@@ -1,0 +1,7 @@
+#include "vxprivacy/platform/sdk/Zentrix.h"
+
+namespace vx {
+
+Zentrix::~Zentrix() = default;
+
+} // namespace vx

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace vx {
+
+/// A colour; every component from 0 to 1.
+struct Colour {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+    double alpha = 1;
+
+    friend bool operator==(const Colour&, const Colour&) = default;
+};
+
+} // namespace vx
