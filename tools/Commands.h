@@ -1,0 +1,17 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace vx::tools {
+
+/// Exit status of a command that cannot use what it was given.
+inline constexpr int kUnusableInput = 2;
+
+// Each adds one subcommand. A command that fails reports it on standard error and throws
+// `CLI::RuntimeError` with its exit status.
+void addPlay(CLI::App& app);
+void addStudio(CLI::App& app);
+
+} // namespace vx::tools

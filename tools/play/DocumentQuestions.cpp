@@ -1,0 +1,108 @@
+#include <cmath>
+
+#include "tools/play/Session.h"
+#include "vxprivacy/configuration/VXPrivacyConfiguration.h"
+
+namespace vx::tools::play {
+
+namespace {
+
+using recording::Event;
+
+constexpr std::string_view kVersionPath = "information/version";
+
+// Rounded to three decimals; a whole number without any.
+Event rounded(double number) {
+    const double thousandths = std::round(number * 1000);
+    if (std::fmod(thousandths, 1000) == 0)
+        return static_cast<std::int64_t>(thousandths / 1000);
+    return thousandths / 1000;
+}
+
+Event asArray(const Colour& colour) {
+    return Event::array(
+        {rounded(colour.red), rounded(colour.green), rounded(colour.blue), rounded(colour.alpha)});
+}
+
+Event asEvent(const JSONValue& value) {
+    switch (value.type()) {
+    case JSONValue::Type::Boolean:
+        return *value.boolean();
+    case JSONValue::Type::Number:
+        return value.integer() ? Event(*value.integer()) : Event(*value.number());
+    case JSONValue::Type::String:
+        return *value.string();
+    case JSONValue::Type::Array: {
+        Event array = Event::array();
+        for (const JSONValue& element : value.elements())
+            array.push_back(asEvent(element));
+        return array;
+    }
+    case JSONValue::Type::Object: {
+        Event object = Event::object();
+        for (const auto& [key, member] : value.members())
+            object[std::string(key)] = asEvent(member);
+        return object;
+    }
+    default:
+        return nullptr;
+    }
+}
+
+std::shared_ptr<VXPrivacyConfiguration> configurationOf(const std::string& document) {
+    VXConfigurationFile source;
+    source.setPackaged("privacy", kVersionPath);
+    source.setDocument(VXConfigurationFile::getJSONDictionaryFromString(document));
+    return VXPrivacyConfiguration::initFromConfiguration(source);
+}
+
+void configuration(Session& session, const Step& step) {
+    const auto file = configurationOf(step.text("document"));
+    Event customisation = Event::object();
+    for (const auto& [name, colour] : file->customisation())
+        customisation[name] = asArray(colour);
+    Event categories = Event::array();
+    for (const JSONValue& id : VXPrivacyConfiguration::categoryList(file->getJSONDictionary()))
+        categories.push_back(asEvent(id));
+    session.answer({{"components", recording::asObject(file->components())},
+                    {"customisation", customisation},
+                    {"categories", categories}});
+}
+
+void text(Session& session, const Step& step) {
+    const std::string document = step.text("document");
+    const std::string key = step.text("key");
+    const auto suffix = step.has("suffix") ? step.textOrNull("suffix") : std::nullopt;
+    const auto text = configurationOf(document)->getTextForKey(key, suffix);
+    session.answer(text ? Event(*text) : Event());
+}
+
+void colour(Session& session, const Step& step) {
+    session.answer(asArray(VXPrivacyConfiguration::parseUIColorFromHex(step.text("text"))));
+}
+
+void change(Session& session, const Step& step) {
+    const std::string oldText = step.text("old");
+    const std::string newText = step.text("new");
+    // A center that nobody listens to: what is posted is recorded and goes no further.
+    recording::RecordingNotificationCenter center(session.world().sink());
+    VXPrivacyConfiguration file;
+    file.setPackaged("privacy", kVersionPath);
+    file.senderDelegate().setNotificationCenter(center);
+    session.answer(file.specificUpdate(oldText, newText));
+}
+
+constexpr Action kQuestions[] = {
+    {"configuration", configuration},
+    {"text", text},
+    {"colour", colour},
+    {"change", change},
+};
+
+} // namespace
+
+std::span<const Action> documentQuestions() {
+    return kQuestions;
+}
+
+} // namespace vx::tools::play

@@ -1,0 +1,44 @@
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "tools/Commands.h"
+#include "tools/play/Player.h"
+
+#include <CLI/CLI.hpp>
+
+namespace vx::tools {
+
+namespace {
+
+void playStream(std::istream& input, const std::string& name) {
+    const bool allRan = play::Player(std::cout).run(input);
+    const bool readToTheEnd = !input.bad() && (input.eof() || !allRan);
+    if (!readToTheEnd)
+        std::cerr << "vxprivacy play: cannot read " << name << '\n';
+    if (!allRan || !readToTheEnd)
+        throw CLI::RuntimeError(kUnusableInput);
+}
+
+void playFile(const std::string& name) {
+    if (name == "-") {
+        std::ios::sync_with_stdio(false); // so that a failing read shows
+        return playStream(std::cin, "standard input");
+    }
+    std::ifstream file(name, std::ios::binary);
+    playStream(file, name);
+}
+
+} // namespace
+
+void addPlay(CLI::App& app) {
+    CLI::App* command = app.add_subcommand(
+        "play", "Run a scripted consent session and print what the module did, line by line");
+    auto file = std::make_shared<std::string>("-");
+    command->add_option("FILE", *file, "The session, one JSON object a line; \"-\": standard input")
+        ->capture_default_str();
+    command->callback([file] { playFile(*file); });
+}
+
+} // namespace vx::tools

@@ -1,0 +1,12 @@
+#include "tools/recording/Event.h"
+
+namespace vx::recording {
+
+Event asObject(const OrderedDictionary<std::string>& dictionary) {
+    Event object = Event::object();
+    for (const auto& [key, value] : dictionary)
+        object[key] = value;
+    return object;
+}
+
+} // namespace vx::recording

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "tools/recording/Event.h"
+#include "vxprivacy/platform/core/KeyValueStore.h"
+
+#include <vector>
+
+namespace vx::recording {
+
+/// A key-value store in memory that can be looked at and changed from outside.
+class MemoryStore : public KeyValueStore {
+public:
+    explicit MemoryStore(Texts entries = {}) : entries_(std::move(entries)) {}
+
+    std::optional<std::string> get(std::string_view key) const override;
+    void set(std::string_view key, std::string_view value) override;
+    void beginTransaction() override;
+    void commitTransaction() override;
+    void rollBackTransaction() override;
+
+    const Texts& entries() const { return entries_; }
+    void remove(std::string_view key);
+    /// How many transactions were committed that no other one enclosed.
+    std::size_t commits() const { return commits_; }
+
+private:
+    Texts entries_;
+    std::vector<Texts> before_; // the entries as each open transaction found them
+    std::size_t commits_ = 0;
+};
+
+} // namespace vx::recording

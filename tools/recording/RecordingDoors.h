@@ -1,0 +1,105 @@
+#pragma once
+
+#include "tools/recording/Event.h"
+#include "vxprivacy/engine/VXPrivacyCallbacks.h"
+#include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/platform/foundation/NotificationCenter.h"
+#include "vxprivacy/platform/iab/IABLibrary.h"
+#include "vxprivacy/platform/sdk/Zentrix.h"
+
+#include <set>
+#include <utility>
+
+// The smaller doors of the module. Each tells its events to a sink.
+
+namespace vx::recording {
+
+/// {"log":[level,"text"]}
+class RecordingLogger : public Logger {
+public:
+    explicit RecordingLogger(EventSink sink) : sink_(std::move(sink)) {}
+    void log(std::string_view message, int level) override;
+
+private:
+    EventSink sink_;
+};
+
+/// Delivers as any notification center does. {"listen":"name"}, and, before the observers hear of
+/// it, {"send":{"name":"...","userInfo":{...}|null}}.
+class RecordingNotificationCenter : public NotificationCenter {
+public:
+    explicit RecordingNotificationCenter(EventSink sink) : sink_(std::move(sink)) {}
+    void addObserver(std::string_view name, NotificationObserver& observer) override;
+    void post(const Notification& notification) override;
+
+private:
+    EventSink sink_;
+};
+
+/// A clock that stands still until it is told the time.
+class StandingClock : public Clock {
+public:
+    explicit StandingClock(std::uint64_t now) : now_(now) {}
+    std::uint64_t nowMilliseconds() const override { return now_; }
+    void setNow(std::uint64_t milliseconds) { now_ = milliseconds; }
+
+private:
+    std::uint64_t now_;
+};
+
+/// Variables given beforehand.
+class GivenVariables : public Variables {
+public:
+    explicit GivenVariables(Texts values) : values_(std::move(values)) {}
+    std::optional<std::string> get(std::string_view name) const override;
+
+private:
+    Texts values_;
+};
+
+/// {"sdk":["addPermanentData","key","value"]}, {"sdk":["removePermanentData","key"]}
+class RecordingZentrix : public Zentrix {
+public:
+    RecordingZentrix(Texts data, EventSink sink) : data_(std::move(data)), sink_(std::move(sink)) {}
+    void addPermanentData(std::string_view key, std::string_view value) override;
+    void removePermanentData(std::string_view key) override;
+    std::optional<std::string> getPermanentData(std::string_view key) const override;
+    const Texts& permanentData() const { return data_; }
+
+private:
+    Texts data_;
+    EventSink sink_;
+};
+
+/// {"cmp":["setCMPSDKID"]}, {"cmp":["saveConsentString","text"]}, {"cmp":["resetTCData"]}
+class RecordingIABLibrary : public IABLibrary {
+public:
+    explicit RecordingIABLibrary(EventSink sink) : sink_(std::move(sink)) {}
+    void setCMPSDKID() override;
+    void saveConsentString(std::string_view consent) override;
+    void resetTCData() override;
+
+private:
+    EventSink sink_;
+};
+
+/// Answers only the operations it is made with. {"callback":["consentUpdated:",{...}]},
+/// {"callback":["consentOutdated"]} and so on.
+class RecordingCallbacks : public VXPrivacyCallbacks {
+public:
+    using Operations = std::set<std::string, std::less<>>;
+
+    RecordingCallbacks(Operations answers, EventSink sink)
+        : answers_(std::move(answers)), sink_(std::move(sink)) {}
+    void consentUpdated(const ConsentDictionary& consent) override;
+    void consentOutdated() override;
+    void significantChangesInPrivacy() override;
+    void consentCategoryChanged() override;
+    bool respondsTo(std::string_view operation) const override;
+
+private:
+    Operations answers_;
+    EventSink sink_;
+};
+
+} // namespace vx::recording

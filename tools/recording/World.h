@@ -1,0 +1,85 @@
+#pragma once
+
+#include "tools/recording/DocumentTexts.h"
+#include "tools/recording/MemoryStore.h"
+#include "tools/recording/RecordingDoors.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/platform/core/Runtime.h"
+
+#include <memory>
+#include <vector>
+
+namespace vx::recording {
+
+/// What a world holds before anything runs in it.
+struct WorldSettings {
+    /// Entries of the key-value store.
+    Texts store = {};
+    /// Document texts by configuration file name.
+    Texts files = {};
+    /// Whether the IAB library is present.
+    bool iab = false;
+    /// Whether there is a tag SDK instance to start the engine with.
+    bool sdk = true;
+    /// Permanent data that the tag SDK has already.
+    Texts sdkData = {};
+    Texts coreVariables = {};
+    Texts predefinedVariables = {};
+    /// Milliseconds since 1970.
+    std::uint64_t now = 1700000000000;
+};
+
+/// A process with the module in it and a recording implementation behind every door.
+///
+///     World world({.store = {{"PRIVACY_CONSENT", "1"}}});
+///     world.engine().setSiteID(12, 5, world.sdk());
+///     world.relaunch();
+///     for (const Event& event : world.events()) ...
+///
+/// There may be one world at a time, as there may be one `Runtime`.
+class World {
+public:
+    /// Without a sink the events are collected in `events`.
+    explicit World(WorldSettings settings = {}, EventSink sink = {});
+    ~World();
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+
+    /// The process ends, saving nothing, and starts again: store, tag SDK data, clock and document
+    /// texts stay; the engine, its callback and its registrations are gone.
+    void relaunch();
+
+    /// Made at first use, as for every application.
+    VXMobilePrivacy& engine() { return VXMobilePrivacy::sharedInstance(); }
+    MemoryStore& store() { return store_; }
+    DocumentTexts& documents() { return documents_; }
+    StandingClock& clock() { return clock_; }
+    /// The tag SDK instance for the engine's start-up; null when the world has none.
+    std::shared_ptr<Zentrix> sdk() const { return hasSDK_ ? zentrix_ : nullptr; }
+    const Texts& sdkData() const { return zentrix_->permanentData(); }
+    /// A callback object that answers only the operations of these names.
+    std::shared_ptr<VXPrivacyCallbacks> callbacks(RecordingCallbacks::Operations answers) const;
+
+    const EventSink& sink() const { return sink_; }
+    const std::vector<Event>& events() const { return events_; }
+    void clearEvents() { events_.clear(); }
+
+private:
+    struct Process;
+
+    EventSink sink_;
+    std::vector<Event> events_;
+    MemoryStore store_;
+    DocumentTexts documents_;
+    RecordingLogger logger_;
+    StandingClock clock_;
+    GivenVariables coreVariables_;
+    GivenVariables predefinedVariables_;
+    RecordingIABLibrary iab_;
+    bool hasIAB_;
+    bool hasSDK_;
+    std::shared_ptr<RecordingZentrix> zentrix_;
+    std::unique_ptr<Process> process_; // last, so that it ends before its doors
+};
+
+} // namespace vx::recording
