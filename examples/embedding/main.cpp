@@ -1,0 +1,26 @@
+#include "services/core/Services.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/engine/VXPrivacyAPI.h"
+
+#include <chrono>
+#include <iostream>
+#include <thread>
+
+int main() {
+    vx::services::Services services({.store = "consent/choices.sqlite"});
+    vx::Runtime runtime(services.platform());
+    vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();
+    engine.setSiteID(12, 5); // your site and privacy identifiers
+
+    if (vx::VXPrivacyAPI::shouldDisplayPrivacyCenter()) {
+        std::cout << "May we measure how you use this program? [y/n] " << std::flush;
+        char answer = 'n';
+        std::cin >> answer;
+        answer == 'y' ? engine.acceptAllConsent() : engine.refuseAllConsent();
+    }
+    for (int frame = 0; frame < 100; ++frame) { // your event loop
+        services.poll();
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    std::cout << (vx::VXPrivacyAPI::isCategoryAccepted(1) ? "measuring\n" : "not measuring\n");
+}

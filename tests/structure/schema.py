@@ -1,0 +1,64 @@
+"""Checks the privacy configurations of samples/ against the schema of the document, and that the
+schema refuses what the documentation says is wrong."""
+
+import copy
+import json
+import pathlib
+import sys
+
+import jsonschema
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+SCHEMA = json.loads((ROOT / "docs/privacy-configuration.schema.json").read_text(encoding="utf-8"))
+jsonschema.Draft7Validator.check_schema(SCHEMA)
+VALIDATOR = jsonschema.Draft7Validator(SCHEMA)
+
+GOOD = {
+    "information": {"version": 1, "significantChanges": "false"},
+    "categories": [{"ID": "1", "name": "A", "subcategories": [{"ID": "11", "name": "B"}]}],
+    "customisation": {"button": {"fontcolor": "#0C66A6"}},
+    "components": {"firstLayerButton": ["Detail"], "secondLayerButton": ["Save", "AcceptAll"]},
+}
+# Path, then the wrong value put there (None takes the member away).
+BAD = [
+    (("information",), None),
+    (("information", "version"), "1"),
+    (("information", "version"), 1.5),
+    (("information", "significantChanges"), True),
+    (("information", "significantChanges"), "TRUE"),
+    (("categories", 0, "ID"), 1),
+    (("categories", 0, "ID"), "0"),
+    (("categories", 0, "ID"), "01"),
+    (("categories", 0, "ID"), "1000"),
+    (("categories", 0, "name"), None),
+    (("categories", 0, "subcategories", 0, "subcategories"), [{"ID": "111", "name": "C"}]),
+    (("customisation", "button", "fontcolor"), "#fff"),
+    (("components", "firstLayerButton"), ["AcceptAll"]),
+    (("components", "secondLayerButton"), []),
+]
+
+
+def spoilt(path, value):
+    document = copy.deepcopy(GOOD)
+    place = document
+    for step in path[:-1]:
+        place = place[step]
+    if value is None:
+        del place[path[-1]]
+    else:
+        place[path[-1]] = value
+    return document
+
+
+def main():
+    faults = [f"refused: {error.message}" for error in VALIDATOR.iter_errors(GOOD)]
+    faults += [f"accepted: {path} = {value!r}" for path, value in BAD if VALIDATOR.is_valid(spoilt(path, value))]
+    samples = sorted(ROOT.glob("samples/**/privacy*.json"))
+    for sample in samples:
+        for error in VALIDATOR.iter_errors(json.loads(sample.read_text(encoding="utf-8"))):
+            faults.append(f"{sample.relative_to(ROOT)}: {list(error.path)}: {error.message}")
+    print("\n".join(faults) or f"{len(samples)} samples are as they should be")
+    return bool(faults)
+
+
+sys.exit(main())
