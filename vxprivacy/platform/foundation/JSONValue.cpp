@@ -105,7 +105,8 @@ std::optional<double> JSONValue::number() const {
 }
 
 std::optional<std::int64_t> JSONValue::integer() const {
-    if (!document_ || element(node_).is_double())
+    // A floating-point number that happens to be whole is no integer.
+    if (!document_ || element(node_).type() == dom::element_type::DOUBLE)
         return {};
     return present(element(node_).get_int64());
 }
@@ -143,8 +144,10 @@ bool operator==(const JSONValue& left, const JSONValue& right) {
     const JSONValue::Type type = left.type();
     if (type != right.type())
         return false;
+    if (left.integer() && right.integer())
+        return left.integer() == right.integer(); // exact where a double is not
     if (type == JSONValue::Type::Number)
-        return left.integer() == right.integer() && left.number() == right.number();
+        return left.number() == right.number();
     return left.string() == right.string() && left.boolean() == right.boolean() &&
            left.elements() == right.elements() && left.members() == right.members();
 }

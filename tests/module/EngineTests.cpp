@@ -1,0 +1,110 @@
+#include "tools/recording/World.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/engine/VXPrivacyAPI.h"
+#include "vxprivacy/engine/VXPrivacyCallbacks.h"
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+// What a session cannot show: callbacks that act in the middle of an operation, several objects
+// beside each other. All else about the engine is in the scripted sessions.
+
+namespace {
+
+using namespace vx;
+using recording::World;
+
+const ConsentDictionary kAccepted{{"PRIVACY_CAT_1", "1"}, {"PRIVACY_CAT_2", "0"}};
+
+TEST(Callbacks, AnswerEveryOperationOfTheProtocolUnlessOverridden) {
+    const VXPrivacyCallbacks callbacks;
+    for (const std::string operation : {"consentUpdated", "consentOutdated",
+                                        "significantChangesInPrivacy", "consentCategoryChanged"}) {
+        EXPECT_TRUE(callbacks.respondsTo(operation)) << operation;
+        EXPECT_TRUE(callbacks.respondsTo(operation + ":")) << operation;
+    }
+    for (const char* operation : {"", ":", "consentUpdated::", "consentupdated", "init"})
+        EXPECT_FALSE(callbacks.respondsTo(operation)) << operation;
+}
+
+struct LeavesDuringTheCall : VXPrivacyCallbacks {
+    void consentUpdated(const ConsentDictionary& consent) override {
+        VXMobilePrivacy::sharedInstance().registerCallback(nullptr);
+        sizes.push_back(consent.size()); // this object must still be there
+    }
+    std::vector<std::size_t> sizes;
+};
+
+TEST(Callbacks, MayReplaceThemselvesDuringTheCall) {
+    World world;
+    world.engine().setSiteID(12, 5);
+    world.engine().registerCallback(std::make_shared<LeavesDuringTheCall>());
+    world.engine().saveConsent(kAccepted);
+    EXPECT_EQ(world.engine().callback(), nullptr);
+}
+
+struct AsksAndSavesAgain : VXPrivacyCallbacks {
+    void consentUpdated(const ConsentDictionary&) override {
+        firstAnswer.push_back(VXPrivacyAPI::isCategoryAccepted(1));
+        if (firstAnswer.size() == 1)
+            VXMobilePrivacy::sharedInstance().saveConsent({{"PRIVACY_CAT_1", "0"}});
+    }
+    std::vector<bool> firstAnswer;
+};
+
+TEST(Callbacks, SeeTheNewStateAndMaySaveAgain) {
+    World world;
+    auto callback = std::make_shared<AsksAndSavesAgain>();
+    world.engine().setSiteID(12, 5);
+    world.engine().registerCallback(callback);
+    world.engine().saveConsent(kAccepted);
+    EXPECT_EQ(callback->firstAnswer, (std::vector<bool>{true, false}));
+    EXPECT_EQ(world.store().get(kVXPrivacyConsent), "0");
+    EXPECT_EQ(world.store().get(kVXSavedCategories), "PRIVACY_CAT_1;");
+    EXPECT_EQ(world.engine().privacyState(), 2);
+}
+
+struct Throws : VXPrivacyCallbacks {
+    void consentUpdated(const ConsentDictionary&) override { throw std::runtime_error("no"); }
+};
+
+TEST(Callbacks, OneThatThrowsLeavesTheStoreAsItWas) {
+    World world;
+    world.engine().setSiteID(12, 5);
+    const auto before = world.store().entries();
+    world.engine().registerCallback(std::make_shared<Throws>());
+    EXPECT_THROW(world.engine().saveConsent(kAccepted), std::runtime_error);
+    EXPECT_EQ(world.store().entries(), before);
+}
+
+TEST(Engine, SendsThroughTheCenterItWasGivenAndListensOnTheOldOne) {
+    World world;
+    world.engine().setSiteID(12, 5);
+    std::vector<recording::Event> sent;
+    recording::RecordingNotificationCenter other(
+        [&](const recording::Event& event) { sent.push_back(event); });
+    world.engine().changeNotificationCenter(other);
+    world.engine().saveConsent(kAccepted);
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[0]["send"]["name"], "VXNotification_StartingTheSDK");
+    EXPECT_EQ(sent[1]["send"]["name"], "VXNotification_HTTPRequest");
+    platform().notifications.post({"VXNotification_ConfigurationChangedprivacy", nullptr,
+                                   Notification::UserInfo{{"resetSave", "yes"}}});
+    EXPECT_EQ(world.store().get(kVXPrivacyConsent), "");
+}
+
+TEST(Engine, IsOneForEachWorld) {
+    {
+        World world;
+        world.engine().setSiteID(12, 5);
+        EXPECT_EQ(&world.engine(), &VXMobilePrivacy::sharedInstance());
+    }
+    World world;
+    EXPECT_EQ(world.engine().clientSiteID(), 0);
+}
+
+} // namespace
