@@ -20,14 +20,14 @@ struct Settings {
     /// when it is not there.
     std::filesystem::path store;
     /// Directory of the documents that ship with the application, NAME.json each; empty: none.
-    std::filesystem::path packaged;
+    std::filesystem::path packaged{};
     /// https, or plain http for loopback addresses only.
     Hosts hosts = defaultHosts();
     std::string userAgent = "VXPrivacy";
     /// Lines below this level are not logged.
     int logLevel = 1;
     /// A log file beside standard error; rotated at 1 MiB, three kept.
-    std::optional<std::filesystem::path> logFile;
+    std::optional<std::filesystem::path> logFile{};
     /// Replaces the log altogether.
     Logger* logger = nullptr;
     /// Null: the system's clock.
@@ -37,7 +37,7 @@ struct Settings {
     /// Null: the IAB library is absent.
     IABLibrary* iab = nullptr;
     /// Variables that the user identifier may name, beside the user agent and the SDK identifier.
-    std::function<std::optional<std::string>(std::string_view name)> variables;
+    std::function<std::optional<std::string>(std::string_view name)> variables{};
 };
 
 /// Everything behind the module's doors: store, documents, HTTP, log, variables.
