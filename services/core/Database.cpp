@@ -1,0 +1,175 @@
+#include "services/core/Database.h"
+
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <string>
+
+namespace vx::services {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kSchemaVersion = 1;
+constexpr std::chrono::milliseconds kFirstPause = 250ms;
+constexpr std::chrono::milliseconds kLongestPause = 1min;
+
+int dataVersion(SQLite::Database& file) {
+    return file.execAndGet("PRAGMA data_version").getInt();
+}
+
+} // namespace
+
+Table::~Table() = default;
+
+Database::Database(const std::filesystem::path& file, Logger& logger)
+    : file_(file), logger_(logger) {}
+
+void Database::open() {
+    try {
+        attachOrReplace();
+    } catch (const std::exception& reason) {
+        failed(reason);
+    }
+}
+
+void Database::begin() {
+    Marks marks;
+    for (const Table* table : tables_)
+        marks.push_back(table->mark());
+    scopes_.push_back(std::move(marks));
+}
+
+void Database::commit() {
+    scopes_.pop_back();
+    changed();
+}
+
+void Database::rollBack() {
+    for (std::size_t i = 0; i < tables_.size(); ++i)
+        tables_[i]->rollBack(scopes_.back()[i]);
+    scopes_.pop_back();
+}
+
+void Database::changed() {
+    if (scopes_.empty() && pending())
+        flush();
+}
+
+void Database::retry() {
+    if (failing_ && Steady::now() >= nextTry_)
+        changed();
+}
+
+std::optional<std::chrono::milliseconds> Database::timeToRetry() const {
+    if (!failing_ || !pending())
+        return {};
+    return std::max(std::chrono::ceil<std::chrono::milliseconds>(nextTry_ - Steady::now()), 0ms);
+}
+
+void Database::flush() {
+    try {
+        if (!connection_)
+            attachOrReplace();
+        writeOrReplace();
+        succeeded();
+    } catch (const std::exception& reason) {
+        failed(reason);
+    }
+    if (onSettled_)
+        onSettled_();
+}
+
+void Database::attach() {
+    auto file = file_.connect();
+    makeTables(*file);
+    dataVersion_ = dataVersion(*file); // before reading, so that no later write goes unseen
+    for (Table* table : tables_)
+        table->load(*file);
+    connection_ = std::move(file);
+}
+
+void Database::attachOrReplace() {
+    try {
+        attach();
+    } catch (const SQLite::Exception& problem) {
+        if (!StoreFile::meansDamage(problem))
+            throw;
+        moveAside(problem);
+        attach();
+    }
+}
+
+void Database::makeTables(SQLite::Database& file) {
+    if (file.execAndGet("PRAGMA user_version").getInt() == kSchemaVersion)
+        return;
+    SQLite::Transaction transaction(file, SQLite::TransactionBehavior::IMMEDIATE);
+    const int version = file.execAndGet("PRAGMA user_version").getInt();
+    if (version != 0 && version != kSchemaVersion)
+        throw SQLite::Exception("its layout is unknown", SQLITE_NOTADB);
+    if (version == 0) {
+        StoreFile::claim(file);
+        for (const Table* table : tables_)
+            file.exec(table->schema());
+        file.exec("PRAGMA user_version = " + std::to_string(kSchemaVersion));
+    }
+    transaction.commit();
+}
+
+void Database::write() {
+    SQLite::Transaction transaction(*connection_, SQLite::TransactionBehavior::IMMEDIATE);
+    const int version = dataVersion(*connection_);
+    const Contents contents = version == dataVersion_ ? Contents::Known : Contents::ChangedByOthers;
+    for (Table* table : tables_)
+        table->write(*connection_, contents);
+    transaction.commit();
+    dataVersion_ = version;
+    for (Table* table : tables_)
+        table->written();
+}
+
+// Damage that only shows in writing: memory has all but the documents, which are downloaded again.
+void Database::writeOrReplace() {
+    try {
+        write();
+    } catch (const SQLite::Exception& problem) {
+        if (!StoreFile::meansDamage(problem))
+            throw;
+        connection_.reset();
+        moveAside(problem);
+        for (Table* table : tables_)
+            table->lost();
+        attach();
+        write();
+    }
+}
+
+void Database::moveAside(const std::exception& reason) {
+    const std::filesystem::path aside = file_.moveAside();
+    logger_.log("The store " + file_.path().string() + " cannot be used (" + reason.what() +
+                    "); it is now " + aside.string() + ", and a new one is begun",
+                4);
+}
+
+bool Database::pending() const {
+    return std::ranges::any_of(tables_, [](const Table* table) { return table->pending(); });
+}
+
+void Database::failed(const std::exception& reason) {
+    if (!failing_)
+        logger_.log("The store " + file_.path().string() + " cannot be written (" + reason.what() +
+                        "); changes are kept in memory and tried again",
+                    4);
+    pause_ = failing_ ? std::min(pause_ * 2, kLongestPause) : kFirstPause;
+    nextTry_ = Steady::now() + pause_;
+    failing_ = true;
+}
+
+void Database::succeeded() {
+    if (failing_)
+        logger_.log("The store " + file_.path().string() + " is written again", 3);
+    failing_ = false;
+}
+
+} // namespace vx::services

@@ -1,0 +1,105 @@
+#include "services/core/EntryStore.h"
+
+#include <utility>
+
+namespace vx::services {
+
+EntryStore::EntryStore(Database& database) : database_(database) {
+    database.add(*this);
+}
+
+std::optional<std::string> EntryStore::get(std::string_view key) const {
+    const auto found = entries_.find(key);
+    return found == entries_.end() ? std::nullopt : std::optional(found->second.value);
+}
+
+void EntryStore::set(std::string_view key, std::string_view value) {
+    auto found = entries_.find(key);
+    const bool wasThere = found != entries_.end();
+    if (!wasThere)
+        found = entries_.emplace(key, Entry{}).first;
+    Entry& entry = found->second;
+    const bool changes = !wasThere || entry.value != value;
+    if (changes || !entry.set) {
+        changes_.push_back({&*found, {}, wasThere, entry.set, entry.changed});
+        if (changes)
+            changes_.back().before = std::exchange(entry.value, std::string(value));
+        entry.set = true;
+        entry.changed |= changes;
+    }
+    database_.changed();
+}
+
+void EntryStore::rollBack(std::size_t mark) {
+    for (; changes_.size() > mark; changes_.pop_back())
+        takeBack(changes_.back());
+}
+
+void EntryStore::takeBack(Change& change) {
+    if (!change.wasThere) {
+        entries_.erase(entries_.find(change.entry->first));
+        return;
+    }
+    Entry& entry = change.entry->second;
+    if (change.before)
+        entry.value = std::move(*change.before);
+    entry.set = change.wasSet;
+    entry.changed = change.wasChanged;
+}
+
+const char* EntryStore::schema() const {
+    return "CREATE TABLE entries (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID";
+}
+
+void EntryStore::load(SQLite::Database& file) {
+    SQLite::Statement rows(file, "SELECT key, value FROM entries");
+    while (rows.executeStep()) {
+        const std::string_view key = bytes(rows.getColumn(0));
+        auto found = entries_.find(key);
+        if (found == entries_.end())
+            found = entries_.emplace(key, Entry{}).first;
+        if (!found->second.set)
+            found->second.value = bytes(rows.getColumn(1));
+    }
+}
+
+void EntryStore::write(SQLite::Database& file, Contents contents) {
+    if (contents == Contents::ChangedByOthers)
+        load(file);
+    keepOneChangeOfEach();
+    SQLite::Statement upsert(file, "INSERT INTO entries VALUES (?, ?) "
+                                   "ON CONFLICT DO UPDATE SET value = excluded.value");
+    for (const Change& change : changes_) {
+        const auto& [key, entry] = *change.entry;
+        if (contents == Contents::Known && !entry.changed)
+            continue;
+        upsert.bindNoCopy(1, key);
+        upsert.bindNoCopy(2, entry.value);
+        upsert.exec();
+        upsert.reset();
+    }
+}
+
+// No scope is open when entries are written, so nothing will be taken back.
+void EntryStore::keepOneChangeOfEach() {
+    for (Change& change : changes_)
+        change.entry->second.set = false;
+    std::erase_if(changes_,
+                  [](Change& change) { return std::exchange(change.entry->second.set, true); });
+}
+
+void EntryStore::written() {
+    for (Change& change : changes_)
+        change.entry->second.set = change.entry->second.changed = false;
+    changes_.clear();
+}
+
+void EntryStore::lost() {
+    changes_.clear();
+    for (auto& entry : entries_) {
+        entry.second.set = entry.second.changed = true;
+        changes_.push_back({&entry, {}, true, true, true});
+    }
+}
+
+} // namespace vx::services

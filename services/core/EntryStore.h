@@ -1,0 +1,69 @@
+#pragma once
+
+#include "services/core/Database.h"
+#include "vxprivacy/platform/core/KeyValueStore.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace vx::services {
+
+/// The key-value store: all entries in memory, changes written through to the database.
+///
+/// Two processes may share the file. Each sees the other's entries when it next writes; what it
+/// set in one scope replaces the other's whole, so the file never holds a mixture of two saves.
+class EntryStore : public KeyValueStore, private Table {
+public:
+    explicit EntryStore(Database& database);
+
+    std::optional<std::string> get(std::string_view key) const override;
+    void set(std::string_view key, std::string_view value) override;
+    void beginTransaction() override { database_.begin(); }
+    void commitTransaction() override { database_.commit(); }
+    void rollBackTransaction() override { database_.rollBack(); }
+
+    /// The entries, in no order, for looking at.
+    template <class Visitor>
+    void forEach(Visitor visit) const {
+        for (const auto& [key, entry] : entries_)
+            visit(key, entry.value);
+    }
+
+private:
+    struct TextHash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+    struct Entry {
+        std::string value;
+        bool set = false;     // since the last writing, be it to the value it had
+        bool changed = false; // since the last writing
+    };
+    using Entries = std::unordered_map<std::string, Entry, TextHash, std::equal_to<>>;
+    struct Change {
+        Entries::pointer entry;            // nodes do not move
+        std::optional<std::string> before; // absent: the value did not change
+        bool wasThere, wasSet, wasChanged;
+    };
+
+    const char* schema() const override;
+    void load(SQLite::Database& file) override;
+    bool pending() const override { return !changes_.empty(); }
+    std::size_t mark() const override { return changes_.size(); }
+    void rollBack(std::size_t mark) override;
+    void write(SQLite::Database& file, Contents contents) override;
+    void written() override;
+    void lost() override;
+
+    void takeBack(Change& change);
+    void keepOneChangeOfEach();
+
+    Database& database_;
+    Entries entries_;
+    std::vector<Change> changes_; // every setting since the last writing, in order
+};
+
+} // namespace vx::services

@@ -1,0 +1,113 @@
+#include "services/core/Transfer.h"
+
+#include "services/core/URLPolicy.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace vx::services {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds kConnectLimit = 10s;
+constexpr std::chrono::milliseconds kWholeLimit = 60s; // redirects included
+constexpr int kMostRedirects = 3;
+
+HeaderList withHeader(HeaderList list, const std::string& line) {
+    curl_slist* longer = curl_slist_append(list.get(), line.c_str());
+    if (longer) {
+        list.release(); // the longer list owns the nodes now
+        list.reset(longer);
+    }
+    return list;
+}
+
+} // namespace
+
+Transfer::Transfer(HTTPRequest request, const std::string& userAgent, Done done)
+    : easy_(curl_easy_init()), request_(std::move(request)), done_(std::move(done)) {
+    setRequest(userAgent);
+    setAddress();
+}
+
+void Transfer::setRequest(const std::string& userAgent) {
+    set(CURLOPT_PRIVATE, this);
+    set(CURLOPT_NOSIGNAL, 1L);
+    set(CURLOPT_QUICK_EXIT, 1L); // a name server that hangs must not hold up the end
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_SSLVERSION, CURL_SSLVERSION_TLSv1_2);
+    set(CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(kConnectLimit.count()));
+    set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(kLargestAnswer));
+    set(CURLOPT_ACCEPT_ENCODING, "gzip");
+    set(CURLOPT_USERAGENT, userAgent.c_str());
+    set(CURLOPT_WRITEFUNCTION, &Transfer::receive);
+    set(CURLOPT_WRITEDATA, this);
+    if (request_.body) {
+        set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request_.body->size()));
+        set(CURLOPT_POSTFIELDS, request_.body->c_str());
+        headers_ = withHeader(std::move(headers_), "Content-Type: application/json");
+        headers_ = withHeader(std::move(headers_), "Expect:"); // do not wait for a go-ahead
+    }
+    if (!request_.ifNoneMatch.empty())
+        headers_ = withHeader(std::move(headers_), "If-None-Match: " + request_.ifNoneMatch);
+    set(CURLOPT_HTTPHEADER, headers_.get());
+}
+
+void Transfer::setAddress() {
+    const auto used = std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now() - begun_);
+    set(CURLOPT_TIMEOUT_MS, static_cast<long>(std::max(kWholeLimit - used, 1ms).count()));
+    set(CURLOPT_URL, request_.url.c_str());
+    if (isLoopback(request_.url))
+        set(CURLOPT_PROXY, ""); // no proxy of the environment stands before this machine
+    else
+        set(CURLOPT_PROXY, static_cast<const char*>(nullptr));
+}
+
+bool Transfer::finish(CURLcode outcome) {
+    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &response_.status);
+    response_.etag = header("ETag");
+    response_.retryAfter = header("Retry-After");
+    if (outcome != CURLE_OK) {
+        response_.error = curl_easy_strerror(outcome);
+        return false;
+    }
+    char* target = nullptr;
+    curl_easy_getinfo(handle(), CURLINFO_REDIRECT_URL, &target);
+    return target && !request_.body && redirect(target);
+}
+
+bool Transfer::redirect(const char* target) {
+    if (redirects_++ == kMostRedirects)
+        response_.error = "too many redirects";
+    else if (!mayRedirect(request_.url, target))
+        response_.error = "redirected to a place that is not allowed: " + std::string(target);
+    if (!response_.error.empty())
+        return false;
+    request_.url = target;
+    response_ = {};
+    setAddress();
+    return true;
+}
+
+std::string Transfer::header(const char* name) const {
+    curl_header* found = nullptr;
+    if (curl_easy_header(handle(), name, 0, CURLH_HEADER, -1, &found) != CURLHE_OK)
+        return {};
+    return found->value;
+}
+
+// What a server says to a post beside its status is of no interest.
+std::size_t Transfer::receive(char* data, std::size_t, std::size_t size, void* transfer) {
+    auto& self = *static_cast<Transfer*>(transfer);
+    if (self.request_.body)
+        return size;
+    if (size > kLargestAnswer - self.response_.body.size())
+        return CURL_WRITEFUNC_ERROR;
+    self.response_.body.append(data, size);
+    return size;
+}
+
+} // namespace vx::services

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "services/core/CurlHandles.h"
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace vx::services {
+
+/// The largest answer that is taken in, in bytes after decompression.
+inline constexpr std::size_t kLargestAnswer = 8 << 20;
+
+/// One request to be sent.
+struct HTTPRequest {
+    std::string url;
+    /// Posted as JSON. Absent: the request is a GET, and redirects are followed.
+    std::optional<std::string> body;
+    /// Entity tag of the copy at hand; empty: none.
+    std::string ifNoneMatch;
+};
+
+/// What came of a request.
+struct HTTPResponse {
+    /// Why there is no whole answer, in one line; empty when there is one.
+    std::string error;
+    /// 0 when no answer came.
+    long status = 0;
+    /// Of a GET only.
+    std::string body;
+    std::string etag;
+    std::string retryAfter;
+};
+
+/// One request on its way. The worker's thread only.
+class Transfer {
+public:
+    using Done = std::function<void(const HTTPResponse&)>;
+
+    Transfer(HTTPRequest request, const std::string& userAgent, Done done);
+    Transfer(const Transfer&) = delete;
+    Transfer& operator=(const Transfer&) = delete;
+
+    CURL* handle() const { return easy_.get(); }
+    /// Takes in the answer. True: it points elsewhere, and the transfer must be run again.
+    bool finish(CURLcode outcome);
+
+    HTTPResponse& response() { return response_; }
+    Done& done() { return done_; }
+
+private:
+    template <class Value>
+    void set(CURLoption option, Value value) {
+        curl_easy_setopt(easy_.get(), option, value);
+    }
+    void setRequest(const std::string& userAgent);
+    void setAddress();
+    bool redirect(const char* target);
+    std::string header(const char* name) const;
+    static std::size_t receive(char* data, std::size_t, std::size_t size, void* transfer);
+
+    EasyHandle easy_;
+    HeaderList headers_;
+    HTTPRequest request_;
+    HTTPResponse response_;
+    Done done_;
+    int redirects_ = 0;
+    std::chrono::steady_clock::time_point begun_ = std::chrono::steady_clock::now();
+};
+
+} // namespace vx::services
