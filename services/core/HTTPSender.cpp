@@ -4,7 +4,9 @@
 #include "vxprivacy/platform/core/VXNotifications.h"
 
 #include <algorithm>
+#include <set>
 #include <string>
+#include <string_view>
 
 namespace vx::services {
 
@@ -12,7 +14,6 @@ namespace {
 
 constexpr std::size_t kMostRequests = 1000;
 constexpr std::uint64_t kLongestAge = 7ull * 24 * 60 * 60 * 1000; // milliseconds
-constexpr int kMostUnderWay = 4;
 
 bool isDelivered(long status) {
     return status >= 200 && status < 300;
@@ -63,12 +64,24 @@ void HTTPSender::dropOldest() {
 
 void HTTPSender::sendDue() {
     dropOutdated();
+    for (Outbox::Request* request : next())
+        if (waitLeft(*request) == 0)
+            post(*request);
+}
+
+// The requests whose turn it is at their addresses; some of them wait for their next try.
+std::vector<Outbox::Request*> HTTPSender::next() {
+    std::vector<Outbox::Request*> next;
+    std::set<std::string_view> taken;
     for (Outbox::Request& request : outbox_.requests()) {
-        if (underWay_ >= kMostUnderWay)
-            return;
-        if (isWaiting(request) && waitLeft(request) == 0)
-            post(request);
+        if (!request.isStored() || taken.contains(request.url))
+            continue;
+        if (!request.underWay)
+            next.push_back(&request);
+        if (!request.letsPass || waitLeft(request) == 0)
+            taken.insert(request.url);
     }
+    return next;
 }
 
 void HTTPSender::dropOutdated() {
@@ -91,7 +104,6 @@ void HTTPSender::dropOutdated() {
 
 void HTTPSender::post(Outbox::Request& request) {
     request.underWay = true;
-    ++underWay_;
     shared_.http.submit({request.url, request.body, ""},
                         [this, number = request.number](const HTTPResponse& response) {
                             settle(number, response);
@@ -99,7 +111,6 @@ void HTTPSender::post(Outbox::Request& request) {
 }
 
 void HTTPSender::settle(std::uint64_t number, const HTTPResponse& response) {
-    --underWay_;
     Outbox::Request* request = outbox_.find(number);
     if (!request)
         return;
@@ -118,19 +129,17 @@ void HTTPSender::settle(std::uint64_t number, const HTTPResponse& response) {
     shared_.logger.log("A request to " + request->url + " failed (" + outcome(response) +
                            ") and is tried again in " + std::to_string(wait) + " ms",
                        3);
+    request->letsPass = response.status == 500;
     outbox_.postpone(number, now + wait);
 }
 
 std::optional<std::chrono::milliseconds> HTTPSender::timeToNext() {
     std::optional<std::chrono::milliseconds> shortest;
-    for (const Outbox::Request& request : outbox_.requests())
-        if (const std::chrono::milliseconds left(waitLeft(request)); isWaiting(request))
-            shortest = std::min(shortest.value_or(left), left);
-    return underWay_ < kMostUnderWay ? shortest : std::nullopt;
-}
-
-bool HTTPSender::isWaiting(const Outbox::Request& request) const {
-    return request.isStored() && !request.underWay;
+    for (const Outbox::Request* request : next()) {
+        const std::chrono::milliseconds left(waitLeft(*request));
+        shortest = std::min(shortest.value_or(left), left);
+    }
+    return shortest;
 }
 
 // A wait longer than any that is ever set comes from a clock that was put back since.

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace vx::services {
 
@@ -17,6 +18,10 @@ namespace vx::services {
 /// refused it (4xx, 429 excepted), or when it is seven days old. All else is tried again after a
 /// growing random wait: no answer, 429, 5xx, and also a redirect, which a post does not follow and
 /// which says nothing about the request. At most 1,000 requests are kept; the oldest go first.
+///
+/// Requests to one address go one after the other in the order in which they were made, because a
+/// later choice replaces an earlier one: while the oldest waits for its next try, those behind it
+/// wait too. Only one that was answered with 500, and so may itself be at fault, lets others pass.
 ///
 /// A request that was posted just before the process died is posted again: the server may get it
 /// twice, but it gets it.
@@ -30,7 +35,7 @@ public:
     HTTPSender(const HTTPSender&) = delete;
     HTTPSender& operator=(const HTTPSender&) = delete;
 
-    /// Posts the stored requests that are due, in the order in which they were made.
+    /// Posts the stored requests that are due.
     void sendDue();
     /// How long until a request that waits is due; absent: none waits.
     std::optional<std::chrono::milliseconds> timeToNext();
@@ -41,14 +46,13 @@ private:
     void dropOutdated();
     void post(Outbox::Request& request);
     void settle(std::uint64_t number, const HTTPResponse& response);
-    bool isWaiting(const Outbox::Request& request) const;
+    std::vector<Outbox::Request*> next();
     std::uint64_t waitLeft(const Outbox::Request& request) const;
 
     Shared shared_;
     Outbox& outbox_;
     NotificationCenter& notifications_;
     RetryPolicy retries_;
-    int underWay_ = 0;
 };
 
 } // namespace vx::services

@@ -26,6 +26,7 @@ public:
         std::uint64_t nextTry;
         int attempts = 0;
         bool underWay = false;
+        bool letsPass = false; // while it waits, later ones may go first
 
         bool isStored() const { return id != 0; }
     };

@@ -1,0 +1,240 @@
+#include "tests/services/Support.h"
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string>
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <gtest/gtest.h>
+
+namespace vx::services::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_literals;
+
+using Text = std::optional<std::string>;
+
+unsigned mode(const fs::path& file) {
+    struct stat found {};
+    return ::lstat(file.c_str(), &found) == 0 ? found.st_mode & 07777 : 0;
+}
+
+// Makes every write beyond the present size of `file` fail, as on a full disk.
+class FullDisk {
+public:
+    explicit FullDisk(const fs::path& file) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &before_);
+        set(fs::file_size(file));
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before_); }
+
+private:
+    void set(rlim_t size) const {
+        const rlimit limit{size, before_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    rlimit before_{};
+};
+
+class Store : public testing::Test {
+protected:
+    // What a fresh process finds under `key`.
+    Text reopened(std::string_view key) { return World(file).store().get(key); }
+
+    TemporaryDirectory directory;
+    const fs::path file = directory / "private/choices.db";
+};
+
+} // namespace
+
+TEST_F(Store, KeepsAnyText) {
+    for (const std::string& text :
+         {""s, "1"s, "a\0b"s, "\xff\xfe\x80"s, "d'éjà vu\n;%@"s, std::string(100'000, 'x')}) {
+        SCOPED_TRACE(testing::PrintToString(text.substr(0, 20)));
+        World(file).store().set("key" + text, text);
+        EXPECT_EQ(reopened("key" + text), text);
+    }
+    EXPECT_EQ(reopened("another key"), Text());
+}
+
+TEST_F(Store, AScopeIsWrittenWholeOrNotAtAll) {
+    {
+        World world(file);
+        world.store().set("kept", "old");
+        StoreTransaction outer(world.store());
+        world.store().set("kept", "outer");
+        {
+            StoreTransaction inner(world.store());
+            world.store().set("kept", "inner");
+            world.store().set("added", "inner");
+            EXPECT_EQ(world.store().get("added"), "inner");
+        }
+        EXPECT_EQ(world.store().get("kept"), "outer");
+        EXPECT_EQ(world.store().get("added"), Text());
+        StoreTransaction inner(world.store());
+        world.store().set("second", "inner");
+        inner.commit();
+        EXPECT_EQ(reopened("kept"), "old");
+        outer.commit();
+        EXPECT_EQ(reopened("kept"), "outer");
+
+        StoreTransaction dropped(world.store());
+        world.store().set("second", "never");
+    }
+    EXPECT_EQ(reopened("second"), "inner");
+    EXPECT_EQ(reopened("added"), Text());
+}
+
+TEST_F(Store, OnlyTheUserMayReadIt) {
+    { World world(file); }
+    World world(file);
+    world.store().set("key", "value");
+    EXPECT_EQ(mode(file.parent_path()), 0700U);
+    for (const char* suffix : {"", "-wal", "-shm"})
+        EXPECT_EQ(mode(fs::path(file) += suffix), 0600U) << suffix;
+}
+
+TEST_F(Store, LoosePermissionsAreTightened) {
+    World(file).store().set("key", "value");
+    ::chmod(file.c_str(), 0666);
+    ::chmod(file.parent_path().c_str(), 0777);
+    EXPECT_EQ(reopened("key"), "value");
+    EXPECT_EQ(mode(file), 0600U);
+    EXPECT_EQ(mode(file.parent_path()), 0700U);
+
+    writeFile(file.parent_path() / "of somebody else", "");
+    ::chmod(file.parent_path().c_str(), 0755);
+    EXPECT_EQ(reopened("key"), "value");
+    EXPECT_EQ(mode(file.parent_path()), 0755U) << "a directory with other files is left alone";
+}
+
+TEST_F(Store, ALinkIsNotFollowed) {
+    const fs::path target = directory / "target.db";
+    World(target).store().set("key", "of the target");
+    fs::create_directories(file.parent_path());
+    fs::create_symlink(target, file);
+    World world(file);
+    EXPECT_EQ(world.store().get("key"), Text());
+    EXPECT_EQ(world.log.count("cannot be", 4), 1U) << world.log.text();
+    world.store().set("key", "new");
+    EXPECT_EQ(world.store().get("key"), "new");
+    EXPECT_EQ(World(target).store().get("key"), "of the target");
+}
+
+TEST_F(Store, AFileThatIsNotOursIsMovedAside) {
+    fs::create_directories(file.parent_path());
+    const auto foreign = [&](const char* statement) {
+        SQLite::Database(file.string(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE)
+            .exec(statement);
+    };
+    const std::vector<std::function<void()>> cases{
+        [&] { writeFile(file, "not a database at all, but long enough to look like one"); },
+        [&] { foreign("CREATE TABLE theirs (x)"); },
+        [&] { foreign("PRAGMA application_id = 7"); },
+        [&] {
+            World(file).store().set("key", "lost");
+            foreign("PRAGMA user_version = 2");
+        },
+        [&] {
+            World(file).store().set("key", "lost");
+            std::string bytes = readFile(file);
+            bytes.replace(100, bytes.size() - 100, bytes.size() - 100, '\x5a');
+            writeFile(file, bytes);
+        },
+    };
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        SCOPED_TRACE(i);
+        fs::remove(file);
+        cases[i]();
+        const std::string before = readFile(file);
+        World world(file);
+        EXPECT_EQ(world.log.count("is begun", 4), 1U) << world.log.text();
+        EXPECT_EQ(readFile((fs::path(file) += ".damaged-") += std::to_string(i + 1)), before);
+        EXPECT_EQ(world.store().get("key"), Text());
+        world.store().set("key", "again");
+        EXPECT_EQ(reopened("key"), "again");
+    }
+}
+
+TEST_F(Store, DamageFoundInWritingCostsNoEntry) {
+    World world(file);
+    const auto save = [&](const std::string& value) {
+        StoreTransaction transaction(world.store());
+        for (int i = 0; i < 2000; ++i)
+            world.store().set("key " + std::to_string(i), value);
+        transaction.commit();
+    };
+    save("old");
+    {
+        SQLite::Database other(file.string(), SQLite::OPEN_READWRITE);
+        other.exec("PRAGMA wal_checkpoint(TRUNCATE)");
+    }
+    std::string bytes = readFile(file);
+    std::fill(bytes.begin() + 4096, bytes.end(), '\x5a');
+    writeFile(file, bytes);
+    save("new");
+    EXPECT_EQ(world.log.count("is begun", 4), 1U) << world.log.text();
+    EXPECT_EQ(reopened("key 0"), "new");
+    EXPECT_EQ(reopened("key 1999"), "new");
+}
+
+TEST_F(Store, AFullDiskLosesNothing) {
+    World world(file);
+    world.store().set("before", "written");
+    {
+        const FullDisk full((fs::path(file) += "-wal"));
+        for (int i = 0; i < 5; ++i) {
+            StoreTransaction transaction(world.store());
+            world.store().set("choice", std::to_string(i));
+            world.store().set("before", std::string(10'000, 'x'));
+            transaction.commit();
+        }
+        EXPECT_EQ(world.store().get("choice"), "4");
+        EXPECT_EQ(world.log.count("cannot be written", 4), 1U) << world.log.text();
+        {
+            StoreTransaction dropped(world.store());
+            world.store().set("choice", "never");
+        }
+    }
+    EXPECT_EQ(reopened("before"), "written");
+    EXPECT_TRUE(world.pollUntil([&] { return world.log.count("written again") == 1; }));
+    EXPECT_EQ(reopened("choice"), "4");
+    EXPECT_EQ(reopened("before"), std::string(10'000, 'x'));
+}
+
+TEST_F(Store, AStoreThatCannotBeOpenedIsTriedAgain) {
+    writeFile(file.parent_path(), "a file stands where the directory should be");
+    World world(file);
+    world.store().set("choice", "1");
+    EXPECT_EQ(world.store().get("choice"), "1");
+    EXPECT_EQ(world.log.count("", 4), 1U) << world.log.text();
+    fs::remove(file.parent_path());
+    world.store().set("choice", "2");
+    EXPECT_EQ(reopened("choice"), "2");
+}
+
+TEST_F(Store, TwoProcessesNeverMixTheirSaves) {
+    World one(file);
+    World two(file);
+    const auto save = [](World& world, const std::string& value) {
+        StoreTransaction transaction(world.store());
+        for (const char* key : {"a", "b", "c"})
+            world.store().set(key, value);
+        world.store().set("time of " + value, value);
+        transaction.commit();
+    };
+    save(one, "1");
+    save(two, "2");
+    save(one, "1"); // to the first process nothing changed but the time
+    for (const char* key : {"a", "b", "c"})
+        EXPECT_EQ(reopened(key), "1") << key;
+    EXPECT_EQ(one.store().get("time of 2"), "2") << "read with the last writing";
+}
+
+} // namespace vx::services::test

@@ -1,0 +1,76 @@
+#include "tests/services/kill/Saver.h"
+
+#include "services/core/Services.h"
+#include "tests/services/kill/Saves.h"
+#include "tools/recording/RecordingDoors.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/engine/VXPrivacyAPI.h"
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+namespace vx::services::test {
+
+namespace {
+
+constexpr std::uint64_t kTwoHours = 2 * 60 * 60 * 1000; // longer than any wait for the next try
+
+Settings settings(const std::string& store, const std::string& host, const Clock& clock) {
+    Settings settings;
+    settings.store = store;
+    settings.hosts = {host, host, host};
+    settings.clock = &clock;
+    settings.logLevel = 4;
+    return settings;
+}
+
+std::uint64_t lastSaveIn(KeyValueStore& store) {
+    const auto time = store.get(kVXConsentTime);
+    return time ? lastSave({{std::string(kVXConsentTime), *time}}) : 0;
+}
+
+void report(std::uint64_t number) {
+    const std::string line = std::to_string(number) + "\n";
+    if (::write(STDOUT_FILENO, line.data(), line.size()) < 0)
+        ::_exit(3);
+}
+
+} // namespace
+
+void saveForEver(const std::string& store, const std::string& host) {
+    recording::StandingClock clock(timeOfSave(0));
+    Services services(settings(store, host, clock));
+    std::uint64_t number = lastSaveIn(services.platform().store);
+    clock.setNow(timeOfSave(number));
+    const Runtime runtime(services.platform());
+    VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
+    engine.setSiteID(12, 5);
+    for (;;) {
+        clock.setNow(timeOfSave(++number));
+        engine.setConsentUser(userOfSave(number));
+        engine.saveConsent(consentOfSave(number));
+        report(number);
+        services.poll();
+    }
+}
+
+bool postAll(const std::string& store, const std::string& host) {
+    recording::StandingClock clock(timeOfSave(0) + kTwoHours);
+    Services services(settings(store, host, clock));
+    SQLite::Database file(store, SQLite::OPEN_READWRITE, 1000);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (file.execAndGet("SELECT count(*) FROM outbox").getInt() > 0) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        services.poll();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return true;
+}
+
+} // namespace vx::services::test
