@@ -38,6 +38,11 @@ void addPlay(CLI::App& app) {
     auto file = std::make_shared<std::string>("-");
     command->add_option("FILE", *file, "The session, one JSON object a line; \"-\": standard input")
         ->capture_default_str();
+    command->footer("Each step prints its effects; the session ends with status 2 at a step that "
+                    "cannot be run.\nExample:\n"
+                    "  {\"do\":\"setSiteID\",\"siteID\":12,\"privacyID\":5}\n"
+                    "  {\"do\":\"acceptAllConsent\"}\n"
+                    "  {\"do\":\"store\"}");
     command->callback([file] { playFile(*file); });
 }
 

@@ -14,7 +14,8 @@ namespace vx::tools::play {
 class Session {
 public:
     explicit Session(recording::EventSink sink)
-        : sink_(std::move(sink)), world_(std::make_unique<recording::World>(defaults(), sink_)) {}
+        : sink_(std::move(sink)),
+          world_(std::make_unique<recording::World>(recording::WorldSettings(), sink_)) {}
 
     recording::World& world() { return *world_; }
     VXMobilePrivacy& engine() { return world_->engine(); }
@@ -27,8 +28,6 @@ public:
     void answer(const recording::Event& result) { sink_({{"result", result}}); }
 
 private:
-    static recording::WorldSettings defaults() { return {}; }
-
     recording::EventSink sink_;
     std::unique_ptr<recording::World> world_;
 };

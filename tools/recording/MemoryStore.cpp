@@ -19,8 +19,6 @@ void MemoryStore::beginTransaction() {
 
 void MemoryStore::commitTransaction() {
     before_.pop_back();
-    if (before_.empty())
-        ++commits_;
 }
 
 void MemoryStore::rollBackTransaction() {

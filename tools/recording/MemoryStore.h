@@ -20,13 +20,10 @@ public:
 
     const Texts& entries() const { return entries_; }
     void remove(std::string_view key);
-    /// How many transactions were committed that no other one enclosed.
-    std::size_t commits() const { return commits_; }
 
 private:
     Texts entries_;
     std::vector<Texts> before_; // the entries as each open transaction found them
-    std::size_t commits_ = 0;
 };
 
 } // namespace vx::recording
