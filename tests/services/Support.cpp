@@ -46,9 +46,15 @@ World::World(const fs::path& store, Settings settings)
       }()) {}
 
 bool World::pollUntil(const std::function<bool()>& condition) {
+    return waitUntil([&] {
+        services.poll();
+        return condition();
+    });
+}
+
+bool waitUntil(const std::function<bool()>& condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (std::chrono::steady_clock::now() < deadline) {
-        services.poll();
         if (condition())
             return true;
         std::this_thread::sleep_for(std::chrono::milliseconds(1));

@@ -4,7 +4,6 @@
 #include "tools/recording/RecordingDoors.h"
 #include "vxprivacy/platform/core/Doors.h"
 
-#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -56,6 +55,9 @@ struct World {
     recording::StandingClock clock{1'600'000'000'000};
     Services services;
 };
+
+/// Waits until `condition` holds; false when it does not within half a minute.
+bool waitUntil(const std::function<bool()>& condition);
 
 void writeFile(const std::filesystem::path& file, std::string_view text);
 std::string readFile(const std::filesystem::path& file);

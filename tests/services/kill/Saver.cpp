@@ -1,6 +1,7 @@
 #include "tests/services/kill/Saver.h"
 
 #include "services/core/Services.h"
+#include "tests/services/Support.h"
 #include "tests/services/kill/Saves.h"
 #include "tools/recording/RecordingDoors.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
@@ -8,9 +9,6 @@
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 
 #include <unistd.h>
-
-#include <chrono>
-#include <thread>
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -63,14 +61,10 @@ bool postAll(const std::string& store, const std::string& host) {
     recording::StandingClock clock(timeOfSave(0) + kTwoHours);
     Services services(settings(store, host, clock));
     SQLite::Database file(store, SQLite::OPEN_READWRITE, 1000);
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-    while (file.execAndGet("SELECT count(*) FROM outbox").getInt() > 0) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
+    return waitUntil([&] {
         services.poll();
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    return true;
+        return file.execAndGet("SELECT count(*) FROM outbox").getInt() == 0;
+    });
 }
 
 } // namespace vx::services::test

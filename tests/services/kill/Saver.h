@@ -8,7 +8,8 @@ namespace vx::services::test {
 /// standard output the number of each save that returned, a line each. Only ends by being killed.
 [[noreturn]] void saveForEver(const std::string& store, const std::string& host);
 
-/// Posts all beacons that wait in the store, then returns. False: some were left after a minute.
+/// Posts all beacons that wait in the store, then returns. False: some were left after half a
+/// minute.
 bool postAll(const std::string& store, const std::string& host);
 
 } // namespace vx::services::test

@@ -1,0 +1,91 @@
+#include "services/sdk/TagSDK.h"
+#include "tests/services/Support.h"
+#include "vxprivacy/platform/core/VXNotifications.h"
+
+#include <regex>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace vx::services::test {
+
+TEST(TagSDK, SendsHitsOnlyWhileItIsOn) {
+    NotificationCenter center;
+    std::vector<std::string> sent;
+    TagSDK sdk(center, [&](const TagSDK::Hit& hit) {
+        sent.push_back(std::string(hit.data) + " " + hit.permanentData.at("PRIVACY_CAT_1"));
+    });
+    const auto post = [&](std::string_view name, std::optional<Notification::UserInfo> userInfo) {
+        center.post({std::string(name), nullptr, std::move(userInfo)});
+    };
+    sdk.addPermanentData("PRIVACY_CAT_1", "0");
+    EXPECT_FALSE(sdk.accept("before"));
+    post(kVXNotification_StartingTheSDK,
+         Notification::UserInfo{{std::string(kVXUserInfo_POSTData), "&PRIVACY_CAT_1=0"}});
+    EXPECT_EQ(sdk.startData(), "&PRIVACY_CAT_1=0");
+    EXPECT_TRUE(sdk.accept("first"));
+    sdk.addPermanentData("PRIVACY_CAT_1", "1");
+    EXPECT_TRUE(sdk.accept("second"));
+    post(kVXNotification_StoppingTheSDK, {});
+    EXPECT_FALSE(sdk.accept("after"));
+    EXPECT_EQ(sent, (std::vector<std::string>{"first 0", "second 1"}));
+    EXPECT_EQ(sdk.sent(), 2U);
+    EXPECT_EQ(sdk.dropped(), 2U);
+    post(kVXNotification_StartingTheSDK, {});
+    EXPECT_EQ(sdk.startData(), "");
+}
+
+TEST(TagSDK, ForgetsRemovedData) {
+    NotificationCenter center;
+    TagSDK sdk(center, [](const TagSDK::Hit&) {});
+    sdk.addPermanentData("key", "value");
+    EXPECT_EQ(sdk.getPermanentData("key"), "value");
+    sdk.removePermanentData("key");
+    sdk.removePermanentData("key");
+    EXPECT_EQ(sdk.getPermanentData("key"), std::nullopt);
+}
+
+TEST(Variables, TheSDKIdentifierIsMadeOnceForAnInstallation) {
+    const TemporaryDirectory directory;
+    const auto identifier = [&](const char* store) {
+        World world(directory / store);
+        return *world.services.platform().coreVariables.get(kVXPredefinedVariable_SDKID);
+    };
+    const std::string made = identifier("one.db");
+    EXPECT_TRUE(std::regex_match(
+        made, std::regex("[0-9a-f]{8}-[0-9a-f]{4}-4[0-9a-f]{3}-[89ab][0-9a-f]{3}-[0-9a-f]{12}")))
+        << made;
+    EXPECT_EQ(identifier("one.db"), made);
+    EXPECT_NE(identifier("another.db"), made);
+}
+
+TEST(Variables, TheApplicationAddsItsOwn) {
+    const TemporaryDirectory directory;
+    Settings settings;
+    settings.userAgent = "Shop/7";
+    settings.variables = [](std::string_view name) {
+        return name == "customer" ? std::optional<std::string>("42") : std::nullopt;
+    };
+    World world(directory / "store.db", settings);
+    const Platform platform = world.services.platform();
+    EXPECT_EQ(platform.predefinedVariables.get("customer"), "42");
+    EXPECT_EQ(platform.coreVariables.get(kVXPredefinedVariable_UserAgent), "Shop/7");
+    EXPECT_EQ(platform.coreVariables.get("unknown"), std::nullopt);
+}
+
+TEST(Log, LeavesOutWhatIsBelowItsLevel) {
+    const TemporaryDirectory directory;
+    Settings settings;
+    settings.store = directory / "store.db";
+    settings.logFile = directory / "log.txt";
+    settings.logLevel = 3;
+    Services services(settings);
+    services.platform().logger.log("below", 2);
+    services.platform().logger.log("problem {} %s\xff", 4);
+    const std::string text = readFile(*settings.logFile);
+    EXPECT_EQ(text.find("below"), std::string::npos);
+    EXPECT_NE(text.find("[4] problem {} %s\xff\n"), std::string::npos) << text;
+}
+
+} // namespace vx::services::test
