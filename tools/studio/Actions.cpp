@@ -1,0 +1,85 @@
+#include "tools/studio/Actions.h"
+
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <string>
+
+#include "tools/studio/Answers.h"
+#include "tools/studio/EventStream.h"
+#include "tools/studio/Session.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+constexpr double kMillisecondsPerDay = 86'400'000.0;
+constexpr double kMostDays = 200 * 366;
+
+Json argument(const httplib::Request& request, const char* name) {
+    const Json body = Json::parse(request.body, nullptr, false);
+    return body.is_object() ? body.value(name, Json()) : Json();
+}
+
+Problem sendHit(Session& session, const httplib::Request& request) {
+    const Json name = argument(request, "name");
+    return session.hit(name.is_string() ? name.get<std::string>() : "screen_view");
+}
+
+Problem setNetwork(Session& session, const httplib::Request& request) {
+    const Json on = argument(request, "on");
+    if (!on.is_boolean())
+        return "say {\"on\": true} or {\"on\": false}";
+    return session.setNetwork(on.get<bool>());
+}
+
+Problem moveClock(Session& session, const httplib::Request& request) {
+    const Json advance = argument(request, "advance");
+    const Json days = advance.is_number() ? advance : argument(request, "offset");
+    if (!days.is_number() || std::abs(days.get<double>()) > kMostDays)
+        return "say {\"advance\": DAYS} or {\"offset\": DAYS}";
+    const std::chrono::milliseconds move(
+        static_cast<std::int64_t>(days.get<double>() * kMillisecondsPerDay));
+    return session.moveClock(advance.is_number() ? session.clockOffset() + move : move);
+}
+
+struct Action {
+    const char* path;
+    Problem (*perform)(Session&, const httplib::Request&);
+};
+constexpr Action kActions[] = {
+    {"/api/accept", [](Session& session, const httplib::Request&) { return session.accept(); }},
+    {"/api/refuse", [](Session& session, const httplib::Request&) { return session.refuse(); }},
+    {"/api/relaunch", [](Session& session, const httplib::Request&) { return session.relaunch(); }},
+    {"/api/kill", [](Session& session, const httplib::Request&) { return session.killHard(); }},
+    {"/api/reset", [](Session& session, const httplib::Request&) { return session.reset(); }},
+    {"/api/hit", sendHit},
+    {"/api/network", setNetwork},
+    {"/api/clock", moveClock},
+};
+
+void publish(Session& session, const httplib::Request& request, httplib::Response& response) {
+    const Publication::Draft draft = session.publish(request.body);
+    if (!draft.problem.empty())
+        answerError(response, 422, draft.problem);
+    else
+        answer(response, {{"version", draft.version}, {"text", draft.text}});
+}
+
+} // namespace
+
+void addActions(httplib::Server& server, Session& session, const EventStream& events) {
+    for (const Action& action : kActions)
+        server.Post(action.path, [&](const httplib::Request& request, httplib::Response& response) {
+            if (const Problem problem = action.perform(session, request))
+                answerError(response, 409, *problem);
+            else
+                answer(response, events.state());
+        });
+    server.Post("/api/configuration",
+                [&](const httplib::Request& request, httplib::Response& response) {
+                    publish(session, request, response);
+                });
+}
+
+} // namespace vx::tools::studio

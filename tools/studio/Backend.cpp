@@ -1,0 +1,78 @@
+#include "tools/studio/Backend.h"
+
+#include <functional>
+#include <utility>
+
+#include "tools/studio/Assets.h"
+#include "tools/studio/EventStream.h"
+#include "tools/studio/Json.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+std::string entityTag(const std::string& document) {
+    return '"' + std::to_string(std::hash<std::string>{}(document)) + '"';
+}
+
+} // namespace
+
+Backend::Backend(std::int32_t siteID, std::int32_t privacyID, EventStream& events)
+    : configurationPath_("/mobile/" + std::to_string(siteID) + "/" + std::to_string(privacyID) +
+                         "/privacy.json"),
+      events_(events), server_([this](httplib::Server& server) { addRoutes(server); }) {}
+
+bool Backend::start(int port) {
+    return server_.start(port) || server_.start(0);
+}
+
+void Backend::publish(std::string document) {
+    const std::lock_guard lock(mutex_);
+    document_ = std::move(document);
+}
+
+std::string Backend::published() const {
+    const std::lock_guard lock(mutex_);
+    return document_;
+}
+
+void Backend::addRoutes(httplib::Server& server) {
+    server.Get(configurationPath_,
+               [this](const httplib::Request& request, httplib::Response& response) {
+                   answerConfiguration(request, response);
+               });
+    server.Get("/v2/vendor-list.json", [](const httplib::Request&, httplib::Response& response) {
+        response.set_content(asset("vendor-list.json"), "application/json");
+    });
+    server.Post("/privacy-consent/",
+                [this](const httplib::Request& request, httplib::Response& response) {
+                    collect(request, response);
+                });
+    server.set_logger([this](const httplib::Request& request, const httplib::Response& response) {
+        events_.append("request", request.method + " " + request.target + " \u2192 " +
+                                      std::to_string(response.status));
+    });
+}
+
+void Backend::answerConfiguration(const httplib::Request& request,
+                                  httplib::Response& response) const {
+    const std::string document = published();
+    const std::string tag = entityTag(document);
+    response.set_header("ETag", tag);
+    response.set_header("Cache-Control", "no-cache");
+    if (request.get_header_value("If-None-Match") == tag)
+        response.status = 304;
+    else
+        response.set_content(document, "application/json"); // compressed when the client takes it
+}
+
+void Backend::collect(const httplib::Request& request, httplib::Response& response) {
+    const Json beacon = Json::parse(request.body, nullptr, false);
+    events_.append({{"kind", "beacon"},
+                    {"title", "Beacon arrived at " + request.path},
+                    {"text", request.body},
+                    {"body", beacon.is_discarded() ? Json(request.body) : beacon}});
+    response.set_content("{}", "application/json");
+}
+
+} // namespace vx::tools::studio

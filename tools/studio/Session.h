@@ -1,0 +1,65 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <mutex>
+#include <string>
+
+#include "tools/studio/ApplicationProcess.h"
+#include "tools/studio/Backend.h"
+#include "tools/studio/Options.h"
+#include "tools/studio/Publication.h"
+
+namespace vx::tools::studio {
+
+class EventStream;
+
+/// What can be done in the studio: to the application and to the world around it. May be called on
+/// any thread; one thing happens at a time, and is done when the call returns.
+class Session {
+public:
+    /// `publication` is what the development backend serves first; unused with real hosts.
+    Session(const Options& options, Publication publication, EventStream& events);
+
+    /// Brings the network up, with the backend on `port` if it is free, and launches the
+    /// application.
+    Problem start(int port);
+    /// Ends the application and the network.
+    void stop();
+
+    Problem accept() { return tell({{"do", "accept"}}); }
+    Problem refuse() { return tell({{"do", "refuse"}}); }
+    /// Sends a hit through the tag SDK.
+    Problem hit(const std::string& name) { return tell({{"do", "hit"}, {"name", name}}); }
+    /// Ends the process and starts a new one on the same store.
+    Problem relaunch();
+    /// The same without giving the process a chance to finish.
+    Problem killHard();
+    /// A new installation: the store's file is deleted while no application runs.
+    Problem reset();
+    /// Puts the application's clock ahead of the system's by `offset`.
+    Problem moveClock(std::chrono::milliseconds offset);
+    std::chrono::milliseconds clockOffset() const;
+    Problem setNetwork(bool on);
+
+    /// The published document. Empty with real hosts.
+    Publication::Draft published() const;
+    Publication::Draft publish(const std::string& text);
+
+private:
+    Problem tell(Json command);
+    Problem launch();
+    void deleteStore() const;
+    void reportPublished();
+    void reportNetwork();
+
+    const Options options_;
+    EventStream& events_;
+    mutable std::mutex mutex_; // one operation at a time; guards what follows
+    Publication publication_;
+    Backend backend_;
+    ApplicationProcess application_;
+    std::chrono::milliseconds clockOffset_{0};
+};
+
+} // namespace vx::tools::studio

@@ -1,0 +1,117 @@
+#include "tools/Commands.h"
+
+#include <csignal>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <thread>
+
+#include "tools/studio/Assets.h"
+#include "tools/studio/Browser.h"
+#include "tools/studio/EventStream.h"
+#include "tools/studio/Options.h"
+#include "tools/studio/PageServer.h"
+#include "tools/studio/Publication.h"
+#include "tools/studio/Session.h"
+#include "tools/studio/Transcript.h"
+#include "tools/studio/application/Application.h"
+
+#include <CLI/CLI.hpp>
+
+namespace vx::tools {
+
+namespace {
+
+using namespace studio;
+
+[[noreturn]] void fail(const std::string& reason) {
+    std::cerr << "vxprivacy studio: " << reason << '\n';
+    throw CLI::RuntimeError(kUnusableInput);
+}
+
+// Signals that end the studio are taken by `waitForEnd`; every later thread inherits this.
+sigset_t blockEndingSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        sigaddset(&signals, signal);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    std::signal(SIGPIPE, SIG_IGN); // a killed application or a closed page must not end the studio
+    return signals;
+}
+
+void waitForEnd(const sigset_t& signals) {
+    int signal = 0;
+    sigwait(&signals, &signal);
+}
+
+// The copy published in an earlier run lies beside the store: the store holds its version, and
+// nothing older would be taken for newer.
+Publication choosePublication(const Options& options) {
+    if (options.config.empty())
+        return Publication(options.store.string() + ".published.json", asset("category.json"));
+    Publication publication(readFile(options.config));
+    if (const std::string& problem = publication.inForce().problem; !problem.empty())
+        fail(options.config.string() + ": " + problem);
+    return publication;
+}
+
+void run(Options options) {
+    if (options.store.empty())
+        options.store = defaultStore(options);
+    options.store = std::filesystem::absolute(options.store);
+
+    const sigset_t signals = blockEndingSignals();
+    EventStream events;
+    Session session(options, choosePublication(options), events);
+    PageServer page(session, events);
+    if (!page.start(options.port))
+        fail("no free port from " + std::to_string(options.port));
+    if (const Problem problem = session.start(options.port == 0 ? 0 : page.port() + 1))
+        fail(*problem);
+
+    std::thread transcript([&] { printTranscript(events, page.address(), page.token()); });
+    if (!options.noBrowser)
+        openBrowser(page.address());
+    waitForEnd(signals);
+    events.close();
+    transcript.join();
+    page.stop();
+    session.stop();
+}
+
+void runOrFail(const Options& options) {
+    try {
+        run(options);
+    } catch (const std::system_error& error) {
+        fail(error.what());
+    }
+}
+
+} // namespace
+
+void addStudio(CLI::App& app) {
+    auto options = std::make_shared<Options>();
+    CLI::App* command = app.add_subcommand(
+        "studio", "Run an application with consent on a development backend, and watch it");
+    command->add_option("--config", options->config, "Privacy configuration to serve");
+    command->add_option("--store", options->store, "SQLite file of the application");
+    command->add_option("--port", options->port, "Port of the page (8480; 0: any)")
+        ->check(CLI::Range(0, 65535));
+    command->add_flag("--no-browser", options->noBrowser, "Do not open the page");
+    CLI::Option* live = command->add_flag("--live", options->live, "Use the real hosts");
+    CLI::Option* site = command->add_option("--site", options->site, "Site ID, with --live");
+    CLI::Option* privacy =
+        command->add_option("--privacy", options->privacy, "Privacy ID, with --live");
+    live->needs(site)->needs(privacy)->excludes("--config");
+    site->needs(live);
+    privacy->needs(live);
+    command->callback([options] { runOrFail(*options); });
+
+    app.add_subcommand(kApplicationCommand, "The application that the studio runs")
+        ->group("") // not for users, so not in the help
+        ->callback([] { runApplication(); });
+}
+
+} // namespace vx::tools

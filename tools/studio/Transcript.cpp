@@ -1,0 +1,86 @@
+#include "tools/studio/Transcript.h"
+
+#include <chrono>
+#include <iomanip>
+#include <iostream>
+
+#include "tools/studio/EventStream.h"
+#include "tools/studio/Json.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+std::ostream& field(const char* name) {
+    return std::cout << "  " << std::left << std::setw(15) << name;
+}
+
+void printHeading(const EventStream& events, const std::string& address, const std::string& token) {
+    const Json state = events.state();
+    std::cout << "VXPrivacy studio\n";
+    field("page") << address << "/\n";
+    if (state["session"]["live"] == false)
+        field("backend") << state["network"].value("address", "")
+                         << " (configuration CDN, vendor list, consent collector)\n";
+    field("store") << state["session"].value("store", "") << '\n';
+    field("token") << token << '\n';
+    field("try") << "curl -X POST -H 'X-Studio-Token: " << token << "' " << address
+                 << "/api/accept\n";
+    std::cout << "\nStart-up\n";
+}
+
+void printEntry(const Json& entry) {
+    field(entry.value("kind", "").c_str()) << entry.value("title", "") << '\n';
+}
+
+std::int64_t configurationVersion(const Json& state) {
+    const Json::json_pointer version("/application/configuration/version");
+    return state.contains(version) ? state[version].get<std::int64_t>() : 0;
+}
+
+bool isUpToDate(const Json& state) {
+    const std::int64_t version = configurationVersion(state);
+    return version > 0 && version >= state.value(Json::json_pointer("/published/version"), 0);
+}
+
+// Prints the entries as they come.
+void printStartUp(EventStream& events) {
+    EventStream::Position position;
+    for (const auto end = Clock::now() + 3s; Clock::now() < end;) {
+        const EventStream::News news = events.waitAfter(position, 100ms);
+        position = news.position;
+        for (const Json& entry : news.entries)
+            printEntry(entry);
+        if (news.closed || (news.entries.empty() && isUpToDate(events.state())))
+            return;
+    }
+}
+
+void printOutcome(const Json& state) {
+    const Json application = state.value("application", Json::object());
+    const Json engine = application.value("engine", Json::object());
+    const Json decision = application.value("decision", Json::object());
+    std::cout << "\nNow\n";
+    if (const std::int64_t version = configurationVersion(state); version > 0)
+        field("configuration") << "version " << version << '\n';
+    else
+        field("configuration") << "none yet\n";
+    field("display flag") << (decision.value("mustAsk", true) ? "1" : "0") << ", "
+                          << decision.value("text", "") << '\n';
+    field("state") << engine.value("privacyState", 0) << ", "
+                   << decision.value("state", "no decision known") << '\n';
+    std::cout << "\nCtrl-C ends the studio." << std::endl;
+}
+
+} // namespace
+
+void printTranscript(EventStream& events, const std::string& address, const std::string& token) {
+    printHeading(events, address, token);
+    printStartUp(events);
+    printOutcome(events.state());
+}
+
+} // namespace vx::tools::studio

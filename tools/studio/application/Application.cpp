@@ -1,0 +1,137 @@
+#include "tools/studio/application/Application.h"
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <unistd.h>
+
+#include "services/core/Services.h"
+#include "services/sdk/TagSDK.h"
+#include "tools/studio/Json.h"
+#include "tools/studio/LineReader.h"
+#include "tools/studio/application/Report.h"
+#include "tools/studio/application/ReportingDoors.h"
+#include "tools/studio/application/State.h"
+#include "tools/studio/application/WakeUp.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/platform/core/Runtime.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kTick{500}; // for what depends on the time alone
+
+void reportHit(std::string_view name, bool sent, const Json& data) {
+    report("hit", std::string(name) + (sent ? " sent" : " dropped"),
+           {{"name", name}, {"sent", sent}, {"data", data}});
+}
+
+void reportSent(const services::TagSDK::Hit& hit) {
+    reportHit(hit.data, true, sortedData(hit.permanentData));
+}
+
+/// The application as its developer would write it, with the studio's doors where it has any.
+class Application {
+public:
+    Application(const Json& world, const WakeUp& wakeUp)
+        : store_(world.value("store", "")), services_(settings(world)),
+          runtime_(services_.platform()),
+          sdk_(std::make_shared<services::TagSDK>(notifications_, reportSent)) {
+        services_.setWakeUp([&wakeUp] { wakeUp.signal(); });
+        VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
+        engine.registerCallback(std::make_shared<ReportingCallbacks>());
+        engine.setSiteID(world.value("site", 0), world.value("privacy", 0), sdk_);
+    }
+
+    void perform(const Json& command) {
+        VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
+        const std::string what = command.value("do", "");
+        if (what == "accept")
+            engine.acceptAllConsent();
+        else if (what == "refuse")
+            engine.refuseAllConsent();
+        else if (what == "hit")
+            sendHit(command.value("name", ""));
+        else if (what == "clock")
+            moveClock(milliseconds(command.value("offset", std::int64_t{0})));
+    }
+
+    void poll() { services_.poll(); }
+
+    void reportState() {
+        Json state = applicationState(*sdk_, store_);
+        if (state == lastState_)
+            return;
+        report({{"kind", "state"}, {"body", state}});
+        lastState_ = std::move(state);
+    }
+
+private:
+    services::Settings settings(const Json& world) {
+        clock_.setOffset(milliseconds(world.value("clockOffset", std::int64_t{0})));
+        services::Settings settings;
+        settings.store = store_;
+        if (const std::string host = world.value("host", ""); !host.empty())
+            settings.hosts = {
+                .configurationCDN = host, .vendorList = host, .consentCollector = host};
+        settings.userAgent = "HarbourWeekly/1.0 (VXPrivacy studio)";
+        settings.logger = &logger_;
+        settings.clock = &clock_;
+        settings.notifications = &notifications_;
+        return settings;
+    }
+
+    void sendHit(const std::string& name) {
+        if (!sdk_->accept(name))
+            reportHit(name, false, Json::object());
+    }
+
+    // As an application that comes to the foreground after a long time does.
+    void moveClock(milliseconds offset) {
+        clock_.setOffset(offset);
+        VXMobilePrivacy::sharedInstance().checkConsentValidity();
+    }
+
+    const std::filesystem::path store_;
+    ReportingLogger logger_;
+    ReportingNotifications notifications_;
+    MovableClock clock_;
+    services::Services services_;
+    Runtime runtime_;
+    std::shared_ptr<services::TagSDK> sdk_;
+    Json lastState_;
+};
+
+} // namespace
+
+void runApplication() {
+    const WakeUp wakeUp;
+    LineReader input(STDIN_FILENO);
+    std::unique_ptr<Application> application;
+    while (!input.ended()) {
+        if (wakeUp.waitFor(STDIN_FILENO, kTick))
+            input.read();
+        if (application)
+            application->poll();
+        while (const auto line = input.next()) {
+            const Json command = Json::parse(*line, nullptr, false);
+            if (!command.is_object())
+                continue;
+            if (!application)
+                application = std::make_unique<Application>(command, wakeUp);
+            else
+                application->perform(command);
+            application->reportState();
+            report({{"kind", "done"}, {"id", command.value("id", 0)}});
+        }
+        if (application)
+            application->reportState();
+    }
+}
+
+} // namespace vx::tools::studio

@@ -1,0 +1,54 @@
+#include "tools/studio/application/ReportingDoors.h"
+
+#include <algorithm>
+#include <string>
+
+#include "tools/studio/application/Report.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+template <class Dictionary>
+Json object(const Dictionary& dictionary) {
+    auto result = Json::object();
+    for (const auto& [key, value] : dictionary)
+        result[key] = value;
+    return result;
+}
+
+} // namespace
+
+void ReportingLogger::log(std::string_view message, int level) {
+    report({{"kind", "log"}, {"title", message}, {"level", level}});
+}
+
+void ReportingNotifications::post(const Notification& notification) {
+    report("notification", notification.name,
+           notification.userInfo ? Json(object(*notification.userInfo)) : nullptr);
+    NotificationCenter::post(notification);
+}
+
+void ReportingCallbacks::consentUpdated(const ConsentDictionary& consent) {
+    report("callback", "consentUpdated:", object(consent));
+}
+
+void ReportingCallbacks::consentOutdated() {
+    report("callback", "consentOutdated");
+}
+
+void ReportingCallbacks::significantChangesInPrivacy() {
+    report("callback", "significantChangesInPrivacy");
+}
+
+void ReportingCallbacks::consentCategoryChanged() {
+    report("callback", "consentCategoryChanged");
+}
+
+std::uint64_t MovableClock::nowMilliseconds() const {
+    using namespace std::chrono;
+    const auto now = duration_cast<milliseconds>(system_clock::now().time_since_epoch());
+    return static_cast<std::uint64_t>(std::max<std::int64_t>((now + offset_).count(), 0));
+}
+
+} // namespace vx::tools::studio

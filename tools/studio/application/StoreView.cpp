@@ -1,0 +1,31 @@
+#include "tools/studio/application/StoreView.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+namespace vx::tools::studio {
+
+namespace {
+
+Json entries(SQLite::Database& file) {
+    Json pairs = Json::array();
+    SQLite::Statement rows(file, "SELECT key, value FROM entries ORDER BY key");
+    while (rows.executeStep())
+        pairs.push_back({rows.getColumn(0).getString(), rows.getColumn(1).getString()});
+    return pairs;
+}
+
+} // namespace
+
+Json storedState(const std::filesystem::path& store) {
+    Json state = {{"entries", Json::array()}, {"waitingBeacons", 0}};
+    try {
+        SQLite::Database file(store.string(), SQLite::OPEN_READONLY);
+        state["entries"] = entries(file);
+        state["waitingBeacons"] = file.execAndGet("SELECT count(*) FROM outbox").getInt();
+    } catch (const SQLite::Exception&) {
+        return state; // being made, moved aside or unreadable: the next look shows more
+    }
+    return state;
+}
+
+} // namespace vx::tools::studio

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <filesystem>
+
+#include "tools/studio/Json.h"
+
+namespace vx::tools::studio {
+
+/// What a store's file holds at this moment, read from the file itself: "entries", pairs of key and
+/// value by key, and "waitingBeacons". Empty while there is no file to read.
+Json storedState(const std::filesystem::path& store);
+
+} // namespace vx::tools::studio

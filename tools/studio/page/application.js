@@ -1,0 +1,49 @@
+// What the application shows its user: the decision, and the banner when there is one to take.
+
+import { byId, day, element, setText } from "./dom.js";
+
+const headlines = {
+  "first-start": ["Ask the user", "First start: no choice was ever made."],
+  expired: ["Ask the user again", "Expired: the choice is older than 395 days."],
+  reset: ["Ask the user again", "Reset: a new privacy configuration wiped the saved choices."],
+  changed: ["Ask the user again", "Changed: the privacy configuration changed significantly."],
+};
+
+function settled(decision, engine) {
+  const headline = engine.privacyState === 1 ? "Consent given" : "Consent refused";
+  return [headline, `Saved on ${day(decision.savedAt)}, valid until ${day(decision.validUntil)}.`];
+}
+
+function renderDecision(decision, engine) {
+  const [headline, reason] = headlines[decision.reason] ?? settled(decision, engine);
+  setText(byId("decision-headline"), headline);
+  setText(byId("decision-reason"), reason);
+  byId("decision").dataset.tone =
+    decision.mustAsk ? "warn" : engine.privacyState === 1 ? "good" : "neutral";
+}
+
+function renderBanner(decision, configuration) {
+  const button = document.activeElement;
+  const hadFocus = byId("banner").contains(button) || byId("no-banner").contains(button);
+  byId("banner").hidden = !decision.mustAsk;
+  byId("no-banner").hidden = decision.mustAsk;
+  setText(byId("banner-content"), configuration.content ??
+    "The privacy configuration has not arrived yet. A choice made now is saved without categories.");
+  const policy = configuration.policyText
+    ? [element("span", { class: "link", title: configuration.policyURL, text: configuration.policyText })] : [];
+  byId("banner-policy").replaceChildren(...policy);
+  const shown = byId(decision.mustAsk ? "banner" : "no-banner");
+  if (hadFocus && !shown.contains(button))
+    shown.querySelector(`[data-post="${button.dataset.post}"]`).focus();
+}
+
+export function renderApplication({ application, process }) {
+  const pill = byId("process");
+  setText(pill, process?.running ? `Running, launch ${process.launches}` : "Not running");
+  pill.dataset.tone = process?.running ? "good" : "bad";
+  for (const button of document.querySelectorAll('[data-post="accept"], [data-post="refuse"]'))
+    button.disabled = !process?.running;
+  if (!application) return;
+  renderDecision(application.decision, application.engine);
+  renderBanner(application.decision, application.configuration);
+}

@@ -1,0 +1,48 @@
+// The studio's requests and its stream of events.
+
+import { byId } from "./dom.js";
+
+const token = document.querySelector('meta[name="studio-token"]').content;
+
+/** Posts to /api/ACTION; says what went wrong in the toast and throws. */
+export async function post(action, body) {
+  const response = await fetch(`/api/${action}`, {
+    method: "POST",
+    headers: { "X-Studio-Token": token, "Content-Type": "application/json" },
+    body: typeof body === "string" ? body : JSON.stringify(body ?? {}),
+  }).catch(() => undefined);
+  const answer = await response?.json().catch(() => undefined);
+  if (response?.ok) return answer;
+  const problem = answer?.error ?? "The studio does not answer.";
+  showProblem(problem);
+  throw new Error(problem);
+}
+
+/** Posts for an event handler: the problem was shown, there is nothing left to do. */
+export function act(action, body) {
+  return post(action, body).catch(() => undefined);
+}
+
+let hiding;
+export function showProblem(text) {
+  const toast = byId("toast");
+  toast.textContent = text;
+  clearTimeout(hiding);
+  hiding = setTimeout(() => { toast.textContent = ""; }, 6000);
+}
+
+/** Calls back with every state and every entry of the timeline, from the first one on. */
+export function listen({ onState, onEntry }) {
+  const pill = byId("connection");
+  const source = new EventSource("/api/events");
+  let run;
+  source.addEventListener("open", () => { pill.textContent = "Connected"; pill.dataset.tone = "good"; });
+  source.addEventListener("error", () => { pill.textContent = "Disconnected"; pill.dataset.tone = "bad"; });
+  source.addEventListener("entry", (event) => onEntry(JSON.parse(event.data)));
+  source.addEventListener("state", (event) => {
+    const state = JSON.parse(event.data);
+    run ??= state.session.started;
+    if (run !== state.session.started) location.reload(); // another studio, with another token
+    onState(state);
+  });
+}

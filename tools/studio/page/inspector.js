@@ -1,0 +1,71 @@
+// The tag SDK, the store and the engine as they are.
+
+import { byId, element, fillList, setText } from "./dom.js";
+import { act } from "./connection.js";
+
+const kLatestHits = 5;
+const hits = [];
+
+export function wireInspector() {
+  byId("hit-form").addEventListener("submit", (event) => {
+    event.preventDefault();
+    act("hit", { name: byId("hit-name").value });
+  });
+}
+
+/** A value that may be broken after each ";" of a list. */
+function breakable(value) {
+  const parts = value.split(/(?<=;)/);
+  return element("code", {}, ...parts.flatMap((part) => [part, element("wbr")]));
+}
+
+/** Rows [key, value] with the category's name under its key; what changed lights up once. */
+function fillTable(table, rows, names) {
+  const body = table.tBodies[0];
+  const before = new Map([...body.rows].map((row) => [row.dataset.key, row.dataset.value]));
+  const first = before.size === 0;
+  body.replaceChildren(...rows.map(([key, value]) => {
+    const name = names[key] ? [element("small", { text: names[key] })] : [];
+    const shown = value === "" ? element("em", { text: "empty" }) : breakable(value);
+    return element("tr", {
+      "data-key": key, "data-value": value,
+      class: !first && before.get(key) !== value ? "changed" : undefined,
+    }, element("th", { scope: "row" }, element("code", { text: key }), ...name), element("td", {}, shown));
+  }));
+  if (rows.length === 0)
+    body.append(element("tr", {}, element("td", { colspan: "2", class: "nothing", text: "Nothing yet" })));
+}
+
+function shown(value) {
+  if (Array.isArray(value)) return value.length === 0 ? "none" : value.join(", ");
+  return value === null ? "null" : String(value);
+}
+
+function fillProperties(list, object) {
+  fillList(list, Object.entries(object).map(([name, value]) =>
+    [name, shown(value), value === true || value === 1 ? "yes" : undefined]));
+}
+
+/** A hit of the timeline joins the latest ones. */
+export function addHit(entry) {
+  hits.unshift(entry);
+  hits.length = Math.min(hits.length, kLatestHits);
+  byId("hits").replaceChildren(...hits.map(({ body }) => element("li", { "data-sent": body.sent },
+    element("span", { class: "outcome", text: body.sent ? "sent" : "dropped" }),
+    element("code", { text: body.name }),
+    element("span", { class: "with", text: body.sent ? `with ${Object.keys(body.data).length} data` : "" }))));
+}
+
+export function renderInspector({ application, process }) {
+  if (!application) return;
+  const { sdk, engine, answers, store, configuration } = application;
+  const on = sdk.on && process?.running;
+  setText(byId("sdk-switch"), on ? "On" : "Off");
+  byId("sdk-switch").dataset.tone = on ? "good" : "neutral";
+  fillList(byId("sdk-numbers"), [["Hits sent", sdk.sent], ["Hits dropped", sdk.dropped]]);
+  fillTable(byId("permanent-data"), sdk.permanentData, configuration.names);
+  setText(byId("store-count"), String(store.length));
+  fillTable(byId("store"), store, configuration.names);
+  fillProperties(byId("engine"), engine);
+  fillProperties(byId("answers"), answers);
+}

@@ -1,0 +1,34 @@
+import { renderApplication } from "./application.js";
+import { listen } from "./connection.js";
+import { renderControls, wireControls } from "./controls.js";
+import { byId, setText } from "./dom.js";
+import { renderEditor, wireEditor } from "./editor.js";
+import { addHit, renderInspector, wireInspector } from "./inspector.js";
+import { wireTabs } from "./tabs.js";
+import { addEntry, wireTimeline } from "./timeline.js";
+
+let arrived = 0;
+let state;
+
+function render() {
+  setText(byId("facts"), `Site ${state.session.site}, privacy ${state.session.privacy}` +
+    (state.session.live ? ", real hosts" : ""));
+  renderApplication(state);
+  renderControls({ ...state, arrived });
+  renderInspector(state);
+  renderEditor(state);
+}
+
+function take(entry) {
+  addEntry(entry);
+  if (entry.kind === "hit") addHit(entry);
+  if (entry.kind === "beacon") arrived += 1;
+  if (state) renderControls({ ...state, arrived });
+}
+
+wireControls();
+wireTimeline();
+wireInspector();
+wireEditor();
+wireTabs(document.querySelector('[role="tablist"]'));
+listen({ onState: (news) => { state = news; render(); }, onEntry: take });
