@@ -1,0 +1,49 @@
+#include "bench/Application.h"
+
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/platform/foundation/Text.h"
+
+namespace vx::bench {
+
+namespace {
+
+constexpr std::size_t kPurposes = 200;
+constexpr const char* kNobody = "http://127.0.0.1:9";
+
+std::string key(std::size_t index) {
+    const auto number = static_cast<std::int32_t>(index) + 1;
+    return index < kPurposes ? numberedKey(kVXCategoryPrefix, kVXPurposeOffset + number)
+                             : numberedKey(kVXVendorPrefix, kVXVendorOffset + number);
+}
+
+} // namespace
+
+std::filesystem::path freshDirectory(std::string_view name) {
+    std::filesystem::path directory = std::filesystem::path(BENCH_DATA) / name;
+    std::filesystem::remove_all(directory);
+    std::filesystem::create_directories(directory);
+    return directory;
+}
+
+services::Settings settings(const std::filesystem::path& store) {
+    return {
+        .store = store,
+        .hosts = {.configurationCDN = kNobody, .vendorList = kNobody, .consentCollector = kNobody},
+        .logLevel = 5};
+}
+
+ConsentDictionary consent(std::size_t size, std::size_t flipped) {
+    ConsentDictionary entries;
+    for (std::size_t i = 0; i < size; ++i)
+        entries.set(key(i), (i % 2 == 0) != (i < flipped) ? "1" : "0");
+    return entries;
+}
+
+Application::Application(std::string_view name)
+    : services_(settings(freshDirectory(name) / "choices.sqlite")), runtime_(services_.platform()),
+      sdk_(std::make_shared<services::TagSDK>(services_.platform().notifications,
+                                              [](const services::TagSDK::Hit&) {})) {
+    engine().setSiteID(12, 5, sdk_);
+}
+
+} // namespace vx::bench

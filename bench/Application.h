@@ -1,0 +1,36 @@
+#pragma once
+
+#include "services/core/Services.h"
+#include "services/sdk/TagSDK.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+
+namespace vx::bench {
+
+/// An empty directory on the disk that holds the build; one process at a time.
+std::filesystem::path freshDirectory(std::string_view name);
+
+/// Settings of services whose hosts are on this machine and answer nothing.
+services::Settings settings(const std::filesystem::path& store);
+
+/// `size` entries as an IAB save has them, accepted and refused in turn; the values of the first
+/// `flipped` of them are the other way round.
+ConsentDictionary consent(std::size_t size, std::size_t flipped = 0);
+
+/// The engine, started on the real services in a fresh directory, with a tag SDK.
+class Application {
+public:
+    explicit Application(std::string_view name);
+
+    VXMobilePrivacy& engine() { return VXMobilePrivacy::sharedInstance(); }
+
+private:
+    services::Services services_;
+    Runtime runtime_;
+    std::shared_ptr<services::TagSDK> sdk_;
+};
+
+} // namespace vx::bench

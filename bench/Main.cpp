@@ -1,0 +1,44 @@
+#include "bench/Table.h"
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+using vx::bench::Row;
+
+constexpr Row kRows[] = {
+    {"saveConsent, 2,200 changed entries (ms)", "save all/engine", "save all/bare", "time", 1.5},
+    {"saveConsent, 20 of 2,200 changed (ms)", "save few/engine", "save few/bare", "time", 2.5},
+    {"saveConsent, 22,000 against 2,200 (ms)", "save many/engine", "save all/engine", "time", 12},
+    {"isVendorAccepted (ms)", "query/engine", "query/bare", "time", 1.5},
+    {"start-up (ms)", "start/engine", "start/bare", "time", 2},
+    {"start-up, peak memory (KiB)", "start/engine", "start/bare", "peak", 2},
+};
+
+void print(const vx::bench::Table& table) {
+    std::printf("%-44s %10s %10s %8s %8s\n", "", "engine", "bare", "ratio", "limit");
+    for (const Row& row : kRows)
+        table.print(row);
+    table.print("syncs to disk of one save", table.median("save all/engine", "syncs"), "", 1);
+    const auto size = static_cast<double>(std::filesystem::file_size(MODULE_FILE));
+    table.print("the module alone, stripped", size / (1024 * 1024), "MiB", 1.5);
+}
+
+} // namespace
+
+int main(int count, char** given) {
+    // The two of a pair take turns, so that what disturbs the machine disturbs both.
+    std::array<char, 64> repetitions{"--benchmark_repetitions=15"};
+    std::array<char, 64> interleaving{"--benchmark_enable_random_interleaving=true"};
+    std::vector<char*> arguments{given[0], repetitions.data(), interleaving.data()};
+    arguments.insert(arguments.end(), given + 1, given + count);
+    int all = static_cast<int>(arguments.size());
+    benchmark::Initialize(&all, arguments.data());
+
+    vx::bench::Table table;
+    benchmark::RunSpecifiedBenchmarks(&table);
+    print(table);
+}

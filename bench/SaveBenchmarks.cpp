@@ -1,0 +1,92 @@
+#include "bench/Application.h"
+#include "bench/SyncCount.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <benchmark/benchmark.h>
+
+namespace vx::bench {
+
+namespace {
+
+// A save in two versions, to be saved in turn, so that each save changes `changed` of the values.
+struct Versions {
+    Versions(std::size_t size, std::size_t changed)
+        : versions{consent(size), consent(size, changed)} {}
+
+    const ConsentDictionary& next() { return versions[++turn % 2]; }
+
+    std::array<ConsentDictionary, 2> versions;
+    std::size_t turn = 0;
+};
+
+int median(std::vector<int> numbers) {
+    const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
+    std::nth_element(numbers.begin(), middle, numbers.end());
+    return *middle;
+}
+
+void engineSaves(benchmark::State& state, std::size_t size, std::size_t changed) {
+    Application application("engine");
+    Versions versions(size, changed);
+    application.engine().saveConsent(versions.next());
+    std::vector<int> syncs;
+    for ([[maybe_unused]] auto iteration : state) {
+        const int before = syncCount();
+        application.engine().saveConsent(versions.next());
+        syncs.push_back(syncCount() - before);
+    }
+    state.counters["syncs"] = median(std::move(syncs));
+}
+
+using Row = std::pair<std::string, std::string>;
+
+// One transaction of what changes, with the store's own pragmas and statement.
+void upsert(SQLite::Database& database, SQLite::Statement& statement,
+            const std::vector<Row>& rows) {
+    SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
+    for (const auto& [key, value] : rows) {
+        statement.bindNoCopy(1, key);
+        statement.bindNoCopy(2, value);
+        statement.exec();
+        statement.reset();
+    }
+    transaction.commit();
+}
+
+void bareSaves(benchmark::State& state, std::size_t size, std::size_t changed) {
+    SQLite::Database database(freshDirectory("bare") / "rows.sqlite",
+                              SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+    database.exec("PRAGMA journal_mode = WAL");
+    database.exec("PRAGMA synchronous = FULL");
+    database.exec("CREATE TABLE entries (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID");
+    SQLite::Statement statement(database, "INSERT INTO entries VALUES (?, ?) "
+                                          "ON CONFLICT DO UPDATE SET value = excluded.value");
+    Versions versions(size, changed);
+    const ConsentDictionary& all = versions.next();
+    upsert(database, statement, std::vector<Row>(all.begin(), all.end()));
+    std::array<std::vector<Row>, 2> rows;
+    for (auto& version : rows) {
+        const ConsentDictionary& entries = versions.next();
+        version.assign(entries.begin(), entries.begin() + static_cast<std::ptrdiff_t>(changed));
+    }
+    std::size_t turn = 0;
+    for ([[maybe_unused]] auto iteration : state)
+        upsert(database, statement, rows[turn++ % 2]);
+}
+
+// Few saves at a time, so that the requests waiting to be posted stay few as well.
+constexpr int kSaves = 16;
+
+BENCHMARK_CAPTURE(engineSaves, 2200, 2200, 2200)->Name("save all/engine")->Iterations(kSaves);
+BENCHMARK_CAPTURE(bareSaves, 2200, 2200, 2200)->Name("save all/bare")->Iterations(kSaves);
+BENCHMARK_CAPTURE(engineSaves, 20, 2200, 20)->Name("save few/engine")->Iterations(kSaves);
+BENCHMARK_CAPTURE(bareSaves, 20, 2200, 20)->Name("save few/bare")->Iterations(kSaves);
+BENCHMARK_CAPTURE(engineSaves, 22000, 22000, 22000)->Name("save many/engine")->Iterations(kSaves);
+
+} // namespace
+
+} // namespace vx::bench

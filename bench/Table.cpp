@@ -1,0 +1,54 @@
+#include "bench/Table.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace vx::bench {
+
+namespace {
+
+const char* verdict(double value, double limit) {
+    return value <= limit ? "holds" : "MISSED";
+}
+
+} // namespace
+
+void Table::ReportRuns(const std::vector<Run>& runs) {
+    for (const Run& run : runs) {
+        const std::string& name = run.run_name.function_name;
+        if (run.error_occurred)
+            std::printf("%s: %s\n", name.c_str(), run.error_message.c_str());
+        if (run.run_type != Run::RT_Iteration || run.error_occurred)
+            continue;
+        const double seconds = run.real_accumulated_time / static_cast<double>(run.iterations);
+        values_[{name, "time"}].push_back(seconds * 1e3);
+        for (const auto& [counter, value] : run.counters)
+            values_[{name, counter}].push_back(value);
+    }
+}
+
+double Table::median(const std::string& benchmark, const std::string& measure) const {
+    const auto found = values_.find({benchmark, measure});
+    if (found == values_.end())
+        return 0;
+    std::vector<double> values = found->second;
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+void Table::print(const Row& row) const {
+    const double measured = median(row.measured, row.measure);
+    const double against = median(row.against, row.measure);
+    if (measured > 0 && against > 0)
+        std::printf("%-44s %10.4g %10.4g %8.2f %8.2f  %s\n", row.what, measured, against,
+                    measured / against, row.limit, verdict(measured / against, row.limit));
+}
+
+void Table::print(const std::string& what, double value, const std::string& unit,
+                  double limit) const {
+    std::printf("%-44s %10.4g %-10s %8s %8.2f  %s\n", what.c_str(), value, unit.c_str(), "", limit,
+                verdict(value, limit));
+}
+
+} // namespace vx::bench
