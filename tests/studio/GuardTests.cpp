@@ -1,0 +1,85 @@
+#include "tests/studio/StudioProcess.h"
+
+#include <regex>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace vx::tests {
+
+TEST(StudioGuard, StrangersAreRefused) {
+    StudioProcess studio;
+    const std::string address = studio.valueOf("page");
+    const std::string own = address.substr(7, address.size() - 8); // 127.0.0.1:PORT
+    const std::string port = own.substr(own.find(':'));
+    const std::string token = studio.valueOf("token");
+    const struct {
+        const char* method;
+        httplib::Headers headers;
+        int status;
+    } cases[] = {
+        {"GET", {{"Host", own}}, 200},
+        {"GET", {{"Host", "localhost" + port}}, 200},
+        {"GET", {{"Host", own}, {"Origin", "http://" + own}}, 200},
+        {"GET", {{"Host", "evil.example" + port}}, 421},
+        {"GET", {{"Host", "127.0.0.1"}}, 421},
+        {"GET", {{"Host", own}, {"Host", "evil.example"}}, 421},
+        {"GET", {{"Host", own}, {"Origin", "https://evil.example"}}, 403},
+        {"GET", {{"Host", own}, {"Origin", "null"}}, 403},
+        {"GET", {{"Host", own}, {"Origin", "https://" + own}}, 403},
+        {"POST", {{"Host", own}}, 403},
+        {"POST", {{"Host", own}, {"X-Studio-Token", token + "0"}}, 403},
+        {"POST", {{"Host", own}, {"X-Studio-Token", token}, {"Origin", "http://evil"}}, 403},
+        {"POST", {{"Host", "evil.example"}, {"X-Studio-Token", token}}, 421},
+        {"POST", {{"Host", own}, {"X-Studio-Token", token}}, 200},
+    };
+    httplib::Client client = studio.client();
+    for (const auto& [method, headers, status] : cases) {
+        SCOPED_TRACE(std::string(method) + " " + headers.begin()->second + " " +
+                     std::to_string(status));
+        const bool get = std::string(method) == "GET";
+        const auto result = get ? client.Get("/api/state", headers)
+                                : client.Post("/api/hit", headers, "{}", "application/json");
+        ASSERT_TRUE(result);
+        EXPECT_EQ(result->status, status);
+    }
+    EXPECT_EQ(studio.titles("hit", 0).size(), 1u); // of the last case alone
+}
+
+TEST(StudioGuard, OnlyTheEmbeddedFilesAreServedAndThePageHasNoInlineCode) {
+    StudioProcess studio;
+    httplib::Client client = studio.client();
+    const auto page = client.Get("/");
+    ASSERT_TRUE(page);
+    const std::string policy = page->get_header_value("Content-Security-Policy");
+    EXPECT_NE(policy.find("default-src 'none'; script-src 'self';"), std::string::npos);
+    EXPECT_EQ(policy.find("unsafe"), std::string::npos);
+    EXPECT_EQ(page->get_header_value("X-Content-Type-Options"), "nosniff");
+    EXPECT_FALSE(std::regex_search(page->body, std::regex(R"(\s(on\w+|style)=|<style|<script>)")));
+
+    const std::regex reference(R"((?:src|href|from) ?=?"(?:\.?/)([\w.]+)\")");
+    std::vector<std::string> files = {""};
+    for (std::size_t next = 0; next < files.size(); ++next) {
+        const auto file = client.Get("/" + files[next]);
+        ASSERT_TRUE(file);
+        EXPECT_EQ(file->status, 200) << files[next];
+        for (std::sregex_iterator match(file->body.begin(), file->body.end(), reference), end;
+             match != end; ++match)
+            if (std::find(files.begin(), files.end(), (*match)[1]) == files.end())
+                files.push_back((*match)[1]);
+    }
+    EXPECT_EQ(files.size(), 12u); // the page, its style, its icon, nine modules
+    for (const char* path : {"/category.json", "/../category.json", "/api", "/etc/passwd"})
+        EXPECT_EQ(client.Get(path)->status, 404) << path;
+}
+
+TEST(StudioGuard, ABodyThatIsTooLargeIsRefused) {
+    StudioProcess studio;
+    const auto result =
+        studio.client().Post("/api/configuration", {{"X-Studio-Token", studio.valueOf("token")}},
+                             std::string(9u << 20, ' '), "application/json");
+    EXPECT_TRUE(!result || result->status == 413);
+    EXPECT_EQ(studio.get("state")["published"]["version"], 1);
+}
+
+} // namespace vx::tests

@@ -1,0 +1,163 @@
+#include "tests/studio/StudioProcess.h"
+
+#include <map>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace vx::tests {
+
+namespace {
+
+std::map<std::string, std::string> storeOf(const Json& state) {
+    std::map<std::string, std::string> store;
+    for (const Json& entry : state["application"]["store"])
+        store[entry[0]] = entry[1];
+    return store;
+}
+
+bool mustAsk(const Json& state, const std::string& reason) {
+    const Json& decision = state["application"]["decision"];
+    return decision["mustAsk"] == true && decision["reason"] == reason;
+}
+
+const std::vector<std::string> kStartNotification = {"VXNotification_StartingTheSDK"};
+const std::vector<std::string> kConsentUpdated = {"consentUpdated:"};
+
+} // namespace
+
+TEST(Studio, TheTranscriptTellsWhatTheEngineDid) {
+    StudioProcess studio;
+    EXPECT_EQ(studio.valueOf("configuration"), "version 1");
+    EXPECT_EQ(studio.valueOf("display flag"), "1, first start, no choice was ever made");
+    EXPECT_EQ(studio.valueOf("state"), "0, no decision known");
+    EXPECT_NE(studio.transcript().find("GET /mobile/12/5/privacy.json?r="), std::string::npos);
+}
+
+TEST(Studio, AnAcceptanceIsStoredSentAndRestored) {
+    StudioProcess studio;
+    const std::uint64_t before = studio.now();
+    const Json accepted = studio.post("accept");
+    const std::map<std::string, std::string> store = storeOf(accepted);
+    EXPECT_EQ(accepted["application"]["decision"]["mustAsk"], false);
+    EXPECT_EQ(accepted["application"]["engine"]["privacyState"], 1);
+    EXPECT_EQ(store.at("PRIVACY_CAT_11"), "1");
+    EXPECT_EQ(store.at("PRIVACY_CONSENT"), "1");
+    EXPECT_EQ(accepted["application"]["sdk"]["on"], true);
+    EXPECT_EQ(accepted["application"]["sdk"]["permanentData"].size(), 11u);
+
+    const Json beacon = studio.await("beacon", "/privacy-consent/", before);
+    EXPECT_EQ(beacon.value("text", ""),
+              R"--({"privacyBeacon":{"id_vx":"0","id_privacy":5,"site":12,"version":"1",)--"
+              R"--("privacy_action":"1","list_categories":"10,11,12,20,21,22,30,31,32,33,40",)--"
+              R"--("list_vendors":"","type_action":"pc_save","vxpid":")--" +
+                  store.at("VXSDKIdentifier") +
+                  R"--(","vxua":"HarbourWeekly/1.0 (VXPrivacy studio)"}})--");
+    EXPECT_EQ(studio.titles("callback", before), kConsentUpdated);
+
+    for (const char* restart : {"relaunch", "kill"}) {
+        SCOPED_TRACE(restart);
+        const std::uint64_t again = studio.now();
+        const Json restored = studio.post(restart);
+        EXPECT_EQ(storeOf(restored), store);
+        EXPECT_EQ(restored["application"]["sdk"], accepted["application"]["sdk"]);
+        EXPECT_EQ(studio.titles("notification", again), kStartNotification);
+        EXPECT_EQ(studio.titles("callback", again), kConsentUpdated);
+    }
+    EXPECT_EQ(studio.get("state")["process"]["launches"], 3);
+}
+
+TEST(Studio, AChoiceExpiresWhenTheClockPassesItsAge) {
+    StudioProcess studio;
+    studio.post("accept");
+    EXPECT_FALSE(mustAsk(studio.post("clock", R"({"advance": 394})"), "expired"));
+    EXPECT_TRUE(mustAsk(studio.post("clock", R"({"advance": 2})"), "expired"));
+    EXPECT_TRUE(mustAsk(studio.post("relaunch"), "expired"));
+    EXPECT_EQ(studio.post("refuse")["application"]["decision"]["mustAsk"], false);
+    EXPECT_TRUE(
+        mustAsk(studio.post("clock", R"({"offset": 0})"), "expired")); // saved in the future
+    EXPECT_TRUE(studio.post("clock", R"({"advance": "soon"})").contains("error"));
+}
+
+TEST(Studio, APublishedVersionReachesTheNextLaunch) {
+    StudioProcess studio;
+    studio.post("accept");
+    const Json sample = studio.get("sample");
+    const struct {
+        const char* change; // a merge patch
+        bool asks;
+        const char* reason;
+        std::vector<std::string> callbacks; // before the restored consent is announced again
+    } cases[] = {
+        {R"({"information": {"saveButton": "Done"}})", false, "none", {}},
+        {R"({"categories": [{"ID": "50"}]})", false, "none", {"consentCategoryChanged"}},
+        {R"({"information": {"significantChanges": "true"}})",
+         true,
+         "changed",
+         {"significantChangesInPrivacy", "consentCategoryChanged"}},
+        {R"({"information": {"resetSave": "true"}})", true, "reset", {"consentCategoryChanged"}},
+    };
+    int version = 1;
+    for (const auto& [change, asks, reason, callbacks] : cases) {
+        SCOPED_TRACE(change);
+        Json document = sample;
+        if (version > 1)
+            document["categories"] = Json::array({{{"ID", "50"}}}); // as the second case left them
+        document.merge_patch(Json::parse(change));
+        EXPECT_EQ(studio.post("configuration", document.dump())["version"], ++version);
+        const std::uint64_t before = studio.now();
+        studio.post("relaunch");
+        ASSERT_FALSE(studio.await("log", "downloaded, version " + std::to_string(version), before)
+                         .is_null());
+        std::vector<std::string> heard = studio.titles("callback", before);
+        std::erase(heard, "consentUpdated:");
+        EXPECT_EQ(heard, callbacks);
+        const Json decision = studio.post("hit")["application"]["decision"]; // as it is after that
+        EXPECT_EQ(decision["mustAsk"], asks);
+        EXPECT_EQ(decision["reason"], reason);
+    }
+    const std::string problem = studio.post("configuration", "{\n  oops }").value("error", "");
+    EXPECT_NE(problem.find("line 2, column 3"), std::string::npos) << problem;
+    EXPECT_EQ(studio.get("state")["published"]["version"], version);
+}
+
+TEST(Studio, ABeaconWaitsForTheNetworkAndOutlivesTheProcess) {
+    StudioProcess studio;
+    studio.post("network", R"({"on": false})");
+    const std::uint64_t before = studio.now();
+    EXPECT_EQ(studio.post("refuse")["application"]["waitingBeacons"], 1);
+    EXPECT_EQ(studio.post("kill")["application"]["waitingBeacons"], 1);
+    EXPECT_TRUE(studio.titles("beacon", before).empty());
+    studio.post("network", R"({"on": true})");
+    const Json beacon = studio.await("beacon", "", before);
+    EXPECT_EQ(beacon["body"]["privacyBeacon"]["privacy_action"], "0");
+}
+
+TEST(Studio, HitsFollowTheChoice) {
+    StudioProcess studio;
+    const auto hit = [&] {
+        const std::uint64_t before = studio.now();
+        studio.post("hit", R"({"name": "page <b>"})");
+        return studio.await("hit", "page <b>", before)["body"];
+    };
+    EXPECT_EQ(hit()["sent"], false);
+    studio.post("accept");
+    const Json sent = hit();
+    EXPECT_EQ(sent["sent"], true);
+    EXPECT_EQ(sent["data"]["PRIVACY_CAT_40"], "1");
+    const Json sdk = studio.post("refuse")["application"]["sdk"];
+    EXPECT_EQ(sdk["sent"], 1);
+    EXPECT_EQ(sdk["dropped"], 1);
+    EXPECT_EQ(hit()["sent"], false);
+}
+
+TEST(Studio, AResetIsAFreshInstallation) {
+    StudioProcess studio;
+    const std::string identifier = storeOf(studio.post("accept")).at("VXSDKIdentifier");
+    const Json fresh = studio.post("reset");
+    EXPECT_TRUE(mustAsk(fresh, "first-start"));
+    EXPECT_EQ(storeOf(fresh).count("PRIVACY_CONSENT"), 0u);
+    EXPECT_NE(storeOf(studio.post("accept")).at("VXSDKIdentifier"), identifier);
+}
+
+} // namespace vx::tests
