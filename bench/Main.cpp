@@ -16,6 +16,8 @@ constexpr Row kRows[] = {
     {"isVendorAccepted (ms)", "query/engine", "query/bare", "time", 1.5},
     {"start-up (ms)", "start/engine", "start/bare", "time", 2},
     {"start-up, peak memory (KiB)", "start/engine", "start/bare", "peak", 2},
+    {"  against a bare one without libcurl (ms)", "start/engine", "start/bare alone", "time", 0},
+    {"  the same, peak memory (KiB)", "start/engine", "start/bare alone", "peak", 0},
 };
 
 void print(const vx::bench::Table& table) {

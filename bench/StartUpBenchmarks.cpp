@@ -55,14 +55,13 @@ void startUp(benchmark::State& state, const std::string& program) {
 
 constexpr int kStarts = 8;
 
-BENCHMARK_CAPTURE(startUp, engine, STARTUP_ENGINE)
-    ->Name("start/engine")
-    ->Iterations(kStarts)
-    ->UseManualTime();
-BENCHMARK_CAPTURE(startUp, bare, STARTUP_BARE)
-    ->Name("start/bare")
-    ->Iterations(kStarts)
-    ->UseManualTime();
+void measure(benchmark::internal::Benchmark* benchmark) {
+    benchmark->Iterations(kStarts)->UseManualTime();
+}
+
+BENCHMARK_CAPTURE(startUp, engine, STARTUP_ENGINE)->Name("start/engine")->Apply(measure);
+BENCHMARK_CAPTURE(startUp, bare, STARTUP_BARE)->Name("start/bare")->Apply(measure);
+BENCHMARK_CAPTURE(startUp, alone, STARTUP_BARE_ALONE)->Name("start/bare alone")->Apply(measure);
 
 } // namespace
 
