@@ -1,5 +1,4 @@
-#include <cmath>
-
+#include "tools/play/ScreenDescription.h"
 #include "tools/play/Session.h"
 #include "vxprivacy/configuration/VXPrivacyConfiguration.h"
 
@@ -10,19 +9,6 @@ namespace {
 using recording::Event;
 
 constexpr std::string_view kVersionPath = "information/version";
-
-// Rounded to three decimals; a whole number without any.
-Event rounded(double number) {
-    const double thousandths = std::round(number * 1000);
-    if (std::fmod(thousandths, 1000) == 0)
-        return static_cast<std::int64_t>(thousandths / 1000);
-    return thousandths / 1000;
-}
-
-Event asArray(const Colour& colour) {
-    return Event::array(
-        {rounded(colour.red), rounded(colour.green), rounded(colour.blue), rounded(colour.alpha)});
-}
 
 Event asEvent(const JSONValue& value) {
     switch (value.type()) {

@@ -13,7 +13,8 @@ bool isStep(const std::string& line) {
 }
 
 const Action& actionNamed(const std::string& name) {
-    for (const auto& actions : {worldActions(), engineActions(), questions(), documentQuestions()})
+    for (const auto& actions :
+         {worldActions(), engineActions(), centerActions(), questions(), documentQuestions()})
         for (const Action& action : actions)
             if (action.name == name)
                 return action;

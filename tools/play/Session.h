@@ -7,10 +7,17 @@
 
 #include "tools/play/Step.h"
 #include "tools/recording/World.h"
+#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
 
 namespace vx::tools::play {
 
-/// What the steps of a session work on: the world of the moment.
+/// The frame of a privacy center's view, in points.
+struct Frame {
+    double width = 375;
+    double height = 667;
+};
+
+/// What the steps of a session work on: the world of the moment and the privacy center in it.
 class Session {
 public:
     explicit Session(recording::EventSink sink)
@@ -20,16 +27,35 @@ public:
     recording::World& world() { return *world_; }
     VXMobilePrivacy& engine() { return world_->engine(); }
     /// Leaves the world for a fresh one.
-    void enter(recording::WorldSettings settings) {
+    void enter(recording::WorldSettings settings, Frame frame) {
+        center_.reset();
         world_.reset(); // before the next one is made: there is one world at a time
         world_ = std::make_unique<recording::World>(std::move(settings), sink_);
+        frame_ = frame;
     }
+    /// The process ends, the center with it, and starts again.
+    void relaunch() {
+        center_.reset();
+        world_->relaunch();
+    }
+
+    /// The privacy center shown now, or null.
+    VXPrivacyCenterViewController* center() const { return center_.get(); }
+    /// Shows a privacy center, taking away the one shown before.
+    void present();
+    /// Takes the privacy center away.
+    void dismiss();
+
     /// Prints a question's answer.
-    void answer(const recording::Event& result) { sink_({{"result", result}}); }
+    void answer(const recording::Event& result) { print({{"result", result}}); }
+    void print(const recording::Event& event) { sink_(event); }
 
 private:
     recording::EventSink sink_;
     std::unique_ptr<recording::World> world_;
+    Frame frame_;
+    std::unique_ptr<VXPrivacyCenterViewController>
+        center_; // last, so that it ends before the world
 };
 
 /// What a step of this name does.
@@ -42,6 +68,8 @@ struct Action {
 std::span<const Action> worldActions();
 /// Operations of the engine.
 std::span<const Action> engineActions();
+/// The privacy center: showing, operating and describing it.
+std::span<const Action> centerActions();
 /// Questions about the engine, the store and the registered files.
 std::span<const Action> questions();
 /// Questions about a configuration document of their own.

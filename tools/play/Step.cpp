@@ -59,6 +59,12 @@ std::int32_t Step::integer(std::string_view key) const {
     return value.get<std::int32_t>();
 }
 
+double Step::number(std::string_view key) const {
+    const Json& value = argument(key);
+    require(value.is_number(), key, "a number");
+    return value.get<double>();
+}
+
 std::uint64_t Step::milliseconds(std::string_view key) const {
     const Json& value = argument(key);
     require(value.is_number_unsigned(), key, "a number of milliseconds");

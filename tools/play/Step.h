@@ -36,6 +36,7 @@ public:
     std::optional<std::string> textOrNull(std::string_view key) const;
     bool boolean(std::string_view key) const;
     std::int32_t integer(std::string_view key) const;
+    double number(std::string_view key) const;
     /// A time; whole and not negative.
     std::uint64_t milliseconds(std::string_view key) const;
     /// An object whose values are texts, in the order of the line.

@@ -22,7 +22,10 @@ void world(Session& session, const Step& step) {
     settings.sdkData = textsOf(step, "sdkData");
     settings.coreVariables = textsOf(step, "coreVariables");
     settings.predefinedVariables = textsOf(step, "predefinedVariables");
-    session.enter(std::move(settings));
+    Frame frame;
+    frame.width = step.optional(&Step::number, "width").value_or(frame.width);
+    frame.height = step.optional(&Step::number, "height").value_or(frame.height);
+    session.enter(std::move(settings), frame);
 }
 
 void clock(Session& session, const Step& step) {
@@ -42,7 +45,7 @@ void install(Session& session, const Step& step) {
 }
 
 void relaunch(Session& session, const Step&) {
-    session.world().relaunch();
+    session.relaunch();
 }
 
 constexpr Action kActions[] = {

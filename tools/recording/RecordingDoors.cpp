@@ -58,6 +58,10 @@ void RecordingIABLibrary::resetTCData() {
     sink_({{"cmp", Event::array({"resetTCData"})}});
 }
 
+void RecordingApplication::openURL(std::string_view address) {
+    sink_({{"open", address}});
+}
+
 void RecordingCallbacks::consentUpdated(const ConsentDictionary& consent) {
     sink_({{"callback", Event::array({"consentUpdated:", asObject(consent)})}});
 }

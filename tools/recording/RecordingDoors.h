@@ -6,6 +6,7 @@
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
 #include "vxprivacy/platform/sdk/Zentrix.h"
+#include "vxprivacy/platform/ui/Application.h"
 
 #include <set>
 #include <utility>
@@ -78,6 +79,16 @@ public:
     void setCMPSDKID() override;
     void saveConsentString(std::string_view consent) override;
     void resetTCData() override;
+
+private:
+    EventSink sink_;
+};
+
+/// {"open":"address"}
+class RecordingApplication : public Application {
+public:
+    explicit RecordingApplication(EventSink sink) : sink_(std::move(sink)) {}
+    void openURL(std::string_view address) override;
 
 private:
     EventSink sink_;

@@ -17,7 +17,7 @@ struct World::Process {
         : notifications(world.sink_),
           runtime({world.store_, world.documents_, notifications, world.logger_, world.clock_,
                    world.coreVariables_, world.predefinedVariables_, kHosts,
-                   world.hasIAB_ ? &world.iab_ : nullptr}) {}
+                   world.hasIAB_ ? &world.iab_ : nullptr, &world.application_}) {}
 
     RecordingNotificationCenter notifications;
     Runtime runtime;
@@ -28,7 +28,7 @@ World::World(WorldSettings settings, EventSink sink)
       store_(std::move(settings.store)), documents_(std::move(settings.files)), logger_(sink_),
       clock_(settings.now), coreVariables_(std::move(settings.coreVariables)),
       predefinedVariables_(std::move(settings.predefinedVariables)), iab_(sink_),
-      hasIAB_(settings.iab), hasSDK_(settings.sdk),
+      application_(sink_), hasIAB_(settings.iab), hasSDK_(settings.sdk),
       zentrix_(std::make_shared<RecordingZentrix>(std::move(settings.sdkData), sink_)),
       process_(std::make_unique<Process>(*this)) {}
 

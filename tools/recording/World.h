@@ -76,6 +76,7 @@ private:
     GivenVariables coreVariables_;
     GivenVariables predefinedVariables_;
     RecordingIABLibrary iab_;
+    RecordingApplication application_;
     bool hasIAB_;
     bool hasSDK_;
     std::shared_ptr<RecordingZentrix> zentrix_;

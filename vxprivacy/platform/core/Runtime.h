@@ -15,6 +15,7 @@
 
 namespace vx {
 
+class Application;
 class IABLibrary;
 
 /// Where the module's addresses begin: scheme and host, with a port where needed, no final slash
@@ -38,6 +39,8 @@ struct Platform {
     Hosts hosts;
     /// Null when the IAB library is absent.
     IABLibrary* iab = nullptr;
+    /// Null where no screen is shown; then no address is opened.
+    Application* application = nullptr;
 };
 
 /// The module's life on one platform: made once, before anything else of the module is called, and

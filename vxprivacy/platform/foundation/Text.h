@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <initializer_list>
 #include <optional>
@@ -34,6 +35,9 @@ std::string numberedKey(std::string_view prefix, std::int32_t number);
 /// The pieces of `text` between its `separator`s; a text that ends with one ends with an empty
 /// piece. The pieces view into `text`.
 std::vector<std::string_view> split(std::string_view text, char separator);
+/// The pieces would outlive a temporary text.
+template <std::same_as<std::string> Text>
+std::vector<std::string_view> split(Text&& text, char separator) = delete;
 
 /// `text` with every occurrence of `part` left out.
 std::string removingAll(std::string_view text, std::string_view part);

@@ -1,0 +1,150 @@
+#include "tools/play/ScreenDescription.h"
+
+#include "vxprivacy/platform/ui/Controls.h"
+
+#include <cmath>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace vx::tools::play {
+
+namespace {
+
+using recording::Event;
+
+std::string_view typeOf(const View& view) {
+    switch (view.kind()) {
+    case View::Kind::Label:
+        return "label";
+    case View::Kind::Button:
+        return "button";
+    case View::Kind::Switch:
+        return "switch";
+    case View::Kind::Scroll:
+        return "scroll";
+    default:
+        return "view";
+    }
+}
+
+void describeText(Event& object, const std::string& text, const std::optional<Font>& font,
+                  const std::optional<Colour>& colour) {
+    if (!text.empty())
+        object["text"] = text;
+    if (font) {
+        object["font"] = font->name;
+        object["size"] = rounded(font->size);
+    }
+    if (colour)
+        object["color"] = asArray(*colour);
+}
+
+// The formats that still have a constraint on the view, in the order of attaching.
+Event describedConstraints(const View& view) {
+    Event formats = Event::array();
+    const VisualFormat* last = nullptr;
+    for (const LayoutConstraint& constraint : view.constraints()) {
+        if (constraint.format.get() == last)
+            continue;
+        last = constraint.format.get();
+        formats.push_back(last->options ? Event::array({last->text, last->options})
+                                        : Event(last->text));
+    }
+    return formats;
+}
+
+// Each part adds the keys of its subject, in the order in which the line has them.
+struct Description {
+    const View& view;
+    Event object = {};
+
+    void text() {
+        if (view.kind() == View::Kind::Label) {
+            const auto& label = static_cast<const Label&>(view);
+            describeText(object, label.text(), label.font(), label.textColor());
+        } else if (view.kind() == View::Kind::Button) {
+            const auto& button = static_cast<const Button&>(view);
+            describeText(object, button.title(), button.font(), button.titleColor());
+        }
+    }
+
+    void look() {
+        if (view.backgroundColor())
+            object["background"] = asArray(*view.backgroundColor());
+        if (view.kind() == View::Kind::Switch)
+            state(static_cast<const Switch&>(view));
+        else if (view.kind() == View::Kind::Button && !static_cast<const Button&>(view).enabled())
+            object["enabled"] = false;
+        if (view.scale() != 1)
+            object["scale"] = rounded(view.scale());
+        if (view.border() != View::Border())
+            border(view.border());
+    }
+
+    void state(const Switch& consentSwitch) {
+        if (consentSwitch.onTintColor())
+            object["onTint"] = asArray(*consentSwitch.onTintColor());
+        object["on"] = consentSwitch.on();
+    }
+
+    void border(const View::Border& border) {
+        object["border"] = Event::array({rounded(border.width), rounded(border.cornerRadius),
+                                         border.colour ? asArray(*border.colour) : Event()});
+    }
+
+    void lines() {
+        if (view.kind() != View::Kind::Label)
+            return;
+        const auto& label = static_cast<const Label&>(view);
+        if (label.alignment() == Label::Alignment::Justified)
+            object["align"] = "justified";
+        if (label.numberOfLines() == 0)
+            object["lines"] = 0;
+    }
+};
+
+using Names = std::unordered_map<const View*, std::string_view>;
+
+void describe(Event& views, const View& view, const Names& names, int depth) {
+    Description description{view, {{"depth", depth}, {"type", typeOf(view)}}};
+    if (const auto name = names.find(&view); name != names.end())
+        description.object["name"] = name->second;
+    if (view.tag() != 0)
+        description.object["tag"] = view.tag();
+    description.text();
+    description.look();
+    description.lines();
+    if (view.takesTaps())
+        description.object["taps"] = true;
+    if (Event formats = describedConstraints(view); !formats.empty())
+        description.object["constraints"] = std::move(formats);
+    views.push_back(std::move(description.object));
+    for (const auto& subview : view.subviews())
+        describe(views, *subview, names, depth + 1);
+}
+
+} // namespace
+
+Event rounded(double number) {
+    const double thousandths = std::round(number * 1000);
+    if (std::fmod(thousandths, 1000) == 0)
+        return static_cast<std::int64_t>(thousandths / 1000);
+    return thousandths / 1000;
+}
+
+Event asArray(const Colour& colour) {
+    return Event::array(
+        {rounded(colour.red), rounded(colour.green), rounded(colour.blue), rounded(colour.alpha)});
+}
+
+Event describedViews(const View& root, const ViewsDictionary& names) {
+    Names namesInForce;
+    for (const auto& [name, view] : names)
+        namesInForce.emplace(view.get(), name);
+    Event views = Event::array();
+    describe(views, root, namesInForce, 0);
+    return views;
+}
+
+} // namespace vx::tools::play

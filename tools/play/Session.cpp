@@ -1,0 +1,19 @@
+#include "tools/play/Session.h"
+
+namespace vx::tools::play {
+
+void Session::present() {
+    dismiss();
+    center_ = std::make_unique<VXPrivacyCenterViewController>();
+    center_->view()->setSize(frame_.width, frame_.height);
+    center_->viewDidLoad();
+    center_->viewDidAppear(false);
+}
+
+void Session::dismiss() {
+    if (center_)
+        center_->viewWillDisappear(false);
+    center_.reset();
+}
+
+} // namespace vx::tools::play

@@ -1,0 +1,10 @@
+#include "vxprivacy/platform/ui/Controls.h"
+
+namespace vx {
+
+void Control::sendTouchUpInside() const {
+    for (const auto& action : actions_)
+        action();
+}
+
+} // namespace vx

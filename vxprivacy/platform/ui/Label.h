@@ -1,0 +1,48 @@
+#pragma once
+
+#include "vxprivacy/platform/ui/View.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace vx {
+
+struct Font {
+    /// A face ("TrebuchetMS-Bold"), or "system" for the platform's own.
+    std::string name = "system";
+    double size = 17; ///< points
+
+    friend bool operator==(const Font&, const Font&) = default;
+};
+
+/// A piece of text that the user reads.
+class Label : public View {
+public:
+    enum class Alignment { Natural, Justified };
+
+    Kind kind() const override { return Kind::Label; }
+
+    const std::string& text() const { return text_; }
+    void setText(std::string text) { set(text_, std::move(text)); }
+    /// Absent: the platform's.
+    const std::optional<Font>& font() const { return font_; }
+    void setFont(Font font) { set(font_, std::optional(std::move(font))); }
+    const std::optional<Colour>& textColor() const { return colour_; }
+    void setTextColor(const Colour& colour) { set(colour_, std::optional(colour)); }
+    /// 0: as many as the text needs.
+    std::int32_t numberOfLines() const { return lines_; }
+    void setNumberOfLines(std::int32_t lines) { set(lines_, lines); }
+    Alignment alignment() const { return alignment_; }
+    void setAlignment(Alignment alignment) { set(alignment_, alignment); }
+
+private:
+    std::string text_;
+    std::optional<Font> font_;
+    std::optional<Colour> colour_;
+    std::int32_t lines_ = 1;
+    Alignment alignment_ = Alignment::Natural;
+};
+
+} // namespace vx

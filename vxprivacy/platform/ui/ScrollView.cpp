@@ -1,0 +1,13 @@
+#include "vxprivacy/platform/ui/ScrollView.h"
+
+namespace vx {
+
+ScrollViewDelegate::~ScrollViewDelegate() = default;
+
+void ScrollView::scrolledTo(Offset offset) {
+    setContentOffset(offset);
+    if (delegate_)
+        delegate_->scrollViewDidScroll(*this);
+}
+
+} // namespace vx

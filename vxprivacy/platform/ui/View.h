@@ -1,0 +1,117 @@
+#pragma once
+
+#include "vxprivacy/platform/ui/Colour.h"
+#include "vxprivacy/platform/ui/LayoutConstraint.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace vx {
+
+class View;
+
+/// What became of a view since a host last looked.
+struct ViewChange {
+    enum class What { Properties, Subviews };
+
+    std::shared_ptr<View> view;
+    What what = What::Properties;
+};
+
+/// A plain element of a screen: a node of a tree with properties, which a host paints. Made with
+/// `std::make_shared`. User-interface thread.
+class View : public std::enable_shared_from_this<View> {
+public:
+    enum class Kind { View, Label, Button, Switch, Scroll };
+
+    /// Points.
+    struct Border {
+        double width = 0;
+        double cornerRadius = 0;
+        std::optional<Colour> colour;
+
+        friend bool operator==(const Border&, const Border&) = default;
+    };
+
+    View() = default;
+    virtual ~View();
+    View(const View&) = delete;
+    View& operator=(const View&) = delete;
+
+    virtual Kind kind() const { return Kind::View; }
+
+    /// A number that finds the view again; 0 is none.
+    std::int32_t tag() const { return tag_; }
+    void setTag(std::int32_t tag) { set(tag_, tag); }
+    /// The first view with this tag, depth first, this one included; null when there is none.
+    std::shared_ptr<View> viewWithTag(std::int32_t tag);
+
+    /// Absent where the screen leaves it to the platform.
+    const std::optional<Colour>& backgroundColor() const { return background_; }
+    void setBackgroundColor(const Colour& colour) { set(background_, std::optional(colour)); }
+    /// Scale in both directions; 1 is the natural size.
+    double scale() const { return scale_; }
+    void setScale(double scale) { set(scale_, scale); }
+    const Border& border() const { return border_; }
+    void setBorder(const Border& border) { set(border_, border); }
+
+    /// Points; what a host or controller last told.
+    double width() const { return width_; }
+    double height() const { return height_; }
+    void setSize(double width, double height);
+
+    /// The platform calls `action` with the character tapped (Unicode code points, from 0; 0 where
+    /// there is no text) when the user taps the view.
+    void addTapRecogniser(std::function<void(std::size_t character)> action);
+    bool takesTaps() const { return static_cast<bool>(tap_); }
+    void tap(std::size_t character) const;
+
+    View* superview() const { return superview_; }
+    const std::vector<std::shared_ptr<View>>& subviews() const { return subviews_; }
+    /// Puts `view` behind the last subview, taking it from where it was.
+    void addSubview(const std::shared_ptr<View>& view);
+    /// Takes the view off, with the constraints outside it that concern it.
+    void removeFromSuperview();
+    bool isDescendantOf(const View& view) const;
+
+    const std::vector<LayoutConstraint>& constraints() const { return constraints_; }
+    void addConstraints(std::span<const LayoutConstraint> constraints);
+
+    /// From now on this root keeps account of the changes in its tree.
+    void beginRecordingChanges() { recording_ = true; }
+    /// What changed in the tree since the last call, each view once for each kind of change.
+    std::vector<ViewChange> takeChanges();
+
+protected:
+    /// Assigns `value` to `property` and tells the root when that made a difference.
+    template <class T>
+    void set(T& property, T value) {
+        if (property == value)
+            return;
+        property = std::move(value);
+        changed(ViewChange::What::Properties);
+    }
+
+private:
+    void changed(ViewChange::What what);
+    void dropConstraintsOn(const View& removed);
+
+    std::int32_t tag_ = 0;
+    std::optional<Colour> background_;
+    double scale_ = 1;
+    Border border_;
+    double width_ = 0;
+    double height_ = 0;
+    std::function<void(std::size_t)> tap_;
+    View* superview_ = nullptr; // which owns this view
+    std::vector<std::shared_ptr<View>> subviews_;
+    std::vector<LayoutConstraint> constraints_;
+    bool recording_ = false;
+    std::vector<ViewChange> changes_; // of a root that records
+};
+
+} // namespace vx

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "vxprivacy/platform/ui/View.h"
+
+#include <memory>
+
+namespace vx {
+
+/// Fills a view and hears of its life on the display.
+///
+/// Who presents a controller sets the size of its view, calls `viewDidLoad` once, `viewDidAppear`
+/// when the view is shown and `viewWillDisappear` when it is about to go. The views call back into
+/// the controller: it must live while a host shows them.
+class ViewController {
+public:
+    virtual ~ViewController();
+
+    const std::shared_ptr<View>& view() const { return view_; }
+
+    virtual void viewDidLoad();
+    virtual void viewDidAppear(bool animated);
+    virtual void viewWillDisappear(bool animated);
+    virtual void didReceiveMemoryWarning();
+
+private:
+    std::shared_ptr<View> view_ = std::make_shared<View>();
+};
+
+} // namespace vx

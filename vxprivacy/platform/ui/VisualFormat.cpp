@@ -1,0 +1,179 @@
+#include "vxprivacy/platform/ui/VisualFormat.h"
+
+#include "vxprivacy/platform/core/VXLogger.h"
+#include "vxprivacy/platform/foundation/Text.h"
+#include "vxprivacy/platform/ui/VisualFormatSyntax.h"
+
+#include <string>
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+using Attribute = LayoutConstraint::Attribute;
+using Predicate = VisualFormatSyntax::Predicate;
+using Operand = VisualFormatSyntax::Operand;
+
+struct Axis {
+    Attribute start, end, size;
+};
+
+constexpr Axis kHorizontal = {Attribute::Leading, Attribute::Trailing, Attribute::Width};
+constexpr Axis kVertical = {Attribute::Top, Attribute::Bottom, Attribute::Height};
+
+// Turns the parts of one string into constraints; leaves at the first unknown name.
+class Resolver {
+public:
+    Resolver(const VisualFormatSyntax& syntax, std::shared_ptr<const VisualFormat> format,
+             const MetricsDictionary& metrics, const ViewsDictionary& views)
+        : syntax_(syntax), axis_(syntax.vertical ? kVertical : kHorizontal),
+          format_(std::move(format)), metrics_(metrics), views_(views) {}
+
+    std::vector<LayoutConstraint> resolve() {
+        for (const auto& item : syntax_.items)
+            items_.push_back(item.isSuperview() ? nullptr : view(item.name, item.place));
+        resolveSuperview();
+        constraints_.reserve(syntax_.predicates.size());
+        auto predicate = syntax_.predicates.begin();
+        for (std::size_t i = 0; i < items_.size(); ++i) {
+            for (std::size_t size = 0; size < syntax_.items[i].sizes; ++size)
+                addSize(i, *predicate++);
+            for (std::size_t gap = 0; gap < syntax_.items[i].gaps; ++gap)
+                addGap(i, *predicate++);
+        }
+        addAlignment();
+        return std::move(constraints_);
+    }
+
+private:
+    [[noreturn]] static void fail(std::string reason, std::size_t place) {
+        throw VisualFormatError{std::move(reason), place};
+    }
+
+    std::shared_ptr<View> view(std::string_view name, std::size_t place) const {
+        const auto* found = views_.find(name);
+        if (!found || !*found)
+            fail("unknown view " + std::string(name), place);
+        return *found;
+    }
+
+    // "|" stands for the superview of the view beside it.
+    void resolveSuperview() {
+        for (std::size_t i : {std::size_t{0}, items_.size() - 1}) {
+            if (items_[i])
+                continue;
+            View* parent = items_[i == 0 ? 1 : i - 1]->superview();
+            if (!parent)
+                fail("the view has no superview", syntax_.items[i].place);
+            items_[i] = parent->shared_from_this();
+        }
+    }
+
+    bool isSuperview(std::size_t i) const { return syntax_.items[i].isSuperview(); }
+
+    double constant(const Operand& operand, std::size_t place) const {
+        if (const double* number = std::get_if<double>(&operand))
+            return *number;
+        const std::string_view name = std::get<std::string_view>(operand);
+        const double* metric = metrics_.find(name);
+        if (!metric)
+            fail("unknown metric " + std::string(name), place);
+        return *metric;
+    }
+
+    LayoutConstraint begin(const Predicate& predicate, std::size_t place) const {
+        LayoutConstraint constraint;
+        constraint.relation = predicate.relation;
+        constraint.format = format_;
+        if (predicate.priority)
+            constraint.priority = constant(*predicate.priority, place);
+        return constraint;
+    }
+
+    void addSize(std::size_t i, const Predicate& predicate) {
+        const std::size_t place = syntax_.items[i].place;
+        LayoutConstraint constraint = begin(predicate, place);
+        constraint.firstItem = items_[i];
+        constraint.firstAttribute = axis_.size;
+        const auto* name = std::get_if<std::string_view>(&predicate.object);
+        if (name && !metrics_.contains(*name)) {
+            constraint.secondItem = view(*name, place);
+            constraint.secondAttribute = axis_.size;
+        } else {
+            constraint.constant = constant(predicate.object, place);
+        }
+        constraints_.push_back(std::move(constraint));
+    }
+
+    // The later item's edge = the earlier item's edge + gap, so that a gap is never negative.
+    void addGap(std::size_t i, const Predicate& predicate) {
+        LayoutConstraint constraint = begin(predicate, syntax_.items[i].place);
+        constraint.firstItem = items_[i + 1];
+        constraint.firstAttribute = isSuperview(i + 1) ? axis_.end : axis_.start;
+        constraint.secondItem = items_[i];
+        constraint.secondAttribute = isSuperview(i) ? axis_.start : axis_.end;
+        constraint.constant = constant(predicate.object, syntax_.items[i].place);
+        constraints_.push_back(std::move(constraint));
+    }
+
+    void addAlignment() {
+        for (auto [option, attribute] : {std::pair(kAlignAllCentreX, Attribute::CentreX),
+                                         std::pair(kAlignAllCentreY, Attribute::CentreY)})
+            if (format_->options & option)
+                alignAll(attribute);
+    }
+
+    void alignAll(Attribute attribute) {
+        std::shared_ptr<View> previous;
+        for (std::size_t i = 0; i < items_.size(); ++i) {
+            if (isSuperview(i))
+                continue;
+            if (previous) {
+                LayoutConstraint constraint = begin({}, 0);
+                constraint.firstItem = items_[i];
+                constraint.firstAttribute = attribute;
+                constraint.secondItem = previous;
+                constraint.secondAttribute = attribute;
+                constraints_.push_back(std::move(constraint));
+            }
+            previous = items_[i];
+        }
+    }
+
+    const VisualFormatSyntax& syntax_;
+    const Axis axis_;
+    const std::shared_ptr<const VisualFormat> format_;
+    const MetricsDictionary& metrics_;
+    const ViewsDictionary& views_;
+    std::vector<std::shared_ptr<View>> items_; // the superview in place of "|"
+    std::vector<LayoutConstraint> constraints_;
+};
+
+std::vector<LayoutConstraint> refuse(std::string_view format, const VisualFormatError& error) {
+    VXLogger::sharedInstance().logMessage(
+        formatted("Visual format \"%@\", character %d: %@",
+                  {format, static_cast<std::int32_t>(error.place), error.reason}),
+        4);
+    return {};
+}
+
+} // namespace
+
+std::vector<LayoutConstraint> constraintsWithVisualFormat(std::string_view format, int options,
+                                                          const MetricsDictionary& metrics,
+                                                          const ViewsDictionary& views) {
+    const auto parsed = parseVisualFormat(format);
+    if (const auto* error = std::get_if<VisualFormatError>(&parsed))
+        return refuse(format, *error);
+    try {
+        auto origin =
+            std::make_shared<const VisualFormat>(VisualFormat{std::string(format), options});
+        return Resolver(std::get<VisualFormatSyntax>(parsed), std::move(origin), metrics, views)
+            .resolve();
+    } catch (const VisualFormatError& error) {
+        return refuse(format, error);
+    }
+}
+
+} // namespace vx
