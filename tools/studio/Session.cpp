@@ -117,10 +117,12 @@ Problem Session::tell(Json command) {
 }
 
 Problem Session::launch() {
-    Json world = {{"store", options_.store.string()},
-                  {"site", options_.site},
-                  {"privacy", options_.privacy},
-                  {"clockOffset", clockOffset_.count()}};
+    Json world = {
+        {"store", options_.store.string()},
+        {"site", options_.site},
+        {"privacy", options_.privacy},
+        {"clockOffset", clockOffset_.count()},
+        {"cause", events_.state().value(Json::json_pointer("/application/decision/reason"), "")}};
     if (!options_.live)
         world["host"] = backend_.address();
     return application_.launch(std::move(world));

@@ -41,10 +41,11 @@ public:
     Application(const Json& world, const WakeUp& wakeUp)
         : store_(world.value("store", "")), services_(settings(world)),
           runtime_(services_.platform()),
-          sdk_(std::make_shared<services::TagSDK>(notifications_, reportSent)) {
+          sdk_(std::make_shared<services::TagSDK>(notifications_, reportSent)),
+          callbacks_(std::make_shared<ReportingCallbacks>(world.value("cause", ""))) {
         services_.setWakeUp([&wakeUp] { wakeUp.signal(); });
         VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
-        engine.registerCallback(std::make_shared<ReportingCallbacks>());
+        engine.registerCallback(callbacks_);
         engine.setSiteID(world.value("site", 0), world.value("privacy", 0), sdk_);
     }
 
@@ -64,7 +65,7 @@ public:
     void poll() { services_.poll(); }
 
     void reportState() {
-        Json state = applicationState(*sdk_, store_);
+        Json state = applicationState(*sdk_, *callbacks_, store_);
         if (state == lastState_)
             return;
         report({{"kind", "state"}, {"body", state}});
@@ -104,6 +105,7 @@ private:
     services::Services services_;
     Runtime runtime_;
     std::shared_ptr<services::TagSDK> sdk_;
+    std::shared_ptr<ReportingCallbacks> callbacks_;
     Json lastState_;
 };
 

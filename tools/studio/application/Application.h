@@ -8,7 +8,8 @@ inline constexpr const char* kApplicationCommand = "studio-application";
 /// An application with the engine, its services and a tag SDK, for the studio to watch. It is told
 /// what to do by JSON objects on standard input, one a line, with "do" and "id":
 ///
-///     {"do":"start","id":1,"store":FILE,"site":S,"privacy":P,"clockOffset":MS,"host":ADDRESS}
+///     {"do":"start","id":1,"store":FILE,"site":S,"privacy":P,"clockOffset":MS,"host":ADDRESS,
+///      "cause":TEXT}
 ///     {"do":"accept"|"refuse"} {"do":"hit","name":TEXT} {"do":"clock","offset":MS}
 ///
 /// and reports on standard output what happens: {"kind":"log"|"notification"|"callback"|"hit",

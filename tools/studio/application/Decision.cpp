@@ -17,7 +17,7 @@ struct Reason {
     const char* text;
 };
 
-Reason reason() {
+Reason reason(const std::string& cause) {
     if (!VXPrivacyAPI::shouldDisplayPrivacyCenter())
         return {"none", "the user need not be asked"};
     const std::optional<std::string> consent =
@@ -26,9 +26,11 @@ Reason reason() {
         return {"first-start", "first start, no choice was ever made"};
     if (consent->empty())
         return {"reset", "a new privacy configuration reset the saved choices"};
-    if (VXMobilePrivacy::sharedInstance().consentExpired())
+    if (VXMobilePrivacy::sharedInstance().consentExpired() || cause == "expired")
         return {"expired", "the choice is older than 395 days"};
-    return {"changed", "the privacy configuration changed significantly"};
+    if (cause == "changed")
+        return {"changed", "the privacy configuration changed significantly"};
+    return {"earlier", "asked for at an earlier start and not answered yet"};
 }
 
 const char* stateInWords(std::int32_t privacyState) {
@@ -39,16 +41,17 @@ const char* stateInWords(std::int32_t privacyState) {
 
 } // namespace
 
-Json decision() {
-    const Reason why = reason();
+Json decision(const std::string& cause) {
+    const Reason why = reason(cause);
     const std::int64_t savedAt = VXPrivacyAPI::getLastTimeConsentWasSaved();
-    return {{"mustAsk", VXPrivacyAPI::shouldDisplayPrivacyCenter()},
-            {"reason", why.name},
-            {"text", why.text},
-            {"state", stateInWords(VXMobilePrivacy::sharedInstance().privacyState())},
-            {"savedAt", savedAt},
-            {"validUntil",
-             savedAt == 0 ? 0 : savedAt + static_cast<std::int64_t>(kVXConsentExpirationDuration)}};
+    return {
+        {"mustAsk", VXPrivacyAPI::shouldDisplayPrivacyCenter()},
+        {"reason", why.name},
+        {"text", why.text},
+        {"state", stateInWords(VXMobilePrivacy::sharedInstance().privacyState())},
+        {"savedAt", savedAt},
+        {"validUntil",
+         savedAt == 0 ? 0 : static_cast<std::uint64_t>(savedAt) + kVXConsentExpirationDuration}};
 }
 
 } // namespace vx::tools::studio

@@ -34,10 +34,12 @@ void ReportingCallbacks::consentUpdated(const ConsentDictionary& consent) {
 }
 
 void ReportingCallbacks::consentOutdated() {
+    cause_ = "expired";
     report("callback", "consentOutdated");
 }
 
 void ReportingCallbacks::significantChangesInPrivacy() {
+    cause_ = "changed";
     report("callback", "significantChangesInPrivacy");
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <chrono>
+#include <string>
+#include <utility>
 
 #include "vxprivacy/engine/VXPrivacyCallbacks.h"
 #include "vxprivacy/platform/core/Doors.h"
@@ -23,10 +25,19 @@ public:
 
 class ReportingCallbacks : public VXPrivacyCallbacks {
 public:
+    /// `cause` is what an earlier process heard last.
+    explicit ReportingCallbacks(std::string cause) : cause_(std::move(cause)) {}
+
+    /// Why the user must be asked, as far as the engine told: "expired" or "changed".
+    const std::string& cause() const { return cause_; }
+
     void consentUpdated(const ConsentDictionary& consent) override;
     void consentOutdated() override;
     void significantChangesInPrivacy() override;
     void consentCategoryChanged() override;
+
+private:
+    std::string cause_;
 };
 
 /// The system's clock, put forward or back.

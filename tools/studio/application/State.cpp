@@ -90,9 +90,10 @@ sortedData(const services::TagSDK::PermanentData& permanentData) {
     return {permanentData.begin(), permanentData.end()};
 }
 
-Json applicationState(const services::TagSDK& sdk, const std::filesystem::path& store) {
+Json applicationState(const services::TagSDK& sdk, const ReportingCallbacks& callbacks,
+                      const std::filesystem::path& store) {
     Json stored = storedState(store);
-    return {{"decision", decision()},
+    return {{"decision", decision(callbacks.cause())},
             {"engine", engineProperties(VXMobilePrivacy::sharedInstance())},
             {"answers", queryAnswers()},
             {"configuration", configuration()},

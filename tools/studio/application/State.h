@@ -6,6 +6,7 @@
 
 #include "services/sdk/TagSDK.h"
 #include "tools/studio/Json.h"
+#include "tools/studio/application/ReportingDoors.h"
 
 namespace vx::tools::studio {
 
@@ -14,6 +15,7 @@ std::map<std::string_view, std::string_view>
 sortedData(const services::TagSDK::PermanentData& permanentData);
 
 /// Everything that the studio shows of a running application.
-Json applicationState(const services::TagSDK& sdk, const std::filesystem::path& store);
+Json applicationState(const services::TagSDK& sdk, const ReportingCallbacks& callbacks,
+                      const std::filesystem::path& store);
 
 } // namespace vx::tools::studio

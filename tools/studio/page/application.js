@@ -6,6 +6,7 @@ const headlines = {
   "first-start": ["Ask the user", "First start: no choice was ever made."],
   expired: ["Ask the user again", "Expired: the choice is older than 395 days."],
   reset: ["Ask the user again", "Reset: a new privacy configuration wiped the saved choices."],
+  earlier: ["Ask the user again", "Asked for at an earlier start and not answered yet."],
   changed: ["Ask the user again", "Changed: the privacy configuration changed significantly."],
 };
 
