@@ -7,7 +7,8 @@
 #include <thread>
 
 int main() {
-    vx::services::Services services({.store = "consent/choices.sqlite"});
+    // resources/privacy.json is the privacy configuration that ships with the program.
+    vx::services::Services services({.store = "consent/choices.sqlite", .packaged = "resources"});
     vx::Runtime runtime(services.platform());
     vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();
     engine.setSiteID(12, 5); // your site and privacy identifiers
