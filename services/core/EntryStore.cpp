@@ -20,12 +20,13 @@ void EntryStore::set(std::string_view key, std::string_view value) {
         found = entries_.emplace(key, Entry{}).first;
     Entry& entry = found->second;
     const bool changes = !wasThere || entry.value != value;
-    if (changes || !entry.set) {
-        changes_.push_back({&*found, {}, wasThere, entry.set, entry.changed});
-        if (changes)
-            changes_.back().before = std::exchange(entry.value, std::string(value));
-        entry.set = true;
-        entry.changed |= changes;
+    if (changes || entry.setFor != writing_) {
+        changes_.push_back({&*found, {}, entry.setFor, entry.changedFor, wasThere});
+        entry.setFor = writing_;
+    }
+    if (changes) {
+        changes_.back().before = std::exchange(entry.value, std::string(value));
+        entry.changedFor = writing_;
     }
     database_.changed();
 }
@@ -43,8 +44,8 @@ void EntryStore::takeBack(Change& change) {
     Entry& entry = change.entry->second;
     if (change.before)
         entry.value = std::move(*change.before);
-    entry.set = change.wasSet;
-    entry.changed = change.wasChanged;
+    entry.setFor = change.setFor;
+    entry.changedFor = change.changedFor;
 }
 
 const char* EntryStore::schema() const {
@@ -58,7 +59,7 @@ void EntryStore::load(SQLite::Database& file) {
         auto found = entries_.find(key);
         if (found == entries_.end())
             found = entries_.emplace(key, Entry{}).first;
-        if (!found->second.set)
+        if (found->second.setFor != writing_)
             found->second.value = bytes(rows.getColumn(1));
     }
 }
@@ -66,12 +67,12 @@ void EntryStore::load(SQLite::Database& file) {
 void EntryStore::write(SQLite::Database& file, Contents contents) {
     if (contents == Contents::ChangedByOthers)
         load(file);
-    keepOneChangeOfEach();
-    SQLite::Statement upsert(file, "INSERT INTO entries VALUES (?, ?) "
-                                   "ON CONFLICT DO UPDATE SET value = excluded.value");
+    if (changes_.size() > 2 * entries_.size())
+        keepOneChangeOfEach(); // it could not be written for long
+    SQLite::Statement upsert(file, "REPLACE INTO entries (key, value) VALUES (?, ?)");
     for (const Change& change : changes_) {
         const auto& [key, entry] = *change.entry;
-        if (contents == Contents::Known && !entry.changed)
+        if (contents == Contents::Known && entry.changedFor != writing_)
             continue;
         upsert.bindNoCopy(1, key);
         upsert.bindNoCopy(2, entry.value);
@@ -83,22 +84,22 @@ void EntryStore::write(SQLite::Database& file, Contents contents) {
 // No scope is open when entries are written, so nothing will be taken back.
 void EntryStore::keepOneChangeOfEach() {
     for (Change& change : changes_)
-        change.entry->second.set = false;
-    std::erase_if(changes_,
-                  [](Change& change) { return std::exchange(change.entry->second.set, true); });
+        change.entry->second.setFor = 0;
+    std::erase_if(changes_, [&](Change& change) {
+        return std::exchange(change.entry->second.setFor, writing_) == writing_;
+    });
 }
 
 void EntryStore::written() {
-    for (Change& change : changes_)
-        change.entry->second.set = change.entry->second.changed = false;
     changes_.clear();
+    ++writing_;
 }
 
 void EntryStore::lost() {
     changes_.clear();
     for (auto& entry : entries_) {
-        entry.second.set = entry.second.changed = true;
-        changes_.push_back({&entry, {}, true, true, true});
+        entry.second.setFor = entry.second.changedFor = writing_;
+        changes_.push_back({&entry, {}, writing_, writing_, true});
     }
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "services/core/Database.h"
+#include "services/core/TextHash.h"
 #include "vxprivacy/platform/core/KeyValueStore.h"
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -34,19 +36,19 @@ public:
     }
 
 private:
-    struct TextHash : std::hash<std::string_view> {
-        using is_transparent = void;
-    };
+    // The writing that an entry waits for is named by its number, so that nothing has to be reset
+    // in thousands of entries when it is done.
     struct Entry {
         std::string value;
-        bool set = false;     // since the last writing, be it to the value it had
-        bool changed = false; // since the last writing
+        std::uint32_t setFor = 0;     // be it to the value it had
+        std::uint32_t changedFor = 0; // to another value
     };
     using Entries = std::unordered_map<std::string, Entry, TextHash, std::equal_to<>>;
     struct Change {
         Entries::pointer entry;            // nodes do not move
         std::optional<std::string> before; // absent: the value did not change
-        bool wasThere, wasSet, wasChanged;
+        std::uint32_t setFor, changedFor;  // before
+        bool wasThere;
     };
 
     const char* schema() const override;
@@ -63,7 +65,8 @@ private:
 
     Database& database_;
     Entries entries_;
-    std::vector<Change> changes_; // every setting since the last writing, in order
+    std::vector<Change> changes_; // all settings since the last writing, in order
+    std::uint32_t writing_ = 1;   // the next one
 };
 
 } // namespace vx::services

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "services/core/TextHash.h"
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 #include "vxprivacy/platform/sdk/Zentrix.h"
 
@@ -20,9 +21,6 @@ namespace vx::services {
 ///     sdk.accept("page=home");   // false: dropped, nobody consented yet
 class TagSDK : public Zentrix, private NotificationObserver {
 public:
-    struct TextHash : std::hash<std::string_view> {
-        using is_transparent = void;
-    };
     using PermanentData = std::unordered_map<std::string, std::string, TextHash, std::equal_to<>>;
 
     /// What goes out. Both parts are views, good until the sink returns.
