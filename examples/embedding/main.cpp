@@ -2,12 +2,10 @@
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
 
-#include <chrono>
 #include <iostream>
 #include <thread>
 
 int main() {
-    // resources/privacy.json is the privacy configuration that ships with the program.
     vx::services::Services services({.store = "consent/choices.sqlite", .packaged = "resources"});
     vx::Runtime runtime(services.platform());
     vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();
