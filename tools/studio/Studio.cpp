@@ -107,6 +107,7 @@ void addStudio(CLI::App& app) {
     live->needs(site)->needs(privacy)->excludes("--config");
     site->needs(live);
     privacy->needs(live);
+    command->footer("The page's requests, for use with curl: docs/studio.md");
     command->callback([options] { runOrFail(*options); });
 
     app.add_subcommand(kApplicationCommand, "The application that the studio runs")
