@@ -48,10 +48,12 @@ void Backend::addRoutes(httplib::Server& server) {
                 [this](const httplib::Request& request, httplib::Response& response) {
                     collect(request, response);
                 });
-    server.set_logger([this](const httplib::Request& request, const httplib::Response& response) {
-        events_.append("request", request.method + " " + request.target + " \u2192 " +
-                                      std::to_string(response.status));
-    });
+    // Before the answer goes out, so that it stands before what the answer causes.
+    server.set_post_routing_handler(
+        [this](const httplib::Request& request, httplib::Response& response) {
+            events_.append("request", request.method + " " + request.target + " \u2192 " +
+                                          std::to_string(response.status));
+        });
 }
 
 void Backend::answerConfiguration(const httplib::Request& request,
