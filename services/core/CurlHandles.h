@@ -1,8 +1,8 @@
 #pragma once
 
-#include <curl/curl.h>
-
 #include <memory>
+
+#include <curl/curl.h>
 
 // One owning type for each kind of curl handle.
 

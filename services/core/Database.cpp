@@ -1,9 +1,9 @@
 #include "services/core/Database.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <string>
+
+#include <sqlite3.h>
 
 namespace vx::services {
 
@@ -60,6 +60,13 @@ void Database::changed() {
 void Database::retry() {
     if (failing_ && Steady::now() >= nextTry_)
         changed();
+}
+
+void Database::finish() {
+    onSettled_ = nullptr;
+    if (connection_)
+        sqlite3_busy_timeout(connection_->getHandle(), 0);
+    changed();
 }
 
 std::optional<std::chrono::milliseconds> Database::timeToRetry() const {

@@ -1,8 +1,5 @@
 #pragma once
 
-#include "services/core/StoreFile.h"
-#include "vxprivacy/platform/core/Doors.h"
-
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -10,6 +7,9 @@
 #include <optional>
 #include <string_view>
 #include <vector>
+
+#include "services/core/StoreFile.h"
+#include "vxprivacy/platform/core/Doors.h"
 
 namespace vx::services {
 
@@ -71,6 +71,8 @@ public:
 
     /// Tries again what could not be written, when it is time.
     void retry();
+    /// A last attempt, which waits for no other process.
+    void finish();
     /// How long until `retry` has something to do; absent: it has nothing.
     std::optional<std::chrono::milliseconds> timeToRetry() const;
 

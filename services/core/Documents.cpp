@@ -1,11 +1,11 @@
 #include "services/core/Documents.h"
 
-#include "services/core/URLPolicy.h"
-#include "vxprivacy/platform/foundation/Text.h"
-
 #include <fstream>
 #include <optional>
 #include <utility>
+
+#include "services/core/URLPolicy.h"
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx::services {
 

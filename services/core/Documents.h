@@ -1,15 +1,15 @@
 #pragma once
 
-#include "services/core/OfflineCopies.h"
-#include "services/core/Shared.h"
-#include "vxprivacy/platform/core/VXConfigurationFile.h"
-
 #include <cstdint>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include "services/core/OfflineCopies.h"
+#include "services/core/Shared.h"
+#include "vxprivacy/platform/core/VXConfigurationFile.h"
 
 namespace vx::services {
 

@@ -1,9 +1,5 @@
 #pragma once
 
-#include "services/core/Database.h"
-#include "services/core/TextHash.h"
-#include "vxprivacy/platform/core/KeyValueStore.h"
-
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -11,6 +7,10 @@
 #include <string_view>
 #include <unordered_map>
 #include <vector>
+
+#include "services/core/Database.h"
+#include "services/core/TextHash.h"
+#include "vxprivacy/platform/core/KeyValueStore.h"
 
 namespace vx::services {
 

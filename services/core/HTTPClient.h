@@ -1,7 +1,5 @@
 #pragma once
 
-#include "services/core/Transfer.h"
-
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -12,6 +10,8 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "services/core/Transfer.h"
 
 namespace vx::services {
 

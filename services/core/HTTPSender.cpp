@@ -1,12 +1,12 @@
 #include "services/core/HTTPSender.h"
 
-#include "services/core/URLPolicy.h"
-#include "vxprivacy/platform/core/VXNotifications.h"
-
 #include <algorithm>
 #include <set>
 #include <string>
 #include <string_view>
+
+#include "services/core/URLPolicy.h"
+#include "vxprivacy/platform/core/VXNotifications.h"
 
 namespace vx::services {
 

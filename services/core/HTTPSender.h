@@ -1,14 +1,14 @@
 #pragma once
 
-#include "services/core/Outbox.h"
-#include "services/core/RetryPolicy.h"
-#include "services/core/Shared.h"
-#include "vxprivacy/platform/foundation/NotificationCenter.h"
-
 #include <chrono>
 #include <cstdint>
 #include <optional>
 #include <vector>
+
+#include "services/core/Outbox.h"
+#include "services/core/RetryPolicy.h"
+#include "services/core/Shared.h"
+#include "vxprivacy/platform/foundation/NotificationCenter.h"
 
 namespace vx::services {
 

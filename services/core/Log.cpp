@@ -1,10 +1,10 @@
 #include "services/core/Log.h"
 
+#include <string>
+
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
-
-#include <string>
 
 namespace vx::services {
 

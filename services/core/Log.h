@@ -1,11 +1,11 @@
 #pragma once
 
-#include "vxprivacy/platform/core/Doors.h"
-
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string_view>
+
+#include "vxprivacy/platform/core/Doors.h"
 
 namespace spdlog {
 class logger;

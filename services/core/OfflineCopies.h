@@ -1,11 +1,11 @@
 #pragma once
 
-#include "services/core/Database.h"
-
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "services/core/Database.h"
 
 namespace vx::services {
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "services/core/Database.h"
-
 #include <cstdint>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "services/core/Database.h"
 
 namespace vx::services {
 

@@ -1,10 +1,10 @@
 #include "services/core/RetryPolicy.h"
 
+#include <algorithm>
+
 #include "vxprivacy/platform/foundation/Text.h"
 
 #include <curl/curl.h>
-
-#include <algorithm>
 
 namespace vx::services {
 

@@ -1,10 +1,10 @@
 #include "services/core/ServiceVariables.h"
 
-#include "vxprivacy/platform/core/VXNotifications.h"
-
 #include <chrono>
 #include <random>
 #include <utility>
+
+#include "vxprivacy/platform/core/VXNotifications.h"
 
 namespace vx::services {
 

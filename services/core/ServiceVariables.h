@@ -1,12 +1,12 @@
 #pragma once
 
-#include "vxprivacy/platform/core/Doors.h"
-#include "vxprivacy/platform/core/KeyValueStore.h"
-
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/platform/core/KeyValueStore.h"
 
 namespace vx::services {
 

@@ -1,14 +1,15 @@
 #include "services/core/Services.h"
 
+#include <algorithm>
+#include <memory>
+#include <utility>
+
 #include "services/core/Documents.h"
 #include "services/core/EntryStore.h"
 #include "services/core/HTTPSender.h"
 #include "services/core/Log.h"
 #include "services/core/ServiceVariables.h"
 #include "services/core/URLPolicy.h"
-
-#include <algorithm>
-#include <utility>
 
 namespace vx::services {
 
@@ -18,8 +19,9 @@ struct Services::Parts {
     void schedule();
 
     Settings settings;
-    Log ownLog{settings.logLevel, settings.logFile};
-    Logger& logger = settings.logger ? *settings.logger : ownLog;
+    std::unique_ptr<Logger> ownLog =
+        settings.logger ? nullptr : std::make_unique<Log>(settings.logLevel, settings.logFile);
+    Logger& logger = settings.logger ? *settings.logger : *ownLog;
     ServiceClock clock{settings.clock};
     NotificationCenter ownNotifications;
     NotificationCenter& notifications =
@@ -78,7 +80,9 @@ void Services::Parts::schedule() {
 
 Services::Services(Settings settings) : parts_(std::make_unique<Parts>(std::move(settings))) {}
 
-Services::~Services() = default;
+Services::~Services() {
+    parts_->database.finish();
+}
 
 Platform Services::platform() {
     return {parts_->entries,   parts_->documents,      parts_->notifications,

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "vxprivacy/platform/core/Runtime.h"
-
 #include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+
+#include "vxprivacy/platform/core/Runtime.h"
 
 namespace vx::services {
 

@@ -1,15 +1,15 @@
 #include "services/core/StoreFile.h"
 
-#include <sqlite3.h>
+#include <array>
+#include <cerrno>
+#include <optional>
+#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
-#include <optional>
-#include <system_error>
+#include <sqlite3.h>
 
 namespace vx::services {
 
@@ -47,8 +47,19 @@ bool isOurs(SQLite::Database& database) {
            (application == 0 && number(database, "SELECT count(*) FROM sqlite_master") == 0);
 }
 
-// Whether nothing but the store lies in `directory`.
+// Makes what was made in `directory` survive a power cut.
+void sync(const fs::path& directory) {
+    const int handle = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    ::fsync(handle);
+    ::close(handle);
+}
+
+// Whether nothing but the store lies in `directory`, and it is no common one.
 bool isOnlyFor(const fs::path& file, const fs::path& directory) {
+    if (fileStatus(directory)->st_mode & S_ISVTX)
+        return false;
     for (const fs::directory_entry& entry : fs::directory_iterator(directory))
         if (!entry.path().filename().native().starts_with(file.filename().native()))
             return false;
@@ -90,6 +101,8 @@ void StoreFile::makeDirectory() {
     const bool made = ::mkdir(directory.c_str(), S_IRWXU) == 0;
     if (!made && errno != EEXIST)
         fail("no directory for the store", directory);
+    if (made)
+        sync(directory.parent_path());
     directory = fs::canonical(directory); // the directory may be a link, the file may not
     path_ = directory / path_.filename();
     if (!made && isOnlyFor(path_, directory))

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <SQLiteCpp/SQLiteCpp.h>
-
-#include <sys/types.h>
-
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
+
+#include <sys/types.h>
+
+#include <SQLiteCpp/SQLiteCpp.h>
 
 namespace vx::services {
 

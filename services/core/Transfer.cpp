@@ -1,9 +1,9 @@
 #include "services/core/Transfer.h"
 
-#include "services/core/URLPolicy.h"
-
 #include <algorithm>
 #include <utility>
+
+#include "services/core/URLPolicy.h"
 
 namespace vx::services {
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "services/core/CurlHandles.h"
-
 #include <chrono>
 #include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
+
+#include "services/core/CurlHandles.h"
 
 namespace vx::services {
 

@@ -1,8 +1,8 @@
 #include "services/sdk/TagSDK.h"
 
-#include "vxprivacy/platform/core/VXNotifications.h"
-
 #include <utility>
+
+#include "vxprivacy/platform/core/VXNotifications.h"
 
 namespace vx::services {
 

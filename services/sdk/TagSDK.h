@@ -1,15 +1,15 @@
 #pragma once
 
-#include "services/core/TextHash.h"
-#include "vxprivacy/platform/foundation/NotificationCenter.h"
-#include "vxprivacy/platform/sdk/Zentrix.h"
-
 #include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+
+#include "services/core/TextHash.h"
+#include "vxprivacy/platform/foundation/NotificationCenter.h"
+#include "vxprivacy/platform/sdk/Zentrix.h"
 
 namespace vx::services {
 

@@ -1,14 +1,14 @@
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <string>
+
 #include "services/core/URLPolicy.h"
 #include "tests/services/LocalServer.h"
 #include "tests/services/Support.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
-
-#include <atomic>
-#include <chrono>
-#include <future>
-#include <string>
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>

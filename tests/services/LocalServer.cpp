@@ -1,11 +1,11 @@
 #include "tests/services/LocalServer.h"
 
+#include <utility>
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
-
-#include <utility>
 
 namespace vx::services::test {
 

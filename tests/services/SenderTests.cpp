@@ -1,12 +1,12 @@
-#include "services/core/RetryPolicy.h"
-#include "tests/services/LocalServer.h"
-#include "tests/services/Support.h"
-#include "vxprivacy/platform/core/VXNotifications.h"
-
 #include <algorithm>
 #include <atomic>
 #include <string>
 #include <vector>
+
+#include "services/core/RetryPolicy.h"
+#include "tests/services/LocalServer.h"
+#include "tests/services/Support.h"
+#include "vxprivacy/platform/core/VXNotifications.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>

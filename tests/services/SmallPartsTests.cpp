@@ -1,9 +1,9 @@
+#include <string>
+#include <vector>
+
 #include "services/sdk/TagSDK.h"
 #include "tests/services/Support.h"
 #include "vxprivacy/platform/core/VXNotifications.h"
-
-#include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
+#include <csignal>
+#include <string>
+
 #include "tests/services/Support.h"
 
-#include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <string>
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>

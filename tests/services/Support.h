@@ -1,14 +1,14 @@
 #pragma once
 
-#include "services/core/Services.h"
-#include "tools/recording/RecordingDoors.h"
-#include "vxprivacy/platform/core/Doors.h"
-
 #include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "services/core/Services.h"
+#include "tools/recording/RecordingDoors.h"
+#include "vxprivacy/platform/core/Doors.h"
 
 // What the tests of the services share.
 

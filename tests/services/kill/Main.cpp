@@ -2,6 +2,12 @@
 // after each kill that the store holds the state before or after a save, and in the end that the
 // beacon of every save reached the collector.
 
+#include <chrono>
+#include <csignal>
+#include <iostream>
+#include <random>
+#include <set>
+
 #include "tests/services/LocalServer.h"
 #include "tests/services/Support.h"
 #include "tests/services/kill/Saver.h"
@@ -11,12 +17,6 @@
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <chrono>
-#include <csignal>
-#include <iostream>
-#include <random>
-#include <set>
 
 #include <SQLiteCpp/SQLiteCpp.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "vxprivacy/platform/foundation/OrderedDictionary.h"
-
 #include <cstdint>
 #include <map>
 #include <string>
+
+#include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 // The numbered saves that the killed process makes one after the other.
 
