@@ -46,6 +46,8 @@ void Documents::load(VXConfigurationFile& file, Registration& registration) {
     JSONValue document;
     copies_.read(copyName(file), [&](const OfflineCopies::Copy& copy) {
         document = VXConfigurationFile::getJSONDictionaryFromString(copy.text);
+        if (document && copy.address == resourceOf(file))
+            registration.etag = copy.etag; // it means nothing at another address
     });
     if (document)
         registration.origin = Origin::Downloaded;
@@ -68,7 +70,7 @@ void Documents::download(VXConfigurationFile& file,
     const std::uint64_t hours = shared_.clock.nowMilliseconds() / kHour;
     const std::string address = isOnCDN(file) ? resource + "?r=" + std::to_string(hours) : resource;
     shared_.http.submit(
-        {address, {}, etagAt(file, resource)},
+        {address, {}, registration->etag},
         [this, registration](const HTTPResponse& response) { arrived(*registration, response); });
 }
 
@@ -118,16 +120,6 @@ std::string Documents::currentText(const VXConfigurationFile& file, Origin origi
     if (origin == Origin::Downloaded)
         copies_.read(copyName(file), [&](const OfflineCopies::Copy& copy) { text = copy.text; });
     return text;
-}
-
-// An entity tag means nothing at another address.
-std::string Documents::etagAt(const VXConfigurationFile& file, const std::string& resource) {
-    std::string etag;
-    copies_.read(copyName(file), [&](const OfflineCopies::Copy& copy) {
-        if (copy.address == resource)
-            etag = copy.etag;
-    });
-    return etag;
 }
 
 std::string Documents::packagedText(const VXConfigurationFile& file) const {

@@ -34,6 +34,7 @@ private:
     struct Registration {
         std::weak_ptr<VXConfigurationFile> file;
         Origin origin = Origin::Nowhere; // of the document that the file has now
+        std::string etag;                // of the copy downloaded last, where it was downloaded
     };
 
     void load(VXConfigurationFile& file, Registration& registration);
@@ -44,7 +45,6 @@ private:
     void install(Registration& registration, VXConfigurationFile& file, JSONValue document,
                  const HTTPResponse& response);
     std::string currentText(const VXConfigurationFile& file, Origin origin);
-    std::string etagAt(const VXConfigurationFile& file, const std::string& resource);
     std::string packagedText(const VXConfigurationFile& file) const;
     std::string resourceOf(const VXConfigurationFile& file) const;
     void note(const VXConfigurationFile& file, std::string_view what, int level) const;

@@ -28,13 +28,6 @@ public:
     void commitTransaction() override { database_.commit(); }
     void rollBackTransaction() override { database_.rollBack(); }
 
-    /// The entries, in no order, for looking at.
-    template <class Visitor>
-    void forEach(Visitor visit) const {
-        for (const auto& [key, entry] : entries_)
-            visit(key, entry.value);
-    }
-
 private:
     // The writing that an entry waits for is named by its number, so that nothing has to be reset
     // in thousands of entries when it is done.

@@ -24,7 +24,8 @@ namespace vx::services {
 /// wait too. Only one that was answered with 500, and so may itself be at fault, lets others pass.
 ///
 /// A request that was posted just before the process died is posted again: the server may get it
-/// twice, but it gets it.
+/// twice, but it gets it. So it may when two processes share a store, as each posts what waited
+/// when it started.
 ///
 /// Waiting times are kept in the store and measured on the platform's clock, which `sendDue` looks
 /// at; that it is called late delays a request and does nothing else.

@@ -1,8 +1,5 @@
 #include "services/core/OfflineCopies.h"
 
-#include <algorithm>
-#include <ranges>
-
 namespace vx::services {
 
 OfflineCopies::OfflineCopies(Database& database) : database_(database) {
@@ -10,9 +7,9 @@ OfflineCopies::OfflineCopies(Database& database) : database_(database) {
 }
 
 void OfflineCopies::read(const std::string& name, const std::function<void(const Copy&)>& use) {
-    for (const Replacement& replacement : std::views::reverse(replacements_))
-        if (replacement.name == name)
-            return use({replacement.text, replacement.address, replacement.etag});
+    for (auto last = replacements_.rbegin(); last != replacements_.rend(); ++last)
+        if (last->name == name)
+            return use({last->text, last->address, last->etag});
     if (!database_.connection())
         return;
     try {

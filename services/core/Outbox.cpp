@@ -85,7 +85,7 @@ void Outbox::write(SQLite::Database& file, Contents) {
         removal.reset();
     }
     std::ranges::sort(changed_);
-    changed_.erase(std::ranges::unique(changed_).begin(), changed_.end());
+    changed_.erase(std::unique(changed_.begin(), changed_.end()), changed_.end());
     for (std::uint64_t number : changed_)
         write(file, *find(number));
 }

@@ -134,7 +134,7 @@ fs::path StoreFile::moveAside() {
     const auto found = fileStatus(path_);
     if (!found || found->st_ino != connected_)
         return path_;
-    const fs::path aside = reserveName();
+    fs::path aside = reserveName();
     for (std::string_view suffix : kSuffixes)
         if (fileStatus(beside(suffix)))
             fs::rename(beside(suffix), fs::path(aside) += suffix);
@@ -144,7 +144,7 @@ fs::path StoreFile::moveAside() {
 // The first free name, held by an empty file, so that no other process takes it too.
 fs::path StoreFile::reserveName() const {
     for (int count = 1;; ++count) {
-        const fs::path name = beside(".damaged-" + std::to_string(count));
+        fs::path name = beside(".damaged-" + std::to_string(count));
         if (fileStatus(fs::path(name) += "-wal") || fileStatus(fs::path(name) += "-shm"))
             continue;
         const int file = ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
