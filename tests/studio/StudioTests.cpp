@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -90,7 +91,7 @@ TEST(Studio, APublishedVersionReachesTheNextLaunch) {
         const char* reason;
         std::vector<std::string> callbacks; // before the restored consent is announced again
     } cases[] = {
-        {R"({"information": {"saveButton": "Done"}})", false, "none", {}},
+        {R"({"information": {"version": null, "saveButton": "Done"}})", false, "none", {}},
         {R"({"categories": [{"ID": "50"}]})", false, "none", {"consentCategoryChanged"}},
         {R"({"information": {"significantChanges": "true"}})",
          true,
@@ -117,8 +118,16 @@ TEST(Studio, APublishedVersionReachesTheNextLaunch) {
         EXPECT_EQ(decision["mustAsk"], asks);
         EXPECT_EQ(decision["reason"], reason);
     }
-    const std::string problem = studio.post("configuration", "{\n  oops }").value("error", "");
-    EXPECT_NE(problem.find("line 2, column 3"), std::string::npos) << problem;
+    const std::pair<std::string, const char*> unusable[] = {
+        {"{\n  oops }", "line 2, column 3"},
+        {"[]", "\"information\""},
+        {"{\"information\": 1}", "\"information\""},
+        {std::string(1'000'000, '['), "nested too deeply"},
+    };
+    for (const auto& [text, problem] : unusable) {
+        const std::string error = studio.post("configuration", text).value("error", "");
+        EXPECT_NE(error.find(problem), std::string::npos) << error;
+    }
     EXPECT_EQ(studio.get("state")["published"]["version"], version);
 }
 

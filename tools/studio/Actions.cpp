@@ -17,7 +17,7 @@ constexpr double kMillisecondsPerDay = 86'400'000.0;
 constexpr double kMostDays = 200 * 366;
 
 Json argument(const httplib::Request& request, const char* name) {
-    const Json body = Json::parse(request.body, nullptr, false);
+    const Json body = parsed(request.body);
     return body.is_object() ? body.value(name, Json()) : Json();
 }
 

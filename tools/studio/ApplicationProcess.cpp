@@ -68,7 +68,7 @@ void ApplicationProcess::kill() {
 }
 
 void ApplicationProcess::take(std::string_view line) {
-    Json report = Json::parse(line, nullptr, false);
+    Json report = parsed(line);
     const std::string kind = report.is_object() ? report.value("kind", "") : "";
     if (kind == "state") {
         events_.setState("application", std::move(report["body"]));

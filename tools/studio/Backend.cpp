@@ -69,7 +69,7 @@ void Backend::answerConfiguration(const httplib::Request& request,
 }
 
 void Backend::collect(const httplib::Request& request, httplib::Response& response) {
-    const Json beacon = Json::parse(request.body, nullptr, false);
+    const Json beacon = parsed(request.body);
     events_.append({{"kind", "beacon"},
                     {"title", "Beacon arrived at " + request.path},
                     {"text", request.body},

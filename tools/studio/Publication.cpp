@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <fstream>
 #include <iterator>
+#include <limits>
 #include <system_error>
 #include <utility>
 
@@ -12,33 +13,30 @@ namespace vx::tools::studio {
 
 namespace {
 
+constexpr std::int64_t kHighestVersion = std::numeric_limits<std::int32_t>::max();
+
 Publication::Draft refused(std::string problem) {
     return {.text = {}, .version = 0, .problem = std::move(problem)};
 }
 
-// "[json.exception.parse_error.101] parse error at line 3, column 5: ..." without the bracket.
-std::string withoutCode(const std::string& message) {
-    const std::size_t end = message.find("] ");
-    return end == std::string::npos ? message : message.substr(end + 2);
-}
-
 std::int64_t versionOf(const Json& document) {
-    const Json& version = document["information"]["version"];
-    return version.is_number_integer() ? version.get<std::int64_t>() : 0;
+    const Json version = document["information"].value("version", Json());
+    return version.is_number_integer() && version <= kHighestVersion ? version.get<std::int64_t>()
+                                                                     : 0;
 }
 
 Publication::Draft read(const std::string& text, std::int64_t above) {
-    Json document;
-    try {
-        document = Json::parse(text);
-    } catch (const Json::parse_error& error) {
-        return refused(withoutCode(error.what()));
-    }
+    std::string problem;
+    Json document = parsed(text, &problem);
+    if (document.is_discarded())
+        return refused(problem);
     if (!document.is_object() || !document.contains("information") ||
         !document["information"].is_object())
         return refused("the document needs an object \"information\", which holds the version");
     if (const std::int64_t version = versionOf(document); version > above)
         return {.text = text, .version = version, .problem = {}};
+    if (above >= kHighestVersion)
+        return refused("no version number is left above the published one");
     document["information"]["version"] = above + 1;
     return {.text = document.dump(2) + "\n", .version = above + 1, .problem = {}};
 }

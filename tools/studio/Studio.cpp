@@ -95,8 +95,10 @@ void addStudio(CLI::App& app) {
     auto options = std::make_shared<Options>();
     CLI::App* command = app.add_subcommand(
         "studio", "Run an application with consent on a development backend, and watch it");
-    command->add_option("--config", options->config, "Privacy configuration to serve");
-    command->add_option("--store", options->store, "SQLite file of the application");
+    command->add_option("--config", options->config, "Privacy configuration to serve")
+        ->type_name("FILE");
+    command->add_option("--store", options->store, "SQLite file of the application")
+        ->type_name("FILE");
     command->add_option("--port", options->port, "Port of the page (8480; 0: any)")
         ->check(CLI::Range(0, 65535));
     command->add_flag("--no-browser", options->noBrowser, "Do not open the page");

@@ -121,7 +121,7 @@ void runApplication() {
         if (application)
             application->poll();
         while (const auto line = input.next()) {
-            const Json command = Json::parse(*line, nullptr, false);
+            const Json command = parsed(*line);
             if (!command.is_object())
                 continue;
             if (!application)
