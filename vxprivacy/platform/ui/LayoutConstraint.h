@@ -25,6 +25,8 @@ struct LayoutConstraint {
     std::weak_ptr<View> secondItem;
     Attribute secondAttribute = Attribute::None;
     double constant = 0; ///< points
+    /// The constant was a metric's value, computed from the screen's size, not written as a number.
+    bool metric = false;
     double priority = 1000;
 
     /// What it was made from.

@@ -102,6 +102,7 @@ private:
             constraint.secondAttribute = axis_.size;
         } else {
             constraint.constant = constant(predicate.object, place);
+            constraint.metric = name != nullptr;
         }
         constraints_.push_back(std::move(constraint));
     }
