@@ -13,9 +13,9 @@ export function wireInspector() {
   });
 }
 
-/** A value that may be broken after each ";" of a list. */
-function breakable(value) {
-  const parts = value.split(/(?<=;)/);
+/** Code that may be broken after each ";" of a list and before each word of a name. */
+function breakable(text) {
+  const parts = text.split(/(?<=;)|(?<=[a-z_])(?=[A-Z])/);
   return element("code", {}, ...parts.flatMap((part) => [part, element("wbr")]));
 }
 
@@ -30,7 +30,7 @@ function fillTable(table, rows, names) {
     return element("tr", {
       "data-key": key, "data-value": value,
       class: !first && before.get(key) !== value ? "changed" : undefined,
-    }, element("th", { scope: "row" }, element("code", { text: key }), ...name), element("td", {}, shown));
+    }, element("th", { scope: "row" }, breakable(key), ...name), element("td", {}, shown));
   }));
   if (rows.length === 0)
     body.append(element("tr", {}, element("td", { colspan: "2", class: "nothing", text: "Nothing yet" })));
