@@ -153,8 +153,12 @@ void VXMobilePrivacy::useCustomPublisherRestrictions() {
     files().addConfigurationFile(kVXPublisherRestrictionConfiguration, "version");
 }
 
+bool VXMobilePrivacy::supportsLanguage(std::string_view code) {
+    return std::ranges::find(kTranslations, code) != kTranslations.end();
+}
+
 void VXMobilePrivacy::setLanguage(std::string_view code) {
-    if (std::ranges::find(kTranslations, code) == kTranslations.end())
+    if (!supportsLanguage(code))
         return;
     languageCode_ = code;
     const std::string name = formatted("purposes-%@", {code});

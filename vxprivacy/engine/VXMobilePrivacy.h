@@ -58,6 +58,8 @@ public:
     /// Selects the language of the IAB texts and registers their file: one of 25 two-letter codes
     /// in lower case. Any other code, "en" among them, changes nothing.
     void setLanguage(std::string_view code);
+    /// Whether `setLanguage` takes `code`.
+    static bool supportsLanguage(std::string_view code);
     /// Identifier of the user for the beacon, or the name of a variable that holds it: a permanent
     /// datum of the tag SDK, else a predefined variable, else a core variable.
     void setConsentUser(std::string_view user);
