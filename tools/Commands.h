@@ -12,6 +12,7 @@ inline constexpr int kUnusableInput = 2;
 // Each adds one subcommand. A command that fails reports it on standard error and throws
 // `CLI::RuntimeError` with its exit status.
 void addPlay(CLI::App& app);
+void addLint(CLI::App& app);
 void addStudio(CLI::App& app);
 
 } // namespace vx::tools

@@ -8,6 +8,7 @@ int main(int argc, char** argv) {
     CLI::App app("Consent management for C++ applications: tools for developers", "vxprivacy");
     app.set_version_flag("--version", VXPRIVACY_VERSION);
     vx::tools::addPlay(app);
+    vx::tools::addLint(app);
 #ifdef VXPRIVACY_STUDIO
     vx::tools::addStudio(app);
 #endif

@@ -1,0 +1,247 @@
+// What is found, where, and what is left alone.
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "tools/lint/Lint.h"
+#include "tools/lint/Report.h"
+#include "tools/lint/Schema.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using vx::tools::lint::Severity;
+
+const char* const kGood = R"({"information":{"version":1,"content":"c"},
+    "categories":[{"ID":"1","name":"n","subcategories":[{"ID":"11","name":"m"}]}]})";
+
+struct Expected {
+    Severity severity;
+    std::string path;
+    std::string phrase; // of what is wrong, what is seen or how to mend it
+};
+
+constexpr Severity kError = Severity::Error;
+constexpr Severity kWarning = Severity::Warning;
+
+void expectIn(const std::string& text, const std::vector<Expected>& expected) {
+    SCOPED_TRACE(text);
+    const auto findings = vx::tools::lint::lint(text);
+    EXPECT_EQ(findings.size(), expected.size()) << vx::tools::lint::asJSON(findings).dump(1);
+    for (const auto& [severity, path, phrase] : expected) {
+        const bool found = std::ranges::any_of(findings, [&](const auto& finding) {
+            const auto& [problem, effect, remedy] = finding.advice;
+            const std::string all = problem + '\n' + effect + '\n' + remedy;
+            return finding.severity == severity && finding.path == path &&
+                   all.find(phrase) != std::string::npos;
+        });
+        EXPECT_TRUE(found) << path << ": " << phrase << " in "
+                           << vx::tools::lint::asJSON(findings).dump(1);
+    }
+}
+
+// In the good document after `patch` (RFC 7386).
+void expect(const char* patch, const std::vector<Expected>& expected) {
+    Json document = Json::parse(kGood);
+    document.merge_patch(Json::parse(patch));
+    expectIn(document.dump(), expected);
+}
+
+std::string sample() {
+    std::ifstream file(SAMPLES "/category.json", std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(Lint, LeavesGoodDocumentsAlone) {
+    expectIn(kGood, {});
+    expectIn(sample(), {});
+    for (
+        const char* patch :
+        {R"({"information":{"version":2147483647,"significantChanges":"false","vendors":""}})",
+         R"({"information":{"privacy_policy_url":"MAILTO:a@b.example","privacy_policy_text":"t"}})",
+         R"({"customisation":{"content":{"fontcolor":"1d2B3a","own":"red"}}})",
+         R"({"own":{"ID":0,"resetsave":[]},"global_consent":{"name":"all"}})"})
+        expect(patch, {});
+}
+
+TEST(Lint, Information) {
+    expect(R"({"information":null})", {{kError, "/information", "never installed"}});
+    expect(R"({"information":{"version":null}})", {{kError, "/information/version", "missing"}});
+    for (const char* version : {"0", "-1", "\"\"", "true", "null", "[]", "0.5"})
+        expectIn(std::string(R"({"information":{"content":"","version":)") + version +
+                     R"(},"categories":[{"ID":"1","name":""}]})",
+                 {{kError, "/information/version", "do not install"}});
+    for (const char* version : {"\"3\"", "1.5", "2147483648"})
+        expect((std::string(R"({"information":{"version":)") + version + "}}").c_str(),
+               {{kError, "/information/version", "counts as"}});
+    for (const char* value : {"true", "\"TRUE\"", "\"yes\"", "1"})
+        expect((std::string(R"({"information":{"significantChanges":)") + value + "}}").c_str(),
+               {{kError, "/information/significantChanges", "nobody is asked again"}});
+    expect(R"({"information":{"content":null}})", {{kError, "/information/content", "(null)"}});
+    expect(R"({"information":{"vendors":"8, 24"},"texts":null})",
+           {{kError, "/information/vendors", "without blanks"},
+            {kWarning, "/texts", "every text there is empty"}});
+}
+
+TEST(Lint, Categories) {
+    const auto with = [](const std::string& id) {
+        return R"({"categories":[{"ID":)" + id + R"(,"name":"n"}]})";
+    };
+    const char* const path = "/categories/0/ID";
+    expect(with("3").c_str(), {{kError, path, "\"3\""}});
+    expect(with("\"03\"").c_str(), {{kError, path, "\"3\""}});
+    expect(with("\" 3\"").c_str(), {{kError, path, "\"3\""}});
+    for (const char* zero : {"0", "\"0\"", "\"x\"", "\"\"", "0.9"})
+        expect(with(zero).c_str(), {{kError, path, "not saved"}});
+    for (const char* high : {"1000", "\"1000\"", "\"99999999999\"", "1e9"})
+        expect(with(high).c_str(), {{kError, path, "IAB"}});
+    for (const char* other : {"[]", "{}", "true", "\"-3\""})
+        expect(with(other).c_str(), {{kError, path, ""}});
+    expect(R"({"categories":[{"ID":"1","name":"n"},{"ID":"2","name":"n","subcategories":[
+               {"ID":"1","name":"m"}]}]})",
+           {{kError, "/categories/1/subcategories/0/ID", "/categories/0"}});
+    expect(R"({"categories":[{"ID":"1","name":"n","subcategories":[
+               {"ID":"2","name":"m","subcategories":[{"ID":"0"}]}]}]})",
+           {{kError, "/categories/0/subcategories/0/subcategories", "not shown and not saved"}});
+    expect(R"({"categories":[{},7]})", {{kError, "/categories/0/ID", "missing"},
+                                        {kError, "/categories/0/name", "no title"},
+                                        {kError, "/categories/1", "object"}});
+    expect(R"({"categories":null})", {{kWarning, "/categories", "counts as a refusal"}});
+    expect(R"({"categories":[]})", {{kWarning, "/categories", "counts as a refusal"}});
+    expect(R"({"categories":{}})", {{kError, "/categories", "not an array"}});
+}
+
+TEST(Lint, Links) {
+    const auto expectAt = [](const char* members, const Expected& expected) {
+        expect((R"({"information":{)" + std::string(members) + "}}").c_str(), {expected});
+        const std::string row = R"({"categories":[{"ID":"1","name":"n","subcategories":[
+                                    {"ID":"2","name":"m",)" +
+                                std::string(members) + "}]}]}";
+        expect(row.c_str(), {{expected.severity,
+                              "/categories/0/subcategories/0" +
+                                  expected.path.substr(std::string("/information").size()),
+                              expected.phrase}});
+    };
+    expectAt(R"("privacy_policy_text":"t")",
+             {kWarning, "/information/privacy_policy_text", "not shown"});
+    expectAt(R"("privacy_policy_url":"https://a.example")",
+             {kError, "/information/privacy_policy_url", "without a title"});
+    expectAt(R"("privacy_policy_url":"https://a.example","privacy_policy_text":"")",
+             {kError, "/information/privacy_policy_text", "without a title"});
+    for (const char* address : {"", "a.example", "/privacy", "ftp://a.example",
+                                "javascript:alert(1)", "https", "file:///a", " https://a.example",
+                                "https://a.example/a b", "https://a.example/é", "https://a%zz"})
+        expectAt(
+            (R"("privacy_policy_text":"t","privacy_policy_url":")" + std::string(address) + '"')
+                .c_str(),
+            {kError, "/information/privacy_policy_url", "does nothing"});
+    expectAt(R"("privacy_policy_text":"t","privacy_policy_url":1)",
+             {kError, "/information/privacy_policy_url", "no link"});
+}
+
+TEST(Lint, Colours) {
+    const struct {
+        const char* text;
+        const char* phrase;
+    } cases[] = {{"#fff", "#000FFF"},    {"#fff", "\"#ffffff\""},    {"", "black"},
+                 {"red", "black"},       {" #1D2B3A", "black"},      {"rgb(1,2,3)", "black"},
+                 {"blue", "#00000B"},    {"123456789", "white"},     {"#80FF0000", "#FF0000"},
+                 {"#80FF0000", "alpha"}, {"#1D2B3A;", "six digits"}, {"#12345", "#012345"}};
+    for (const auto& [text, phrase] : cases)
+        expect(
+            (R"({"customisation":{"button":{"disabledBackground":")" + std::string(text) + "\"}}}")
+                .c_str(),
+            {{kError, "/customisation/button/disabledBackground",
+              std::string(phrase) == "six digits" ? "six hexadecimal digits" : phrase}});
+    expect(R"({"customisation":{"content":{"fontcolor":12}}})",
+           {{kError, "/customisation/content/fontcolor", "platform's own"}});
+}
+
+TEST(Lint, Buttons) {
+    Json document = Json::parse(sample());
+    const auto expectOf = [&](const char* name, const char* list, const Expected& expected) {
+        document["components"] = {{name, Json::parse(list)}};
+        expectIn(document.dump(), {expected});
+    };
+    const std::string first = "/components/firstLayerButton";
+    expectOf("firstLayerButton", R"(["AcceptAll"])", {kError, first, "all three buttons"});
+    expectOf("firstLayerButton", "[]", {kError, first, "Detail"});
+    expectOf("firstLayerButton", R"(["Save","Detail"])", {kError, first + "/0", "no such button"});
+    expectOf("firstLayerButton", R"(["Detail","RefuseAll","Detail"])",
+             {kError, first + "/2", "gap"});
+    expectOf("secondLayerButton", "[]", {kError, "/components/secondLayerButton", "Save"});
+    expectOf("secondLayerButton", R"("Save")", {kError, "/components/secondLayerButton", "array"});
+}
+
+TEST(Lint, TextsOfEachLanguage) {
+    Json document = Json::parse(sample());
+    document["texts"]["popup"].erase("title");
+    document["texts_fr"]["generic"]["backButton"] = Json::array();
+    document["texts_de"] = document["texts_fr"];
+    document["texts_de"].erase("popup");
+    document["texts_en"] = document["texts_xx"] = document["texts_FR"] = Json::object();
+    expectIn(document.dump(), {{kError, "/texts/popup/title", "no title"},
+                               {kError, "/texts_fr/generic/backButton", "no way back"},
+                               {kError, "/texts_de/generic/backButton", "no way back"},
+                               {kError, "/texts_de/popup", "The popup shows no text"},
+                               {kWarning, "/texts_en", "\"texts\""},
+                               {kWarning, "/texts_xx", "never shown"},
+                               {kWarning, "/texts_FR", "lower case"}});
+}
+
+TEST(Lint, TheSchemaKnowsTheLanguagesOfTheEngine) {
+    const auto& schema = vx::tools::lint::privacyConfigurationSchema();
+    for (char first = 'a'; first <= 'z'; ++first)
+        for (char second = 'a'; second <= 'z'; ++second) {
+            const std::string code{first, second};
+            EXPECT_EQ(vx::VXMobilePrivacy::supportsLanguage(code),
+                      !vx::tools::lint::schemasOfMember(schema, "texts_" + code).empty())
+                << code;
+        }
+}
+
+TEST(Lint, TheResetWord) {
+    expect(R"({"information":{"resetSave":"1"}})",
+           {{kWarning, "/information/resetSave", "next version"}});
+    expect(R"({"information":{"content":"Press resetSave."}})",
+           {{kError, "/information/content", "by accident"}});
+    expect(R"({"own":{"no_resetSave":1}})", {{kError, "/own/no_resetSave", "by accident"}});
+    expectIn(R"({"information":{"version":1,"content":"reset\u0053ave"},
+                 "categories":[{"ID":"1","name":"n"}]})",
+             {}); // it is looked for without parsing
+}
+
+TEST(Lint, Names) {
+    for (const auto& [name, known] : {std::pair("Categories", "categories"),
+                                      {"catgeories", "categories"},
+                                      {"globalConsent", "global_consent"},
+                                      {"customization", "customisation"}}) {
+        Json document = Json::parse(kGood);
+        document.erase(known);
+        document[name] = 1;
+        const auto findings = vx::tools::lint::lint(document.dump());
+        EXPECT_TRUE(std::ranges::any_of(findings, [&](const auto& finding) {
+            return finding.path == "/" + std::string(name) && finding.severity == kWarning &&
+                   finding.advice.remedy == "Write \"" + std::string(known) + "\".";
+        })) << name;
+    }
+    expectIn(R"({"information":{"version":1,"content":"c"},"categories":[{"ID":"1","name":"n"}],
+                 "information":{"version":2},"own":[{"a/b":1,"a/b":2}]})",
+             {{kError, "/information", "first"}, {kError, "/own/0/a~1b", "first"}});
+}
+
+TEST(Lint, GathersNoMoreThanIsUseful) {
+    std::string rows = R"({"ID":1,"name":"n"})";
+    for (std::size_t i = 0; i < vx::tools::lint::kMostFindings; ++i)
+        rows += R"(,{"ID":1,"name":"n"})";
+    const auto findings = vx::tools::lint::lint(R"({"categories":[)" + rows + "]}");
+    EXPECT_EQ(findings.size(), vx::tools::lint::kMostFindings);
+}
+
+} // namespace

@@ -1,0 +1,34 @@
+# What `vxprivacy lint` prints, and its exit statuses.
+
+set(scratch ${CMAKE_CURRENT_BINARY_DIR}/lint_command_line.json)
+
+# expect(STATUS OUTPUT ERRORS ARGUMENT...): regular expressions for the whole of both streams.
+function(expect status output errors)
+    execute_process(COMMAND ${PROGRAM} lint ${ARGN} INPUT_FILE ${scratch}
+        RESULT_VARIABLE actual_status OUTPUT_VARIABLE actual_output ERROR_VARIABLE actual_errors)
+    if(NOT actual_status STREQUAL status OR NOT actual_output MATCHES "^${output}$"
+       OR NOT actual_errors MATCHES "^${errors}$")
+        message(SEND_ERROR "${ARGN}: status ${actual_status}\n${actual_output}${actual_errors}")
+    endif()
+endfunction()
+
+set(one_line "vxprivacy[^\n]+\n")
+
+file(WRITE ${scratch} "{\"information\":{\"version\":1},\n \"categories\": []}")
+expect(1 "standard input:2:16: warning: /categories: There are no categories[^\n]+\n    Add [^\n]+\n" "")
+expect(1 ".*lint_command_line.json:2:16: warning: .*" "" ${scratch})
+expect(1 "\\[.*\"severity\": \"warning\",.*\"line\": 2,.*\"column\": 16,.*\\]\n" "" --json -)
+expect(0 "" "" ${SAMPLES}/category.json)
+expect(0 "\\[\\]\n" "" --json ${SAMPLES}/category.json)
+expect(2 "" "${one_line}" ${scratch}.not-there)
+expect(2 "" "${one_line}" ${CMAKE_CURRENT_BINARY_DIR})
+expect(2 "" "${one_line}" --unknown)
+
+# A name in the document cannot break a line of the output.
+file(WRITE ${scratch} "{\"categories\":[],\"information\":{\"version\":1},\"texts\":{\"generi\\nc\":1}}")
+execute_process(COMMAND ${PROGRAM} lint ${scratch} OUTPUT_VARIABLE output)
+string(REGEX REPLACE "[^\n]*lint_command_line.json:1:[0-9]+: [^\n]+\n    [^\n]+\n" "" rest "${output}")
+if(NOT output MATCHES "generi.c" OR NOT rest STREQUAL "")
+    message(SEND_ERROR "not two lines for each finding: ${output}")
+endif()
+file(REMOVE ${scratch})

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "tools/lint/Finding.h"
+
+namespace vx::tools::lint {
+
+/// Bytes; the services install no larger document.
+inline constexpr std::size_t kLargestDocument = 8 << 20;
+
+/// A document that is all wrong has more; they are not worth gathering.
+inline constexpr std::size_t kMostFindings = 1000;
+
+/// What is to be mended in the privacy configuration `text`, in the order of the text; empty when
+/// all is well. A text that is no JSON or too large gives one finding. Any text is allowed; the
+/// time grows with its length. Any thread.
+std::vector<Finding> lint(std::string_view text);
+
+} // namespace vx::tools::lint
