@@ -174,6 +174,7 @@ void VXPrivacyCenterViewController::addLink(const JSONValue& object, const std::
     auto button = std::make_shared<Button>();
     button->setTitle(removingAll(textOf(object["privacy_policy_text"]), "\n"));
     button->setTitleColor(kLinkColour);
+    button->setLeavesApplication(true);
     button->addTouchUpInside([this, sender = button.get()] { privacyButtonAction(*sender); });
     viewsDictionary_.set(name, button);
     categoryUIObjects_.push_back(name);

@@ -36,12 +36,16 @@ public:
     void setTitleColor(const Colour& colour) { set(colour_, std::optional(colour)); }
     bool enabled() const { return enabled_; }
     void setEnabled(bool enabled) { set(enabled_, enabled); }
+    /// Whether a tap shows an address outside the application; a host tells the user beforehand.
+    bool leavesApplication() const { return leavesApplication_; }
+    void setLeavesApplication(bool leaves) { set(leavesApplication_, leaves); }
 
 private:
     std::string title_;
     std::optional<Font> font_;
     std::optional<Colour> colour_;
     bool enabled_ = true;
+    bool leavesApplication_ = false;
 };
 
 class Switch : public Control {

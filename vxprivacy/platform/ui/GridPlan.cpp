@@ -106,10 +106,13 @@ private:
             rules.asLargeAsContainer = true;
     }
 
+    // A metric was computed from the screen's width, and stays a share of it.
     void takeLength(GridPlan::Size& size, const LayoutConstraint& constraint) const {
-        GridPlan::Length given{length(constraint.constant), false};
-        if (constraint.metric && constraint.firstAttribute == Attribute::Width && screenWidth_ > 0)
-            given = {length(constraint.constant / screenWidth_), true};
+        const bool share = constraint.metric && constraint.firstAttribute == Attribute::Width;
+        if (share && screenWidth_ <= 0)
+            return;
+        const double unit = share ? screenWidth_ : 1;
+        const GridPlan::Length given{length(constraint.constant / unit), share};
         switch (constraint.relation) {
         case LayoutConstraint::Relation::Equal:
             return take(size.exact, given);

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+namespace vx::web {
+
+/// Whether an address from a document may be opened: a URL of the scheme http, https or mailto.
+/// An application asks this in its `Application::openURL`.
+bool mayOpen(std::string_view address);
+
+} // namespace vx::web

@@ -1,0 +1,66 @@
+// What the tests share: the server of a configuration, and pages of Debian's Chromium.
+import { spawn } from "node:child_process";
+import { once } from "node:events";
+import { createInterface } from "node:readline";
+import { mkdtemp, rm, writeFile } from "node:fs/promises";
+import { tmpdir } from "node:os";
+import { join } from "node:path";
+import { chromium } from "playwright-core";
+
+export const sample = new URL("../../samples/category.json", import.meta.url).pathname;
+export const french = new URL("french.json", import.meta.url).pathname;
+
+/// Starts the server of a configuration, a file or an object; resolves to its address.
+export async function serve(t, configuration, language = "en") {
+  let file = configuration;
+  if (typeof configuration !== "string") {
+    const directory = await mkdtemp(join(tmpdir(), "surface-"));
+    t.after(() => rm(directory, { recursive: true }));
+    file = join(directory, "privacy.json");
+    await writeFile(file, JSON.stringify(configuration));
+  }
+  const server = spawn(process.env.SURFACE_SERVER, [file, language], {
+    stdio: ["ignore", "pipe", "inherit"],
+  });
+  t.after(() => server.kill());
+  const [address] = await once(createInterface(server.stdout), "line");
+  return address;
+}
+
+let launched;
+function browser() {
+  launched ??= chromium.launch({
+    executablePath: process.env.CHROMIUM ?? "/usr/bin/chromium",
+    args: ["--no-sandbox", "--disable-gpu", "--disable-quic", "--disable-background-networking",
+      "--disable-component-update", "--disable-sync", "--no-first-run"],
+  });
+  return launched;
+}
+
+export async function closeBrowser() {
+  await (await launched)?.close();
+}
+
+/// A page of its own profile, at `address`. A text size of 2 is 200 %.
+export async function open(t, address, { width = 390, height = 844, textSize = 1, ...rest } = {}) {
+  const context = await (await browser()).newContext({ viewport: { width, height }, ...rest });
+  t.after(() => context.close());
+  const page = await context.newPage();
+  page.failures = [];
+  page.on("pageerror", (error) => page.failures.push(String(error)));
+  page.on("console", (message) => {
+    if (message.type() === "error") page.failures.push(message.text());
+  });
+  if (textSize !== 1) {
+    const session = await context.newCDPSession(page);
+    await session.send("Page.enable");
+    await session.send("Page.setFontSizes", { fontSizes: { standard: 16 * textSize } });
+  }
+  await page.goto(address);
+  return page;
+}
+
+/// What the doors recorded since the last question.
+export async function recorded(address) {
+  return (await fetch(`${address}/recorded`)).json();
+}

@@ -1,0 +1,105 @@
+import { after, test } from "node:test";
+import assert from "node:assert/strict";
+import { closeBrowser, french, open, sample, serve } from "./browser.mjs";
+
+after(closeBrowser);
+
+// Boxes of everything that is read or operated, and whatever the page cuts off or cannot show.
+function measure() {
+  const boxes = [];
+  const cut = [];
+  for (const element of document.querySelectorAll(".label, .button, .switch")) {
+    const { left, right, top, bottom, width, height } = element.getBoundingClientRect();
+    if (width === 0 || height === 0) continue;
+    const name = element.textContent.slice(0, 40) || element.id;
+    boxes.push({ id: element.id, name, left, right, top, bottom, width, height,
+      control: !element.matches(".label") });
+    const range = document.createRange();
+    if (element.firstChild) range.selectNode(element.firstChild); // what a link says unseen comes after
+    for (const line of element.firstChild ? range.getClientRects() : [])
+      if (line.width > 1 && (line.left < left - 1 || line.right > right + 1 ||
+          line.top < top - 1 || line.bottom > bottom + 1)) cut.push(`${name}: text`);
+    if (left < 0 || right > innerWidth) cut.push(`${name}: ${left} to ${right}`);
+  }
+  const wide = [...document.querySelectorAll(".scroll"), document.documentElement]
+    .filter((element) => element.scrollWidth > element.clientWidth).map((element) => element.id);
+  const scroll = document.querySelector(".scroll");
+  const rows = [...document.querySelectorAll(".switch")].map((control) => {
+    const title = document.getElementById(control.getAttribute("aria-labelledby"));
+    const row = control.parentElement.getBoundingClientRect();
+    return { scale: getComputedStyle(control).getPropertyValue("--scale").trim(),
+      title: title.getBoundingClientRect().toJSON(), row: row.toJSON(),
+      control: control.getBoundingClientRect().toJSON() };
+  });
+  return { boxes, cut, wide, rows, fits: scroll.scrollHeight <= scroll.clientHeight,
+    ends: scroll.scrollHeight };
+}
+
+function overlapping(boxes) {
+  const pairs = [];
+  boxes.forEach((a, i) => boxes.slice(i + 1).forEach((b) => {
+    if (Math.min(a.right, b.right) - Math.max(a.left, b.left) > 0.5 &&
+        Math.min(a.bottom, b.bottom) - Math.max(a.top, b.top) > 0.5)
+      pairs.push(`${a.name} / ${b.name}`);
+  }));
+  return pairs;
+}
+
+const near = (actual, expected, what) =>
+  assert.ok(Math.abs(actual - expected) <= 0.6, `${what}: ${actual} instead of ${expected}`);
+
+for (const [name, file, language] of [["sample", sample, "en"], ["french", french, "fr"]])
+  test(`${name}: whole, apart and in its shares at every width and text size`, async (t) => {
+    const address = await serve(t, file, language);
+    for (const width of [320, 390, 768])
+      for (const textSize of [1, 2]) {
+        const where = `${width} at ${textSize * 100} %`;
+        const page = await open(t, address, { width, textSize });
+        const { boxes, cut, wide, rows } = await page.evaluate(measure);
+        assert.ok(boxes.length > 10, where);
+        assert.deepEqual(cut, [], where);
+        assert.deepEqual(wide, [], where);
+        assert.deepEqual(overlapping(boxes), [], where);
+        for (const { name, width, height, control } of boxes)
+          assert.ok(!control || (width >= 44 && height >= 44), `${where}: ${name} is too small`);
+        for (const { scale, title, row, control } of rows) {
+          near(row.left, 8, `${where}: row`);
+          near(row.right, width - 8, `${where}: row`);
+          near(control.right, row.right, `${where}: switch`);
+          near(title.left, row.left + (scale === "0.6" ? 10 : 0), `${where}: title`);
+          if (scale !== "0.75") continue; // a category's title and switch are shares of the screen
+          near(title.width, 0.8 * width, `${where}: title's share`);
+          near(control.width, 0.15 * width, `${where}: switch's share`);
+        }
+        assert.deepEqual(page.failures, []);
+      }
+  });
+
+test("the text size takes effect, and gaps are the constraints'", async (t) => {
+  const address = await serve(t, sample);
+  const sizes = [];
+  for (const textSize of [1, 2]) {
+    const page = await open(t, address, { textSize });
+    sizes.push(await page.locator("h2").first().evaluate(
+      (element) => parseFloat(getComputedStyle(element).fontSize)));
+  }
+  assert.deepEqual(sizes, [17, 34]);
+  const page = await open(t, address);
+  const [scroll, first, row, description] = await page.evaluate(() => {
+    const box = (element) => element.getBoundingClientRect().toJSON();
+    const one = document.querySelector(".switch");
+    return [document.querySelector(".scroll"), document.querySelector(".label"), one.parentElement,
+      document.getElementById(one.getAttribute("aria-describedby"))].map(box);
+  });
+  near(scroll.top, 30, "scroll view");
+  near(scroll.bottom, 834, "scroll view");
+  near(first.top, 38, "first text");
+  near(description.top - row.bottom, 8, "standard gap");
+});
+
+test("from right to left, title and switch change sides", async (t) => {
+  const page = await open(t, await serve(t, sample, "ar"));
+  const { rows, cut, wide } = await page.evaluate(measure);
+  assert.deepEqual([...cut, ...wide], []);
+  for (const { title, control } of rows) assert.ok(control.right < title.left + 1);
+});

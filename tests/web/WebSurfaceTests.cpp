@@ -1,0 +1,152 @@
+#include "hosts/web/WebSurface.h"
+
+#include "hosts/web/Addresses.h"
+#include "tools/recording/Event.h"
+#include "vxprivacy/platform/ui/Controls.h"
+#include "vxprivacy/platform/ui/ScrollView.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace vx;
+using recording::Event;
+
+// A screen with a scroll view (v2) that holds a label (v3), a switch (v4) and a button (v5).
+struct Screen {
+    Screen() {
+        root->addSubview(scroll);
+        for (const std::shared_ptr<View>& view :
+             {std::shared_ptr<View>(label), std::shared_ptr<View>(control),
+              std::shared_ptr<View>(button)})
+            scroll->addSubview(view);
+        label->setText("Title");
+        control->addTouchUpInside([this] { ++taps; });
+        button->addTouchUpInside([this] { ++taps; });
+        page = surface.render();
+    }
+
+    Event dispatch(const std::string& event) { return Event::parse(surface.dispatch(event)); }
+
+    int taps = 0;
+    std::shared_ptr<View> root = std::make_shared<View>();
+    std::shared_ptr<ScrollView> scroll = std::make_shared<ScrollView>();
+    std::shared_ptr<Label> label = std::make_shared<Label>();
+    std::shared_ptr<Switch> control = std::make_shared<Switch>();
+    std::shared_ptr<Button> button = std::make_shared<Button>();
+    web::WebSurface surface{root};
+    std::string page;
+};
+
+TEST(WebSurface, APatchHoldsTheElementsThatChangedAndNoOthers) {
+    Screen screen;
+    const Event patch = screen.dispatch(R"({"tap":"v4"})");
+    EXPECT_TRUE(screen.control->on());
+    ASSERT_EQ(patch.size(), 1U) << patch;
+    ASSERT_EQ(patch["own"].size(), 1U);
+    const auto markup = patch["own"][0].get<std::string>();
+    EXPECT_TRUE(markup.starts_with("<input id=\"v4\"")) << markup;
+    EXPECT_NE(markup.find(" checked"), std::string::npos);
+    EXPECT_EQ(screen.dispatch("{}"), Event::object());
+}
+
+TEST(WebSurface, AContainerWithOtherSubviewsIsPaintedWholeAndIdsStay) {
+    Screen screen;
+    screen.control->addTouchUpInside([&] {
+        screen.label->removeFromSuperview();
+        screen.button->setTitle("<new>");
+        screen.scroll->addSubview(std::make_shared<Label>());
+        screen.scroll->setBackgroundColor({1, 0, 0, 1});
+    });
+    const Event patch = screen.dispatch(R"({"tap":"v4"})");
+    ASSERT_EQ(patch["whole"].size(), 1U) << patch;
+    EXPECT_FALSE(patch.contains("own"));
+    const auto markup = patch["whole"][0].get<std::string>();
+    for (const char* part : {"id=\"v2\"", "id=\"v4\"", "id=\"v5\"", "id=\"v6\"", "&lt;new&gt;"})
+        EXPECT_NE(markup.find(part), std::string::npos) << part;
+    EXPECT_EQ(markup.find("id=\"v3\""), std::string::npos);
+    EXPECT_FALSE(patch["rules"].empty()); // the colour's
+    EXPECT_EQ(screen.dispatch(R"({"tap":"v3"})"), Event::object());
+}
+
+TEST(WebSurface, WhatIsNoEventOfTheScreenDoesNothing) {
+    Screen screen;
+    screen.button->setEnabled(false);
+    screen.surface.render();
+    for (const char* event :
+         {"", "tap", "[]", "1", "{}", R"({"tap":4})", R"({"tap":"v99"})", R"({"tap":"v5"})",
+          R"({"tap":"v1"})", R"({"scroll":"v4","y":3})", R"({"tap":"V4"})", "{\"tap\":\"v4\""}) {
+        EXPECT_EQ(screen.dispatch(event), Event::object()) << event;
+        EXPECT_EQ(screen.taps, 0);
+    }
+}
+
+struct StayAtTop : ScrollViewDelegate {
+    void scrollViewDidScroll(ScrollView& view) override {
+        view.setContentOffset({0, view.contentOffset().y});
+    }
+};
+
+TEST(WebSurface, APageThatScrolledHearsOnlyWhereItShouldBeInstead) {
+    Screen screen;
+    StayAtTop delegate;
+    screen.scroll->setDelegate(&delegate);
+    const Event patch = screen.dispatch(R"({"scroll":"v2","x":7,"y":120})");
+    EXPECT_EQ(patch["scroll"], Event::parse(R"({"v2":[0,120]})"));
+    EXPECT_FALSE(screen.dispatch(R"({"scroll":"v2","x":0,"y":90})").contains("scroll"));
+    EXPECT_EQ(screen.scroll->contentOffset(), (ScrollView::Offset{0, 90}));
+}
+
+TEST(WebSurface, OpensOnlyAddressesOfTheWebAndOfMail) {
+    const std::vector<std::pair<const char*, bool>> cases = {
+        {"https://a.example/b?c#d", true},
+        {"HTTP://a.example", true},
+        {"mailto:a@b.example", true},
+        {"javascript:alert(1)", false},
+        {"JaVaScRiPt://a.example/%0aalert(1)", false},
+        {" https://a.example", false},
+        {"data:text/html,x", false},
+        {"file:///etc/passwd", false},
+        {"intent://x#Intent;end", false},
+        {"http:a.example", false},
+        {"//a.example", false},
+        {"a.example", false},
+        {"https://a.example/\"><script>", false},
+        {"", false}};
+    for (const auto& [address, opens] : cases) {
+        SCOPED_TRACE(address);
+        EXPECT_EQ(web::mayOpen(address), opens);
+        Screen screen;
+        screen.surface.open(address);
+        EXPECT_EQ(screen.dispatch("{}").contains("open"), opens);
+        EXPECT_FALSE(screen.dispatch("{}").contains("open"));
+    }
+}
+
+TEST(WebSurface, NothingOnThePageIsInline) {
+    Screen screen;
+    screen.label->setText("<b onclick='x'>&\"");
+    screen.label->setTextColor({0.5, 0, 0, 1});
+    const std::string page = screen.surface.render();
+    for (const char* inlined : {" style=", "<style", "onclick='", "<b ", "javascript:"})
+        EXPECT_EQ(page.find(inlined), std::string::npos) << inlined;
+    EXPECT_NE(page.find("&lt;b onclick=&#39;x&#39;&gt;&amp;&quot;"), std::string::npos);
+    EXPECT_NE(screen.surface.layoutCSS().find("color:rgb(128 0 0)"), std::string::npos);
+}
+
+TEST(WebSurface, TheLanguageDecidesTheDirection) {
+    for (const auto& [language, direction] :
+         {std::pair("fr", "ltr"), {"ar", "rtl"}, {"he-IL", "rtl"}, {"area", "ltr"}}) {
+        web::WebSurface surface(std::make_shared<View>(), {.language = language});
+        EXPECT_NE(surface.render().find(std::string("dir=\"") + direction + '"'), std::string::npos)
+            << language;
+    }
+}
+
+} // namespace
