@@ -45,7 +45,7 @@ bool isForIAB(const Node& document) {
             member->key.starts_with(kTextsPrefix))
             return true;
     const Node* information = informationOf(document);
-    return information && information->string("vendors").value_or("") != "";
+    return information && !information->string("vendors").value_or("").empty();
 }
 
 void checkLanguage(const Node& texts, Findings& findings) {

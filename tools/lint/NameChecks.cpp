@@ -38,6 +38,7 @@ std::size_t distance(const std::string& left, const std::string& right) {
     return last[right.size()];
 }
 
+// A name without what is easily confused.
 std::string plain(std::string_view name) {
     std::string letters;
     for (char c : name)
@@ -46,13 +47,11 @@ std::string plain(std::string_view name) {
     return letters;
 }
 
-bool areAlike(std::string_view name, std::string_view known) {
-    if (name.size() > known.size() + 6) // however long the name: a known one is short
-        return false;
-    const std::string left = plain(name);
-    const std::string right = plain(known);
-    return distance(left, right) <= (right.size() < 5 ? 1 : 2) &&
-           distance(left, right) < right.size();
+bool areAlike(const std::string& name, const std::string& known) {
+    const std::size_t most = known.size() < 5 ? 1 : 2;
+    if (name.size() > known.size() + most || known.size() > name.size() + most)
+        return false; // however long the name is, this is soon known
+    return distance(name, known) <= most;
 }
 
 // The names that the schema has for members of `object` and that are not there.
@@ -75,8 +74,9 @@ Schemas allPartsOf(const Schemas& schemas) {
 }
 
 void checkSpelling(const Node& member, const std::vector<std::string>& unused, Findings& findings) {
+    const std::string name = plain(member.key);
     for (const std::string& known : unused)
-        if (areAlike(member.key, known) && !findings.speakOf(pathOf(member)))
+        if (areAlike(name, plain(known)) && !findings.speakOf(pathOf(member)))
             return findings.add(Severity::Warning, keyOf(member),
                                 {"The name " + inQuotes(member.key) +
                                      " is unknown, but is almost " + inQuotes(known) + ".",
@@ -104,6 +104,8 @@ void checkValue(const Node& node, const Schemas& schemas, Findings& findings) {
 void checkMembers(const Node& node, const Schemas& parts, Findings& findings) {
     const std::vector<std::string> unused = unusedNames(node, parts);
     for (const Node* child : node.children) {
+        if (findings.isFull())
+            return;
         Schemas schemas;
         for (const Schema* part : parts)
             for (const Schema* schema : schemasOfMember(*part, child->key))

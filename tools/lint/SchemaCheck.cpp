@@ -136,12 +136,13 @@ private:
 
     // The schema asks only for strings in this way.
     void checkContains(const Node& node, const Schema& schema, const std::string& effect) {
-        const auto isWanted = [&](const Node* child) {
-            return child->is(Node::Type::String) && child->text == schema["const"];
-        };
-        if (std::ranges::none_of(node.children, isWanted))
-            report(valueOf(node), nameOf(node) + " lacks " + schema["const"].dump() + ".",
-                   effectOf(schema, effect), "Add " + schema["const"].dump() + ".");
+        const std::string wanted = schema["const"];
+        const bool isThere = std::ranges::any_of(node.children, [&](const Node* child) {
+            return child->is(Node::Type::String) && child->text == wanted;
+        });
+        if (!isThere)
+            report(valueOf(node), nameOf(node) + " lacks " + inQuotes(wanted) + ".",
+                   effectOf(schema, effect), "Add " + inQuotes(wanted) + ".");
     }
 
     void checkUnique(const Node& node, const std::string& effect) {
@@ -154,10 +155,10 @@ private:
 
     // The schema lists only strings.
     void checkListed(const Node& node, const Schema& values, const std::string& effect) {
-        const auto isText = [&](const Schema& value) {
-            return node.is(Node::Type::String) && value == node.text;
-        };
-        if (std::ranges::none_of(values, isText))
+        const bool isListed = std::ranges::any_of(values, [&](const Schema& value) {
+            return node.is(Node::Type::String) && value.get<std::string>() == node.text;
+        });
+        if (!isListed)
             report(valueOf(node), nameOf(node) + " is none of the values that count.", effect,
                    "Write one of " + listed(values) + ".");
     }

@@ -19,7 +19,7 @@ public:
     using pointer = const char*;
     using reference = const char&;
 
-    CountingIterator(const char* at, std::size_t& taken) : at_(at), taken_(&taken) {}
+    CountingIterator(std::string_view::iterator at, std::size_t& taken) : at_(at), taken_(&taken) {}
     reference operator*() const { return *at_; }
     CountingIterator& operator++() {
         ++at_;
@@ -34,7 +34,7 @@ public:
     bool operator==(const CountingIterator& other) const { return at_ == other.at_; }
 
 private:
-    const char* at_;
+    std::string_view::iterator at_;
     std::size_t* taken_;
 };
 
@@ -55,8 +55,8 @@ std::string reasonIn(std::string message) {
 } // namespace
 
 std::optional<Fault> TreeBuilder::build() {
-    const CountingIterator begin(text_.data(), read_);
-    const CountingIterator end(text_.data() + text_.size(), read_);
+    const CountingIterator begin(text_.begin(), read_);
+    const CountingIterator end(text_.end(), read_);
     nlohmann::json::sax_parse(begin, end, this);
     return fault_;
 }
