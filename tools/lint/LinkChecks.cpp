@@ -1,31 +1,24 @@
 #include <string>
 
+#include "hosts/web/Addresses.h"
 #include "tools/lint/Checks.h"
-#include "tools/lint/Schema.h"
 #include "vxprivacy/platform/ui/Application.h"
 
 namespace vx::tools::lint {
 
 namespace {
 
-// As a host does, which leaves all others alone.
-bool opens(std::string_view address) {
-    return matches("^(?i)(https?://|mailto:)", address);
-}
-
 void checkAddress(const Node& address, Findings& findings) {
-    if (!opens(address.text))
-        findings.add(Severity::Error, valueOf(address),
-                     {"The address " + inQuotes(address.text) +
-                          " begins with none of https://, http:// and mailto:.",
-                      "A tap on the link does nothing.",
-                      "Write the whole address, with https://."});
-    else if (!isURL(address.text))
-        findings.add(
-            Severity::Error, valueOf(address),
-            {"The address " + inQuotes(address.text) + " has a character that no address may have.",
-             "A tap on the link does nothing.",
-             "Write blanks and letters outside ASCII as %XX, their UTF-8 bytes."});
+    if (web::mayOpen(address.text))
+        return;
+    const bool isBadURL = !isURL(address.text) && !address.text.empty();
+    findings.add(Severity::Error, valueOf(address),
+                 {"The address " + inQuotes(address.text) +
+                      (isBadURL ? " has a character that no address may have."
+                                : " begins with none of https://, http:// and mailto:."),
+                  "A tap on the link does nothing.",
+                  isBadURL ? "Write blanks and letters outside ASCII as %XX, their UTF-8 bytes."
+                           : "Write the whole address, with https://."});
 }
 
 // A link has its address and its title beside each other in `object`.
