@@ -40,10 +40,8 @@ ConsentDictionary consent(std::size_t size, std::size_t flipped) {
 }
 
 Application::Application(std::string_view name)
-    : services_(settings(freshDirectory(name) / "choices.sqlite")), runtime_(services_.platform()),
-      sdk_(std::make_shared<services::TagSDK>(services_.platform().notifications,
-                                              [](const services::TagSDK::Hit&) {})) {
-    engine().setSiteID(12, 5, sdk_);
+    : services_(settings(freshDirectory(name) / "choices.sqlite")), runtime_(services_.platform()) {
+    engine().setSiteID(12, 5);
 }
 
 } // namespace vx::bench

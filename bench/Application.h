@@ -1,12 +1,10 @@
 #pragma once
 
 #include "services/core/Services.h"
-#include "services/sdk/TagSDK.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 
 #include <cstddef>
 #include <filesystem>
-#include <memory>
 
 namespace vx::bench {
 
@@ -20,7 +18,7 @@ services::Settings settings(const std::filesystem::path& store);
 /// `flipped` of them are the other way round.
 ConsentDictionary consent(std::size_t size, std::size_t flipped = 0);
 
-/// The engine, started on the real services in a fresh directory, with a tag SDK.
+/// The engine, started on the real services in a fresh directory, without a tag SDK.
 class Application {
 public:
     explicit Application(std::string_view name);
@@ -30,7 +28,6 @@ public:
 private:
     services::Services services_;
     Runtime runtime_;
-    std::shared_ptr<services::TagSDK> sdk_;
 };
 
 } // namespace vx::bench

@@ -9,19 +9,38 @@ EntryStore::EntryStore(Database& database) : database_(database) {
 }
 
 std::optional<std::string> EntryStore::get(std::string_view key) const {
-    const auto found = entries_.find(key);
-    return found == entries_.end() ? std::nullopt : std::optional(found->second.value);
+    const Node* found = find(key);
+    return found ? std::optional(found->second.value) : std::nullopt;
+}
+
+// Thousands of entries are saved, reported and restored in one order. So the one that came after
+// the last is tried first: most of the time no hash has to be made.
+EntryStore::Node* EntryStore::find(std::string_view key) const {
+    Node* next = last_ ? last_->second.next : nullptr;
+    if (!next || next->first != key) {
+        const auto found = entries_.find(key);
+        if (found == entries_.end())
+            return nullptr;
+        next = &*found;
+        if (last_)
+            last_->second.next = next;
+    }
+    return last_ = next;
+}
+
+EntryStore::Node* EntryStore::insert(std::string_view key) {
+    return &*entries_.emplace(key, Entry{}).first;
 }
 
 void EntryStore::set(std::string_view key, std::string_view value) {
-    auto found = entries_.find(key);
-    const bool wasThere = found != entries_.end();
+    Node* found = find(key);
+    const bool wasThere = found != nullptr;
     if (!wasThere)
-        found = entries_.emplace(key, Entry{}).first;
+        found = insert(key);
     Entry& entry = found->second;
     const bool changes = !wasThere || entry.value != value;
     if (changes || entry.setFor != writing_) {
-        changes_.push_back({&*found, {}, entry.setFor, entry.changedFor, wasThere});
+        changes_.push_back({found, {}, entry.setFor, entry.changedFor, wasThere});
         entry.setFor = writing_;
     }
     if (changes) {
@@ -32,6 +51,8 @@ void EntryStore::set(std::string_view key, std::string_view value) {
 }
 
 void EntryStore::rollBack(std::size_t mark) {
+    if (changes_.size() > mark)
+        forgetOrder(); // which may lead to entries that go
     for (; changes_.size() > mark; changes_.pop_back())
         takeBack(changes_.back());
 }
@@ -48,6 +69,12 @@ void EntryStore::takeBack(Change& change) {
     entry.changedFor = change.changedFor;
 }
 
+void EntryStore::forgetOrder() {
+    last_ = nullptr;
+    for (auto& [key, entry] : entries_)
+        entry.next = nullptr;
+}
+
 const char* EntryStore::schema() const {
     return "CREATE TABLE entries (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID";
 }
@@ -56,9 +83,9 @@ void EntryStore::load(SQLite::Database& file) {
     SQLite::Statement rows(file, "SELECT key, value FROM entries");
     while (rows.executeStep()) {
         const std::string_view key = bytes(rows.getColumn(0));
-        auto found = entries_.find(key);
-        if (found == entries_.end())
-            found = entries_.emplace(key, Entry{}).first;
+        Node* found = find(key);
+        if (!found)
+            found = insert(key);
         if (found->second.setFor != writing_)
             found->second.value = bytes(rows.getColumn(1));
     }

@@ -29,16 +29,19 @@ public:
     void rollBackTransaction() override { database_.rollBack(); }
 
 private:
+    struct Entry;
+    using Node = std::pair<const std::string, Entry>; // which does not move
     // The writing that an entry waits for is named by its number, so that nothing has to be reset
     // in thousands of entries when it is done.
     struct Entry {
         std::string value;
         std::uint32_t setFor = 0;     // be it to the value it had
         std::uint32_t changedFor = 0; // to another value
+        Node* next = nullptr;         // asked for after this one the last time
     };
     using Entries = std::unordered_map<std::string, Entry, TextHash, std::equal_to<>>;
     struct Change {
-        Entries::pointer entry;            // nodes do not move
+        Node* entry;
         std::optional<std::string> before; // absent: the value did not change
         std::uint32_t setFor, changedFor;  // before
         bool wasThere;
@@ -53,13 +56,17 @@ private:
     void written() override;
     void lost() override;
 
+    Node* find(std::string_view key) const;
+    Node* insert(std::string_view key);
     void takeBack(Change& change);
+    void forgetOrder();
     void keepOneChangeOfEach();
 
     Database& database_;
-    Entries entries_;
-    std::vector<Change> changes_; // all settings since the last writing, in order
-    std::uint32_t writing_ = 1;   // the next one
+    mutable Entries entries_;
+    mutable Node* last_ = nullptr; // asked for last
+    std::vector<Change> changes_;  // all settings since the last writing, in order
+    std::uint32_t writing_ = 1;    // the next one
 };
 
 } // namespace vx::services
