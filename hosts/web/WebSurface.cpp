@@ -33,20 +33,6 @@ double numberOf(const Json& event, const char* key) {
     return found != event.end() && found->is_number() ? found->get<double>() : 0;
 }
 
-void tap(View& view) {
-    if (view.kind() == View::Kind::Switch) {
-        auto& control = static_cast<Switch&>(view);
-        control.setOn(!control.on());
-        control.sendTouchUpInside();
-    } else if (view.kind() == View::Kind::Button) {
-        const auto& button = static_cast<const Button&>(view);
-        if (button.enabled())
-            button.sendTouchUpInside();
-    } else {
-        view.tap(0);
-    }
-}
-
 bool liesInOneOf(const View& view, const std::vector<const View*>& others) {
     return std::ranges::any_of(
         others, [&](const View* other) { return &view != other && view.isDescendantOf(*other); });
@@ -117,7 +103,7 @@ std::string WebSurface::dispatch(std::string_view text) {
         return view && view->isDescendantOf(*parts_->root);
     };
     if (const auto tapped = elements.view(textOf(event, "tap")); isShown(tapped))
-        tap(*tapped);
+        touch(*tapped);
     const auto moved = elements.view(textOf(event, "scroll"));
     if (isShown(moved) && moved->kind() == View::Kind::Scroll)
         parts_->scroll(static_cast<ScrollView&>(*moved),

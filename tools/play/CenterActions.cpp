@@ -1,6 +1,7 @@
 #include "tools/play/ScreenDescription.h"
 #include "tools/play/Session.h"
 #include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "vxprivacy/platform/ui/Controls.h"
 
 #include <memory>
 #include <string>
@@ -30,24 +31,10 @@ void dismiss(Session& session, const Step&) {
     session.dismiss();
 }
 
-void operate(View& view) {
-    if (view.kind() == View::Kind::Switch) {
-        auto& consentSwitch = static_cast<Switch&>(view);
-        consentSwitch.setOn(!consentSwitch.on());
-        consentSwitch.sendTouchUpInside();
-    } else if (view.kind() == View::Kind::Button) {
-        const auto& button = static_cast<const Button&>(view);
-        if (button.enabled())
-            button.sendTouchUpInside();
-    } else {
-        view.tap(0);
-    }
-}
-
 void tap(Session& session, const Step& step) {
     const std::string name = step.text("name");
     if (const auto view = viewNamed(session, name))
-        operate(*view);
+        touch(*view);
     else
         session.print({{"missing", name}});
 }

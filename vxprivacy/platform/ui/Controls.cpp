@@ -7,4 +7,18 @@ void Control::sendTouchUpInside() const {
         action();
 }
 
+void touch(View& view) {
+    if (view.kind() == View::Kind::Switch) {
+        auto& control = static_cast<Switch&>(view);
+        control.setOn(!control.on());
+        control.sendTouchUpInside();
+    } else if (view.kind() == View::Kind::Button) {
+        const auto& button = static_cast<const Button&>(view);
+        if (button.enabled())
+            button.sendTouchUpInside();
+    } else {
+        view.tap(0);
+    }
+}
+
 } // namespace vx

@@ -64,4 +64,8 @@ private:
     std::optional<Colour> onTint_;
 };
 
+/// What the platform does when the user touches `view`: a switch moves and tells so, a button that
+/// is enabled tells so, any other view that takes taps is tapped.
+void touch(View& view);
+
 } // namespace vx
