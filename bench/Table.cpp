@@ -53,8 +53,9 @@ void Table::print(const Row& row) const {
 
 void Table::print(const std::string& what, double value, const std::string& unit,
                   double limit) const {
-    std::printf("%-44s %10.4g %-10s %8s %s\n", what.c_str(), value, unit.c_str(), "",
-                verdict(value, limit).c_str());
+    if (value > 0)
+        std::printf("%-44s %10.4g %-10s %8s %s\n", what.c_str(), value, unit.c_str(), "",
+                    verdict(value, limit).c_str());
 }
 
 } // namespace vx::bench

@@ -25,7 +25,7 @@ public:
     bool ReportContext(const Context&) override { return true; }
     void ReportRuns(const std::vector<Run>& runs) override;
 
-    /// Nothing is printed of a row whose benchmarks were not run.
+    // Nothing is printed of what was not run.
     void print(const Row& row) const;
     void print(const std::string& what, double value, const std::string& unit, double limit) const;
     /// The median of what was measured; 0 when nothing was.
