@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <array>
 #include <set>
 #include <sstream>
 #include <string>
@@ -227,7 +226,7 @@ RC_GTEST_PROP(GridPlan, PlacesEveryChildOnceAndNoTwoOnOneSpotWhateverTheRules, (
     views.push_back(stranger);
     const int rules = *rc::gen::inRange(0, 40);
     for (int i = 0; i < rules; ++i)
-        container->addConstraints(std::array{anyConstraint(views)});
+        container->addConstraints({anyConstraint(views)});
 
     const GridPlan plan = gridPlan(*container, kScreenWidth);
     std::set<const View*> placed;

@@ -196,6 +196,7 @@ void VXPrivacyCenterViewController::attachRowConstraints(const RowLayout& layout
 
 void VXPrivacyCenterViewController::arrangeViewsVertically() {
     std::string format = "V:|";
+    format.reserve(categoryUIObjects_.size() * 24); // a name and what stands around it
     for (const std::string& name : categoryUIObjects_)
         format.append("-[").append(name).append("]");
     attachConstaint(format + "-10-|", *contentView_);

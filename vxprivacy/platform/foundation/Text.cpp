@@ -53,6 +53,7 @@ Integer leadingInteger(std::string_view digits, bool negative) {
 
 std::string formatted(std::string_view format, std::initializer_list<FormatArgument> arguments) {
     std::string text;
+    text.reserve(format.size() + 16); // what most arguments add at most
     auto argument = arguments.begin();
     for (std::size_t at = 0; at < format.size(); ++at) {
         const std::string_view placeholder = format.substr(at, 2);

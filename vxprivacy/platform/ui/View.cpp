@@ -1,6 +1,7 @@
 #include "vxprivacy/platform/ui/View.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -18,6 +19,18 @@ std::shared_ptr<View> View::viewWithTag(std::int32_t tag) {
         if (auto found = subview->viewWithTag(tag))
             return found;
     return nullptr;
+}
+
+const View::Border& View::border() const {
+    static const Border none;
+    return border_ ? *border_ : none;
+}
+
+void View::setBorder(const Border& border) {
+    if (border == this->border())
+        return;
+    border_ = std::make_unique<Border>(border);
+    changed(ViewChange::What::Properties);
 }
 
 void View::setSize(double width, double height) {
@@ -61,8 +74,9 @@ bool View::isDescendantOf(const View& view) const {
     return false;
 }
 
-void View::addConstraints(std::span<const LayoutConstraint> constraints) {
-    constraints_.insert(constraints_.end(), constraints.begin(), constraints.end());
+void View::addConstraints(std::vector<LayoutConstraint> constraints) {
+    constraints_.insert(constraints_.end(), std::make_move_iterator(constraints.begin()),
+                        std::make_move_iterator(constraints.end()));
     changed(ViewChange::What::Subviews);
 }
 
@@ -80,14 +94,21 @@ void View::changed(ViewChange::What what) {
     View* root = this;
     while (root->superview_)
         root = root->superview_;
-    if (root->recording_)
-        root->changes_.push_back({shared_from_this(), what});
+    if (root->changes_)
+        root->changes_->push_back({shared_from_this(), what});
+}
+
+void View::beginRecordingChanges() {
+    if (!changes_)
+        changes_ = std::make_unique<std::vector<ViewChange>>();
 }
 
 std::vector<ViewChange> View::takeChanges() {
+    if (!changes_)
+        return {};
     std::vector<ViewChange> taken;
     std::set<std::pair<const View*, ViewChange::What>> known;
-    for (ViewChange& change : std::exchange(changes_, {}))
+    for (ViewChange& change : std::exchange(*changes_, {}))
         if (known.emplace(change.view.get(), change.what).second &&
             change.view->isDescendantOf(*this))
             taken.push_back(std::move(change));

@@ -7,7 +7,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <span>
 #include <vector>
 
 namespace vx {
@@ -56,8 +55,8 @@ public:
     /// Scale in both directions; 1 is the natural size.
     double scale() const { return scale_; }
     void setScale(double scale) { set(scale_, scale); }
-    const Border& border() const { return border_; }
-    void setBorder(const Border& border) { set(border_, border); }
+    const Border& border() const;
+    void setBorder(const Border& border);
 
     /// Points; what a host or controller last told.
     double width() const { return width_; }
@@ -79,10 +78,10 @@ public:
     bool isDescendantOf(const View& view) const;
 
     const std::vector<LayoutConstraint>& constraints() const { return constraints_; }
-    void addConstraints(std::span<const LayoutConstraint> constraints);
+    void addConstraints(std::vector<LayoutConstraint> constraints);
 
     /// From now on this root keeps account of the changes in its tree.
-    void beginRecordingChanges() { recording_ = true; }
+    void beginRecordingChanges();
     /// What changed in the tree since the last call, each view once for each kind of change.
     std::vector<ViewChange> takeChanges();
 
@@ -103,15 +102,15 @@ private:
     std::int32_t tag_ = 0;
     std::optional<Colour> background_;
     double scale_ = 1;
-    Border border_;
     double width_ = 0;
     double height_ = 0;
     std::function<void(std::size_t)> tap_;
     View* superview_ = nullptr; // which owns this view
     std::vector<std::shared_ptr<View>> subviews_;
     std::vector<LayoutConstraint> constraints_;
-    bool recording_ = false;
-    std::vector<ViewChange> changes_; // of a root that records
+    // What few views have; null for the others, of which a screen has thousands.
+    std::unique_ptr<Border> border_;
+    std::unique_ptr<std::vector<ViewChange>> changes_; // of a root that records
 };
 
 } // namespace vx

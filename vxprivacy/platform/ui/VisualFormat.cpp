@@ -31,6 +31,7 @@ public:
           format_(std::move(format)), metrics_(metrics), views_(views) {}
 
     std::vector<LayoutConstraint> resolve() {
+        items_.reserve(syntax_.items.size());
         for (const auto& item : syntax_.items)
             items_.push_back(item.isSuperview() ? nullptr : view(item.name, item.place));
         resolveSuperview();
@@ -51,11 +52,11 @@ private:
         throw VisualFormatError{std::move(reason), place};
     }
 
-    std::shared_ptr<View> view(std::string_view name, std::size_t place) const {
+    View* view(std::string_view name, std::size_t place) const {
         const auto* found = views_.find(name);
         if (!found || !*found)
             fail("unknown view " + std::string(name), place);
-        return *found;
+        return found->get();
     }
 
     // "|" stands for the superview of the view beside it.
@@ -66,7 +67,7 @@ private:
             View* parent = items_[i == 0 ? 1 : i - 1]->superview();
             if (!parent)
                 fail("the view has no superview", syntax_.items[i].place);
-            items_[i] = parent->shared_from_this();
+            items_[i] = parent;
         }
     }
 
@@ -94,11 +95,11 @@ private:
     void addSize(std::size_t i, const Predicate& predicate) {
         const std::size_t place = syntax_.items[i].place;
         LayoutConstraint constraint = begin(predicate, place);
-        constraint.firstItem = items_[i];
+        constraint.firstItem = items_[i]->weak_from_this();
         constraint.firstAttribute = axis_.size;
         const auto* name = std::get_if<std::string_view>(&predicate.object);
         if (name && !metrics_.contains(*name)) {
-            constraint.secondItem = view(*name, place);
+            constraint.secondItem = view(*name, place)->weak_from_this();
             constraint.secondAttribute = axis_.size;
         } else {
             constraint.constant = constant(predicate.object, place);
@@ -110,9 +111,9 @@ private:
     // The later item's edge = the earlier item's edge + gap, so that a gap is never negative.
     void addGap(std::size_t i, const Predicate& predicate) {
         LayoutConstraint constraint = begin(predicate, syntax_.items[i].place);
-        constraint.firstItem = items_[i + 1];
+        constraint.firstItem = items_[i + 1]->weak_from_this();
         constraint.firstAttribute = isSuperview(i + 1) ? axis_.end : axis_.start;
-        constraint.secondItem = items_[i];
+        constraint.secondItem = items_[i]->weak_from_this();
         constraint.secondAttribute = isSuperview(i) ? axis_.start : axis_.end;
         constraint.constant = constant(predicate.object, syntax_.items[i].place);
         constraints_.push_back(std::move(constraint));
@@ -126,15 +127,15 @@ private:
     }
 
     void alignAll(Attribute attribute) {
-        std::shared_ptr<View> previous;
+        View* previous = nullptr;
         for (std::size_t i = 0; i < items_.size(); ++i) {
             if (isSuperview(i))
                 continue;
             if (previous) {
                 LayoutConstraint constraint = begin({}, 0);
-                constraint.firstItem = items_[i];
+                constraint.firstItem = items_[i]->weak_from_this();
                 constraint.firstAttribute = attribute;
-                constraint.secondItem = previous;
+                constraint.secondItem = previous->weak_from_this();
                 constraint.secondAttribute = attribute;
                 constraints_.push_back(std::move(constraint));
             }
@@ -147,7 +148,7 @@ private:
     const std::shared_ptr<const VisualFormat> format_;
     const MetricsDictionary& metrics_;
     const ViewsDictionary& views_;
-    std::vector<std::shared_ptr<View>> items_; // the superview in place of "|"
+    std::vector<View*> items_; // the superview in place of "|"
     std::vector<LayoutConstraint> constraints_;
 };
 

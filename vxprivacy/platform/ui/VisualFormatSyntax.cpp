@@ -29,6 +29,9 @@ public:
     explicit Parser(std::string_view text) : text_(text) {}
 
     VisualFormatSyntax format() {
+        const auto items = std::ranges::count(text_, '[') + 2; // and the superview on each side
+        syntax_.items.reserve(static_cast<std::size_t>(items));
+        syntax_.predicates.reserve(static_cast<std::size_t>(items));
         syntax_.vertical = take("V:");
         if (!syntax_.vertical)
             take("H:");
