@@ -1,0 +1,115 @@
+// webview DIRECTORY: a window with the category privacy center. DIRECTORY has the application's
+// privacy.json, and keeps its choices.
+
+#include "hosts/web/Addresses.h"
+#include "hosts/web/StaticFiles.h"
+#include "hosts/web/WebSurface.h"
+#include "services/core/Services.h"
+#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/platform/ui/Application.h"
+
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+#include <webkit2/webkit2.h>
+
+namespace {
+
+class DesktopApplication : public vx::Application {
+    void openURL(std::string_view address) override {
+        if (vx::web::mayOpen(address))
+            gtk_show_uri_on_window(nullptr, std::string(address).c_str(), GDK_CURRENT_TIME,
+                                   nullptr);
+    }
+};
+
+vx::Platform withApplication(vx::Platform platform, vx::Application& application) {
+    platform.application = &application;
+    return platform;
+}
+
+struct File {
+    std::string content;
+    const char* type;
+};
+
+// The page and what it links, under privacy://center/.
+File fileAt(const std::string& path, vx::web::WebSurface& surface) {
+    if (path == "/surface.css")
+        return {std::string(vx::web::surfaceCSS()), "text/css"};
+    if (path == "/layout.css")
+        return {surface.layoutCSS(), "text/css"};
+    if (path == "/surface.js")
+        return {std::string(vx::web::surfaceJS()), "text/javascript"};
+    return {surface.render(), "text/html; charset=utf-8"};
+}
+
+void serve(WebKitURISchemeRequest* request, gpointer surface) {
+    const File file = fileAt(webkit_uri_scheme_request_get_path(request),
+                             *static_cast<vx::web::WebSurface*>(surface));
+    const auto size = static_cast<gssize>(file.content.size());
+    GInputStream* stream = g_memory_input_stream_new_from_data(
+        g_memdup2(file.content.data(), file.content.size()), size, g_free);
+    webkit_uri_scheme_request_finish(request, stream, size, file.type);
+    g_object_unref(stream);
+}
+
+// The page's message channel: an event comes in, the patch is the reply.
+gboolean receive(WebKitUserContentManager*, JSCValue* event, WebKitScriptMessageReply* reply,
+                 gpointer surface) {
+    char* text = jsc_value_to_string(event);
+    const std::string patch = static_cast<vx::web::WebSurface*>(surface)->dispatch(text);
+    g_free(text);
+    JSCValue* answer = jsc_value_new_string(jsc_value_get_context(event), patch.c_str());
+    webkit_script_message_reply_return_value(reply, answer);
+    g_object_unref(answer);
+    return TRUE;
+}
+
+void show(vx::web::WebSurface& surface) {
+    WebKitWebContext* context = webkit_web_context_get_default();
+    webkit_web_context_register_uri_scheme(context, "privacy", serve, &surface, nullptr);
+    WebKitUserContentManager* channel = webkit_user_content_manager_new();
+    g_signal_connect(channel, "script-message-with-reply-received::privacy", G_CALLBACK(receive),
+                     &surface);
+    webkit_user_content_manager_register_script_message_handler_with_reply(channel, "privacy",
+                                                                           nullptr);
+    GtkWidget* page = webkit_web_view_new_with_user_content_manager(channel);
+    GtkWidget* window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+    gtk_window_set_default_size(GTK_WINDOW(window), 390, 844);
+    gtk_container_add(GTK_CONTAINER(window), page);
+    g_signal_connect(window, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
+    webkit_web_view_load_uri(WEBKIT_WEB_VIEW(page), "privacy://center/");
+    gtk_widget_show_all(window);
+}
+
+gboolean poll(gpointer services) {
+    static_cast<vx::services::Services*>(services)->poll();
+    return G_SOURCE_CONTINUE;
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    gtk_init(&count, &arguments);
+    if (count != 2) {
+        std::cerr << "webview DIRECTORY\n";
+        return 2;
+    }
+    const std::filesystem::path directory = arguments[1];
+    vx::services::Services services({.store = directory / "choices.sqlite", .packaged = directory});
+    DesktopApplication application;
+    vx::Runtime runtime(withApplication(services.platform(), application));
+    vx::VXMobilePrivacy::sharedInstance().setSiteID(12, 5);
+    g_timeout_add(100, poll, &services);
+
+    vx::VXPrivacyCenterViewController center;
+    center.view()->setSize(390, 844);
+    center.viewDidLoad();
+    vx::web::WebSurface surface(center.view());
+    show(surface);
+    gtk_main();
+    center.viewWillDisappear(false); // saves
+}
