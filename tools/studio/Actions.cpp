@@ -1,10 +1,13 @@
 #include "tools/studio/Actions.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <string>
 
+#include "tools/lint/Lint.h"
+#include "tools/lint/Report.h"
 #include "tools/studio/Answers.h"
 #include "tools/studio/EventStream.h"
 #include "tools/studio/Session.h"
@@ -15,6 +18,7 @@ namespace {
 
 constexpr double kMillisecondsPerDay = 86'400'000.0;
 constexpr double kMostDays = 200 * 366;
+constexpr double kPhoneWidth = 390; // points
 
 Json argument(const httplib::Request& request, const char* name) {
     const Json body = parsed(request.body);
@@ -43,6 +47,12 @@ Problem moveClock(Session& session, const httplib::Request& request) {
     return session.moveClock(advance.is_number() ? session.clockOffset() + move : move);
 }
 
+Problem openCenter(Session& session, const httplib::Request& request) {
+    const Json width = argument(request, "width");
+    const double points = width.is_number() ? width.get<double>() : kPhoneWidth;
+    return session.openCenter(std::clamp(points, 100.0, 2000.0));
+}
+
 struct Action {
     const char* path;
     Problem (*perform)(Session&, const httplib::Request&);
@@ -50,6 +60,9 @@ struct Action {
 constexpr Action kActions[] = {
     {"/api/accept", [](Session& session, const httplib::Request&) { return session.accept(); }},
     {"/api/refuse", [](Session& session, const httplib::Request&) { return session.refuse(); }},
+    {"/api/center/open", openCenter},
+    {"/api/center/dismiss",
+     [](Session& session, const httplib::Request&) { return session.dismissCenter(); }},
     {"/api/relaunch", [](Session& session, const httplib::Request&) { return session.relaunch(); }},
     {"/api/kill", [](Session& session, const httplib::Request&) { return session.killHard(); }},
     {"/api/reset", [](Session& session, const httplib::Request&) { return session.reset(); }},
@@ -80,6 +93,10 @@ void addActions(httplib::Server& server, Session& session, const EventStream& ev
                 [&](const httplib::Request& request, httplib::Response& response) {
                     publish(session, request, response);
                 });
+    // Changes nothing, but is work.
+    server.Post("/api/lint", [](const httplib::Request& request, httplib::Response& response) {
+        answer(response, lint::asJSON(lint::lint(request.body)));
+    });
 }
 
 } // namespace vx::tools::studio

@@ -30,17 +30,20 @@ Problem ApplicationProcess::launch(Json world) {
     return tell(std::move(world));
 }
 
-Problem ApplicationProcess::tell(Json command) {
+Reply ApplicationProcess::ask(Json command) {
     const std::uint64_t id = ++lastCommand_;
     command["id"] = id;
-    if (!process_ || !process_->send(command.dump()))
-        return "the application is not running";
+    const std::string line = command.dump(-1, ' ', false, Json::error_handler_t::replace);
+    if (!process_ || !process_->send(line))
+        return {.problem = "the application is not running"};
     std::unique_lock lock(mutex_);
     if (!answered_.wait_for(lock, kPatience, [&] { return lastDone_ >= id || !running_; }))
-        return "the application does not answer";
+        return {.problem = "the application does not answer"};
     if (lastDone_ < id)
-        return "the application ended";
-    return {};
+        return {.problem = "the application ended"};
+    if (lastReply_.contains("problem"))
+        return {.problem = lastReply_.value("problem", "")};
+    return {.problem = {}, .text = lastReply_.value("text", "")};
 }
 
 void ApplicationProcess::end() {
@@ -75,6 +78,7 @@ void ApplicationProcess::take(std::string_view line) {
     } else if (kind == "done") {
         const std::lock_guard lock(mutex_);
         lastDone_ = report.value("id", std::uint64_t{0});
+        lastReply_ = report.value("reply", Json::object());
         answered_.notify_all();
     } else if (!kind.empty()) {
         events_.append(std::move(report));

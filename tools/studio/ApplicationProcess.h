@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tools/studio/ChildProcess.h"
 #include "tools/studio/Json.h"
@@ -17,6 +18,12 @@ class EventStream;
 
 /// What is wrong, for the user to read; nothing: it was done.
 using Problem = std::optional<std::string>;
+
+/// What the application answered.
+struct Reply {
+    Problem problem;
+    std::string text{}; ///< empty when nothing was asked for
+};
 
 /// The application, a process of its own: started, told what to do, ended. What it reports goes
 /// into the stream: its state as section "application", whether it runs as section "process", all
@@ -29,7 +36,8 @@ public:
     /// Starts a new process (the one before has ended) and returns when the engine has started.
     Problem launch(Json world);
     /// Returns when the application has done it and reported its state.
-    Problem tell(Json command);
+    Reply ask(Json command);
+    Problem tell(Json command) { return ask(std::move(command)).problem; }
     void end();
     void kill();
 
@@ -45,6 +53,7 @@ private:
     std::mutex mutex_; // guards what follows
     std::condition_variable answered_;
     std::uint64_t lastDone_ = 0;
+    Json lastReply_;
     int launches_ = 0;
     bool running_ = false;
     bool endIsWanted_ = false;

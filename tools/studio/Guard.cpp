@@ -13,7 +13,8 @@ namespace {
 // Scripts, styles and connections of this server alone, no inline code, no text made into markup.
 constexpr const char* kContentSecurityPolicy =
     "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; "
-    "img-src 'self' data:; base-uri 'none'; form-action 'none'; frame-ancestors 'none'; "
+    "img-src 'self' data:; frame-src 'self'; base-uri 'none'; form-action 'none'; frame-ancestors "
+    "'none'; "
     "require-trusted-types-for 'script'; trusted-types 'none'";
 
 std::string randomToken() {

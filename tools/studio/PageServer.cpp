@@ -6,6 +6,7 @@
 #include "tools/studio/Actions.h"
 #include "tools/studio/Answers.h"
 #include "tools/studio/Assets.h"
+#include "tools/studio/CenterRoutes.h"
 #include "tools/studio/EventStream.h"
 #include "tools/studio/Session.h"
 
@@ -25,9 +26,11 @@ constexpr File kFiles[] = {
     {"controls.js", "text/javascript"},
     {"dom.js", "text/javascript"},
     {"editor.js", "text/javascript"},
+    {"findings.js", "text/javascript"},
     {"icon.svg", "image/svg+xml"},
     {"inspector.js", "text/javascript"},
     {"main.js", "text/javascript"},
+    {"phone.js", "text/javascript"},
     {"studio.css", "text/css"},
     {"tabs.js", "text/javascript"},
     {"timeline.js", "text/javascript"},
@@ -51,6 +54,7 @@ void PageServer::addRoutes(httplib::Server& server) {
     addAssets(server);
     addQueries(server);
     addActions(server, session_, events_);
+    addCenter(server, session_);
 }
 
 void PageServer::addAssets(httplib::Server& server) const {

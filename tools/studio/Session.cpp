@@ -111,9 +111,9 @@ Publication::Draft Session::publish(const std::string& text) {
     return draft;
 }
 
-Problem Session::tell(Json command) {
+Reply Session::ask(Json command) {
     const std::lock_guard lock(mutex_);
-    return application_.tell(std::move(command));
+    return application_.ask(std::move(command));
 }
 
 Problem Session::launch() {

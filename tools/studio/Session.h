@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <mutex>
 #include <string>
+#include <utility>
 
 #include "tools/studio/ApplicationProcess.h"
 #include "tools/studio/Backend.h"
@@ -31,6 +32,15 @@ public:
     Problem refuse() { return tell({{"do", "refuse"}}); }
     /// Sends a hit through the tag SDK.
     Problem hit(const std::string& name) { return tell({{"do", "hit"}, {"name", name}}); }
+    /// Opens the privacy center on a display `width` points wide.
+    Problem openCenter(double width) { return tell({{"do", "present"}, {"width", width}}); }
+    /// Leaves the privacy center, which saves the choices. A process that ends leaves nothing.
+    Problem dismissCenter() { return tell({{"do", "dismiss"}}); }
+    /// The page of the open privacy center and its generated style sheet.
+    Reply centerPage() { return ask({{"do", "page"}}); }
+    Reply centerLayout() { return ask({{"do", "layout"}}); }
+    /// The patch for an event of that page.
+    Reply centerEvent(const std::string& event) { return ask({{"do", "event"}, {"text", event}}); }
     /// Ends the process and starts a new one on the same store.
     Problem relaunch();
     /// The same without giving the process a chance to finish.
@@ -47,7 +57,8 @@ public:
     Publication::Draft publish(const std::string& text);
 
 private:
-    Problem tell(Json command);
+    Problem tell(Json command) { return ask(std::move(command)).problem; }
+    Reply ask(Json command);
     Problem launch();
     void deleteStore() const;
     void reportPublished();

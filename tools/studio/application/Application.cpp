@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <unistd.h>
 
@@ -11,6 +12,7 @@
 #include "services/sdk/TagSDK.h"
 #include "tools/studio/Json.h"
 #include "tools/studio/LineReader.h"
+#include "tools/studio/application/CenterDisplay.h"
 #include "tools/studio/application/Report.h"
 #include "tools/studio/application/ReportingDoors.h"
 #include "tools/studio/application/State.h"
@@ -39,8 +41,7 @@ void reportSent(const services::TagSDK::Hit& hit) {
 class Application {
 public:
     Application(const Json& world, const WakeUp& wakeUp)
-        : store_(world.value("store", "")), services_(settings(world)),
-          runtime_(services_.platform()),
+        : store_(world.value("store", "")), services_(settings(world)), runtime_(doors()),
           sdk_(std::make_shared<services::TagSDK>(notifications_, reportSent)),
           callbacks_(std::make_shared<ReportingCallbacks>(world.value("cause", ""))) {
         services_.setWakeUp([&wakeUp] { wakeUp.signal(); });
@@ -49,7 +50,8 @@ public:
         engine.setSiteID(world.value("site", 0), world.value("privacy", 0), sdk_);
     }
 
-    void perform(const Json& command) {
+    /// The reply: "text" where something was asked for, "problem" where it cannot be done.
+    Json perform(const Json& command) {
         VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
         const std::string what = command.value("do", "");
         if (what == "accept")
@@ -60,12 +62,16 @@ public:
             sendHit(command.value("name", ""));
         else if (what == "clock")
             moveClock(milliseconds(command.value("offset", std::int64_t{0})));
+        else
+            return performOnDisplay(what, command);
+        return Json::object();
     }
 
     void poll() { services_.poll(); }
 
     void reportState() {
         Json state = applicationState(*sdk_, *callbacks_, store_);
+        state["center"] = display_.state();
         if (state == lastState_)
             return;
         report({{"kind", "state"}, {"body", state}});
@@ -87,6 +93,29 @@ private:
         return settings;
     }
 
+    Platform doors() {
+        Platform platform = services_.platform();
+        platform.application = &display_;
+        return platform;
+    }
+
+    Json performOnDisplay(const std::string& what, const Json& command) {
+        if (display_.shows() == (what == "present"))
+            return {{"problem", display_.shows() ? "the privacy center is open already"
+                                                 : "the privacy center is not open"}};
+        if (what == "present")
+            display_.present(command.value("width", 0.0));
+        else if (what == "dismiss")
+            display_.dismiss();
+        else if (what == "page")
+            return {{"text", display_.page()}};
+        else if (what == "layout")
+            return {{"text", display_.layoutCSS()}};
+        else if (what == "event")
+            return {{"text", display_.dispatch(command.value("text", ""))}};
+        return Json::object();
+    }
+
     void sendHit(const std::string& name) {
         if (!sdk_->accept(name))
             reportHit(name, false, Json::object());
@@ -102,6 +131,7 @@ private:
     ReportingLogger logger_;
     ReportingNotifications notifications_;
     MovableClock clock_;
+    CenterDisplay display_;
     services::Services services_;
     Runtime runtime_;
     std::shared_ptr<services::TagSDK> sdk_;
@@ -124,12 +154,13 @@ void runApplication() {
             const Json command = parsed(*line);
             if (!command.is_object())
                 continue;
+            Json reply = Json::object();
             if (!application)
                 application = std::make_unique<Application>(command, wakeUp);
             else
-                application->perform(command);
+                reply = application->perform(command);
             application->reportState();
-            report({{"kind", "done"}, {"id", command.value("id", 0)}});
+            report({{"kind", "done"}, {"id", command.value("id", 0)}, {"reply", std::move(reply)}});
         }
         if (application)
             application->reportState();

@@ -11,10 +11,13 @@ inline constexpr const char* kApplicationCommand = "studio-application";
 ///     {"do":"start","id":1,"store":FILE,"site":S,"privacy":P,"clockOffset":MS,"host":ADDRESS,
 ///      "cause":TEXT}
 ///     {"do":"accept"|"refuse"} {"do":"hit","name":TEXT} {"do":"clock","offset":MS}
+///     {"do":"present","width":POINTS} {"do":"dismiss"}
+///     {"do":"page"|"layout"} {"do":"event","text":TEXT}
 ///
-/// and reports on standard output what happens: {"kind":"log"|"notification"|"callback"|"hit",
-/// "title":TEXT,"body":...}, {"kind":"state","body":...} when something changed, and
-/// {"kind":"done","id":N} after each command. Returns when its input ends.
+/// and reports on standard output what happens: {"kind":"log"|"notification"|"callback"|"hit"|
+/// "screen","title":TEXT,"body":...}, {"kind":"state","body":...} when something changed, and
+/// {"kind":"done","id":N,"reply":{...}} after each command; the reply has "text" where something
+/// was asked for and "problem" where it cannot be done. Returns when its input ends.
 void runApplication();
 
 } // namespace vx::tools::studio

@@ -35,7 +35,7 @@ function renderBanner(decision, configuration) {
   byId("banner-policy").replaceChildren(...policy);
   const shown = byId(decision.mustAsk ? "banner" : "no-banner");
   if (hadFocus && !shown.contains(button))
-    shown.querySelector(`[data-post="${button.dataset.post}"]`).focus();
+    shown.querySelector(`[data-post="${button.dataset.post}"], [data-open]`).focus();
 }
 
 export function renderApplication({ application, process }) {

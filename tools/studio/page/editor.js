@@ -2,6 +2,7 @@
 
 import { byId } from "./dom.js";
 import { act, post, showProblem } from "./connection.js";
+import { lintSoon } from "./findings.js";
 
 let publishedText = "";
 let publishedVersion = 0;
@@ -27,6 +28,7 @@ function showStatus(text, tone) {
 }
 
 function check() {
+  lintSoon();
   const document = parsed();
   for (const id of ["publish", "publish-relaunch", "add-category", "format", "flag-significant", "flag-reset"])
     byId(id).disabled = !document;

@@ -4,6 +4,7 @@ import { renderControls, wireControls } from "./controls.js";
 import { byId, setText } from "./dom.js";
 import { renderEditor, wireEditor } from "./editor.js";
 import { addHit, renderInspector, wireInspector } from "./inspector.js";
+import { renderPhone, wirePhone } from "./phone.js";
 import { wireTabs } from "./tabs.js";
 import { addEntry, wireTimeline } from "./timeline.js";
 
@@ -14,6 +15,7 @@ function render() {
   setText(byId("facts"), `Site ${state.session.site}, privacy ${state.session.privacy}` +
     (state.session.live ? ", real hosts" : ""));
   renderApplication(state);
+  renderPhone(state);
   renderControls({ ...state, arrived });
   renderInspector(state);
   renderEditor(state);
@@ -27,6 +29,7 @@ function take(entry) {
 }
 
 wireControls();
+wirePhone();
 wireTimeline();
 wireInspector();
 wireEditor();

@@ -3,6 +3,7 @@
 import { byId, element, timeOfDay } from "./dom.js";
 
 const kinds = [
+  ["screen", "Screen"],
   ["notification", "Notifications"],
   ["beacon", "Beacons"],
   ["callback", "Callbacks"],

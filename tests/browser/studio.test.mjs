@@ -1,0 +1,137 @@
+import { after, test } from "node:test";
+import assert from "node:assert/strict";
+import { spawn } from "node:child_process";
+import { createRequire } from "node:module";
+import { createInterface } from "node:readline";
+import { mkdtemp, readFile, rm } from "node:fs/promises";
+import { tmpdir } from "node:os";
+import { join } from "node:path";
+import { closeBrowser, open } from "./browser.mjs";
+
+after(closeBrowser);
+
+const axe = await readFile(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
+
+/// Starts a studio on a store of its own and opens its page.
+async function openStudio(t, options = { width: 1280, height: 800 }) {
+  const directory = await mkdtemp(join(tmpdir(), "studio-"));
+  const studio = spawn(process.env.VXPRIVACY,
+    ["studio", "--no-browser", "--port", "0", "--store", join(directory, "store.sqlite")],
+    { stdio: ["ignore", "pipe", "inherit"] });
+  t.after(async () => {
+    const ended = new Promise((resolve) => studio.once("exit", resolve));
+    studio.kill();
+    await ended;
+    await rm(directory, { recursive: true });
+  });
+  for await (const line of createInterface(studio.stdout))
+    if (line.trim().startsWith("page ")) return open(t, line.trim().split(/ +/)[1], options);
+}
+
+const frame = (page) => page.frameLocator("#center iframe");
+const switchOf = (page, name) => frame(page).getByRole("switch", { name, exact: true });
+const openCenter = (page) => page.getByRole("button", { name: "Open privacy center" }).click();
+const entries = (page, kind) =>
+  page.locator(`#timeline [data-kind="${kind}"] .title`).allTextContents();
+
+const purposes = ["All purposes", "Audience measurement", "Readership statistics",
+  "Performance and crash reports"];
+
+// Waits until the switches stand like this.
+async function expectStates(page, expected) {
+  for (const [index, name] of purposes.entries())
+    await switchOf(page, name).and(frame(page).locator(expected[index] ? ":checked" : ":not(:checked)"))
+      .waitFor();
+}
+
+test("the privacy center in the phone: open, switch, leave, open again", async (t) => {
+  const page = await openStudio(t);
+  await openCenter(page);
+  await expectStates(page, [true, true, true, true]);
+  await switchOf(page, purposes[2]).click();
+  await expectStates(page, [false, true, false, true]);
+  await switchOf(page, purposes[3]).click();
+  await expectStates(page, [false, false, false, false]);
+  await switchOf(page, purposes[0]).click();
+  await expectStates(page, [true, true, true, true]);
+  await switchOf(page, purposes[2]).click();
+  await expectStates(page, [false, true, false, true]);
+
+  await page.getByRole("button", { name: "Save my choices" }).click();
+  await page.getByText("Consent given").waitFor();
+  await page.locator("#banner").waitFor({ state: "hidden" });
+  await page.locator('#permanent-data [data-key="PRIVACY_CAT_11"][data-value="0"]').waitFor();
+  await page.locator('#store [data-key="PRIVACY_CAT_12"][data-value="1"]').waitFor();
+  await page.locator('#timeline [data-kind="beacon"]').nth(1).waitFor(); // the view's and the save's
+  assert.deepEqual(await entries(page, "callback"), ["consentCategoryChanged", "consentUpdated:"]);
+  assert.deepEqual(await entries(page, "screen"), ["Privacy center opened",
+    "Readership statistics switched off", "Performance and crash reports switched off",
+    "All purposes switched on", "Readership statistics switched off",
+    "Privacy center left, the choices are saved"]);
+
+  await openCenter(page);
+  await expectStates(page, [false, true, false, true]);
+  await page.getByRole("button", { name: "Kill hard" }).click();
+  await page.getByText("Running, launch 2").waitFor();
+  assert.equal(await page.locator("iframe").count(), 0);
+  assert.deepEqual(page.failures, []);
+});
+
+test("a policy link opens a new page that cannot reach back", async (t) => {
+  const page = await openStudio(t);
+  await page.context().route("https://harbourweekly.example/**", (route) =>
+    route.fulfill({ body: "policy" }));
+  await openCenter(page);
+  const opened = page.context().waitForEvent("page");
+  await frame(page).getByRole("link", { name: /^How we measure/ }).click();
+  const policy = await opened;
+  await policy.waitForURL("https://harbourweekly.example/privacy/measurement");
+  assert.equal(await policy.evaluate(() => window.opener), null);
+  await page.locator("#timeline").getByText("Opens https://harbourweekly.example/privacy/measurement").waitFor();
+});
+
+test("what somebody else taps is shown too", async (t) => {
+  const page = await openStudio(t);
+  await openCenter(page);
+  const id = await switchOf(page, purposes[2]).getAttribute("id");
+  await page.evaluate((tap) => fetch("/api/center/event", {
+    method: "POST",
+    headers: { "X-Studio-Token": document.querySelector('meta[name="studio-token"]').content },
+    body: JSON.stringify({ tap }),
+  }), id);
+  await expectStates(page, [false, true, false, true]);
+});
+
+test("findings follow what is typed, and lead to their place", async (t) => {
+  const page = await openStudio(t);
+  await page.getByRole("tab", { name: /^Configuration/ }).click();
+  await page.getByText("Nothing to mend").waitFor();
+  const editor = page.locator("#editor");
+  const text = (await editor.inputValue()).replace('"Local news"', '"\u{1F4F0} Local"')
+    .replace('"ID": "22"', '"\u{1F4F0}": 1, "ID": 22');
+  await editor.fill(text);
+  const finding = page.getByRole("button", { name: /subcategories\/1\/ID/ });
+  await finding.click();
+  const at = await editor.evaluate((element) => element.selectionStart);
+  assert.equal(text.slice(at, at + 2), "22");
+  assert.deepEqual(page.failures, []);
+});
+
+for (const options of [{ width: 1280, height: 800 }, { width: 390, height: 844, colorScheme: "dark" }])
+  test(`axe finds nothing at ${options.width} points, nothing runs out sideways`, async (t) => {
+    const page = await openStudio(t, options);
+    const expectSound = async () => {
+      await page.evaluate(axe);
+      const { violations } = await page.evaluate("axe.run({ iframes: false })");
+      assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes.map((n) => n.html)]), []);
+      assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), options.width);
+    };
+    await page.getByText("First start").waitFor();
+    await expectSound();
+    await openCenter(page);
+    await switchOf(page, purposes[0]).waitFor();
+    await page.getByRole("tab", { name: /^Configuration/ }).click();
+    await page.locator("#editor").fill("{}");
+    await page.locator("#findings li").first().waitFor();
+    await expectSound();
+  });

@@ -1,0 +1,97 @@
+#include "tools/studio/application/CenterDisplay.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "hosts/web/Addresses.h"
+#include "tools/studio/application/Report.h"
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/platform/foundation/Text.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+constexpr double kHeightOfWidth = 844.0 / 390; // as a phone's display
+
+// The label beside a switch.
+std::string titleOf(const Switch& control) {
+    for (const auto& view : control.superview()->subviews())
+        if (view->kind() == View::Kind::Label)
+            return static_cast<const Label&>(*view).text();
+    return {};
+}
+
+} // namespace
+
+void CenterDisplay::present(double width) {
+    report("screen", "Privacy center opened");
+    center_ = std::make_unique<VXPrivacyCenterViewController>();
+    center_->view()->setSize(width, width * kHeightOfWidth);
+    center_->viewDidLoad();
+    center_->viewDidAppear(true);
+    reportTaps();
+    surface_ = std::make_unique<web::WebSurface>(center_->view(),
+                                                 web::PageSettings{.title = "Privacy center",
+                                                                   .surfaceCSS = "center.css",
+                                                                   .surfaceJS = "center.js"});
+    ++number_;
+    events_ = 0;
+}
+
+void CenterDisplay::dismiss() {
+    report("screen", "Privacy center left, the choices are saved", choices());
+    center_->viewWillDisappear(true);
+    surface_.reset();
+    center_.reset();
+}
+
+std::string CenterDisplay::dispatch(std::string_view event) {
+    std::string patch = surface_->dispatch(event);
+    ++events_;
+    for (const std::string& address : std::exchange(opened_, {}))
+        report("screen", (web::mayOpen(address) ? "Opens " : "Does not open ") + address);
+    return patch;
+}
+
+Json CenterDisplay::state() const {
+    if (!shows())
+        return {};
+    const auto text = center_->getSaveButtonText();
+    return {{"number", number_}, {"events", events_}, {"saveButton", text ? Json(*text) : Json()}};
+}
+
+// The patch under way carries it; what was tapped is reported before where that leads.
+void CenterDisplay::openURL(std::string_view address) {
+    surface_->open(address);
+    opened_.emplace_back(address);
+}
+
+// As the user of the controls hears of their taps: after the center did what they ask for.
+void CenterDisplay::reportTaps() {
+    for (const auto& [name, view] : center_->viewsDictionary()) {
+        if (view->kind() == View::Kind::Switch) {
+            auto& control = static_cast<Switch&>(*view);
+            control.addTouchUpInside([this, &control] {
+                report("screen",
+                       titleOf(control) + (control.on() ? " switched on" : " switched off"),
+                       choices());
+            });
+        } else if (view->kind() == View::Kind::Button) {
+            auto& button = static_cast<Button&>(*view);
+            button.addTouchUpInside([&button] { report("screen", button.title() + " tapped"); });
+        }
+    }
+}
+
+// What leaving now would save.
+Json CenterDisplay::choices() const {
+    Json choices = Json::object();
+    for (const auto& [name, view] : center_->viewsDictionary())
+        if (view->kind() == View::Kind::Switch && view->tag() != 0)
+            choices[numberedKey(kVXCategoryPrefix, view->tag())] =
+                static_cast<const Switch&>(*view).on() ? "1" : "0";
+    return choices;
+}
+
+} // namespace vx::tools::studio

@@ -1,0 +1,53 @@
+// The phone: the application's first screen, and the privacy center while that is open. The center's
+// page is a frame of its own, so that the application's markup and looks stay out of the studio's.
+
+import { act, post } from "./connection.js";
+import { byId, element, setText } from "./dom.js";
+
+let shown = ""; // which center of which process
+let known = 0; // events that the frame's page took into account
+
+const mayOpen = (address) => /^(https?:\/\/|mailto:)/i.test(address);
+
+// For center.js in the frame.
+globalThis.sendToCenter = async (event) => {
+  known += 1;
+  const patch = await post("center/event", event);
+  return JSON.stringify({ ...patch, open: patch.open?.filter(mayOpen) });
+};
+
+function showFrame(center) {
+  known = center.events;
+  const frame = element("iframe", { src: "/center/", title: "Privacy center" });
+  byId("center").replaceChildren(frame);
+  return frame;
+}
+
+/** Keeps the focus in the phone when what held it goes. */
+function change(key, center) {
+  const hadFocus = byId("phone").contains(document.activeElement);
+  shown = key;
+  byId("home").hidden = Boolean(center);
+  byId("center").hidden = !center;
+  byId("center-done").hidden = !center;
+  byId("print").disabled = !center;
+  setText(byId("phone-title"), center ? "Privacy" : "Harbour Weekly");
+  if (center) showFrame(center);
+  else byId("center").replaceChildren();
+  if (hadFocus) byId("phone").querySelector(center ? "iframe" : ".sheet:not([hidden]) [data-open]").focus();
+}
+
+export function wirePhone() {
+  for (const button of document.querySelectorAll("[data-open]"))
+    button.addEventListener("click", () => act("center/open", { width: byId("display").clientWidth }));
+  byId("print").addEventListener("click", () => byId("center").querySelector("iframe").contentWindow.print());
+}
+
+export function renderPhone({ application, process }) {
+  const center = process?.running ? application?.center : null;
+  const key = center ? `${process.launches}/${center.number}` : "";
+  if (key !== shown) change(key, center);
+  else if (center && center.events > known) showFrame(center); // somebody else tapped
+  if (center) setText(byId("center-done"), center.saveButton ?? "Done");
+  for (const button of document.querySelectorAll("[data-open]")) button.disabled = !process?.running;
+}
