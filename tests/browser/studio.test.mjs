@@ -54,9 +54,7 @@ test("the privacy center in the phone: open, switch, leave, open again", async (
   await expectStates(page, [false, false, false, false]);
   await switchOf(page, purposes[0]).click();
   await expectStates(page, [true, true, true, true]);
-  await switchOf(page, purposes[2]).click();
-  await expectStates(page, [false, true, false, true]);
-
+  await switchOf(page, purposes[2]).click(); // and leave at once: it counts
   await page.getByRole("button", { name: "Save my choices" }).click();
   await page.getByText("Consent given").waitFor();
   await page.locator("#banner").waitFor({ state: "hidden" });

@@ -6,15 +6,35 @@ import { byId, element, setText } from "./dom.js";
 
 let shown = ""; // which center of which process
 let known = 0; // events that the frame's page took into account
+let underWay = Promise.resolve(); // the event sent last
+let leaving = false;
 
 const mayOpen = (address) => /^(https?:\/\/|mailto:)/i.test(address);
 
-// For center.js in the frame.
-globalThis.sendToCenter = async (event) => {
+async function send(event) {
   known += 1;
   const patch = await post("center/event", event);
   return JSON.stringify({ ...patch, open: patch.open?.filter(mayOpen) });
+}
+
+// For center.js in the frame.
+globalThis.sendToCenter = (event) => {
+  if (leaving) return Promise.resolve("{}"); // nothing is shown that it could change
+  underWay = send(event);
+  return underWay;
 };
+
+/** Leaves the center when everything that was tapped before has arrived. */
+async function leave() {
+  for (let seen; seen !== underWay;) {
+    seen = underWay;
+    await seen.catch(() => {});
+    await new Promise((resolve) => { setTimeout(resolve); }); // the frame sends what waits behind it
+  }
+  if (leaving) return;
+  leaving = true;
+  if (!await act("center/dismiss")) leaving = false;
+}
 
 function showFrame(center) {
   known = center.events;
@@ -27,6 +47,7 @@ function showFrame(center) {
 function change(key, center) {
   const hadFocus = byId("phone").contains(document.activeElement);
   shown = key;
+  leaving = false;
   byId("home").hidden = Boolean(center);
   byId("center").hidden = !center;
   byId("center-done").hidden = !center;
@@ -40,6 +61,7 @@ function change(key, center) {
 export function wirePhone() {
   for (const button of document.querySelectorAll("[data-open]"))
     button.addEventListener("click", () => act("center/open", { width: byId("display").clientWidth }));
+  byId("center-done").addEventListener("click", leave);
   byId("print").addEventListener("click", () => byId("center").querySelector("iframe").contentWindow.print());
 }
 
