@@ -5,10 +5,11 @@ import { createInterface } from "node:readline";
 import { mkdtemp, rm, writeFile } from "node:fs/promises";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
+import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
 
-export const sample = new URL("../../samples/category.json", import.meta.url).pathname;
-export const french = new URL("french.json", import.meta.url).pathname;
+export const sample = fileURLToPath(new URL("../../samples/category.json", import.meta.url));
+export const french = fileURLToPath(new URL("french.json", import.meta.url));
 
 /// Starts the server of a configuration, a file or an object; resolves to its address.
 export async function serve(t, configuration, language = "en") {
