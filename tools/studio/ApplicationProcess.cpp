@@ -93,9 +93,19 @@ void ApplicationProcess::processEnded() {
         wanted = endIsWanted_;
         answered_.notify_all();
     }
+    reportDarkDisplay();
     reportProcess();
     if (!wanted)
         events_.append("process", "Application ended unexpectedly");
+}
+
+// What the process showed went with it; all else is as it left it.
+void ApplicationProcess::reportDarkDisplay() {
+    Json state = events_.state();
+    if (!state.contains("application"))
+        return;
+    state["application"]["center"] = nullptr;
+    events_.setState("application", std::move(state["application"]));
 }
 
 void ApplicationProcess::reportProcess() {

@@ -44,6 +44,7 @@ public:
 private:
     void take(std::string_view line);
     void processEnded();
+    void reportDarkDisplay();
     void reportProcess();
 
     EventStream& events_;

@@ -2,3 +2,4 @@
 
 globalThis.privacyChannel = { send: (event) => parent.sendToCenter(event) };
 await import("./surface.js");
+parent.centerIsReady?.();

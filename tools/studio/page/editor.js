@@ -73,16 +73,19 @@ async function publish() {
   check();
 }
 
+/** Puts a document into the editor, unless something is typed meanwhile; gives its text. */
 async function load(path) {
+  const before = editor.value;
   const response = await fetch(path).catch(() => undefined);
   if (!response?.ok) return showProblem("The studio does not answer.");
-  editor.value = await response.text();
+  const text = await response.text();
+  if (editor.value === before) editor.value = text;
   check();
+  return text;
 }
 
 async function revert() {
-  await load("/api/configuration");
-  publishedText = editor.value;
+  publishedText = (await load("/api/configuration")) ?? publishedText;
   check();
 }
 

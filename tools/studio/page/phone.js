@@ -8,6 +8,7 @@ let shown = ""; // which center of which process
 let known = 0; // events that the frame's page took into account
 let underWay = Promise.resolve(); // the event sent last
 let leaving = false;
+let takesFocus = false;
 
 const mayOpen = (address) => /^(https?:\/\/|mailto:)/i.test(address);
 
@@ -36,16 +37,26 @@ async function leave() {
   if (!await act("center/dismiss")) leaving = false;
 }
 
+const frame = () => byId("center").querySelector("iframe");
+
 function showFrame(center) {
+  takesFocus = byId("phone").contains(document.activeElement);
   known = center.events;
-  const frame = element("iframe", { src: "/center/", title: "Privacy center" });
-  byId("center").replaceChildren(frame);
-  return frame;
+  byId("center").replaceChildren(
+    element("iframe", { src: "/center/", title: "Privacy center", inert: "" }));
 }
 
-/** Keeps the focus in the phone when what held it goes. */
+// Called by center.js in the frame: what was tapped before would be lost.
+globalThis.centerIsReady = () => {
+  frame().inert = false;
+  if (takesFocus) frame().focus();
+};
+
+// The focus stays in the phone when what held it goes.
 function change(key, center) {
   const hadFocus = byId("phone").contains(document.activeElement);
+  if (center) showFrame(center);
+  else byId("center").replaceChildren();
   shown = key;
   leaving = false;
   byId("home").hidden = Boolean(center);
@@ -53,16 +64,14 @@ function change(key, center) {
   byId("center-done").hidden = !center;
   byId("print").disabled = !center;
   setText(byId("phone-title"), center ? "Privacy" : "Harbour Weekly");
-  if (center) showFrame(center);
-  else byId("center").replaceChildren();
-  if (hadFocus) byId("phone").querySelector(center ? "iframe" : ".sheet:not([hidden]) [data-open]").focus();
+  if (hadFocus && !center) byId("phone").querySelector(".sheet:not([hidden]) [data-open]").focus();
 }
 
 export function wirePhone() {
   for (const button of document.querySelectorAll("[data-open]"))
     button.addEventListener("click", () => act("center/open", { width: byId("display").clientWidth }));
   byId("center-done").addEventListener("click", leave);
-  byId("print").addEventListener("click", () => byId("center").querySelector("iframe").contentWindow.print());
+  byId("print").addEventListener("click", () => frame().contentWindow.print());
 }
 
 export function renderPhone({ application, process }) {
