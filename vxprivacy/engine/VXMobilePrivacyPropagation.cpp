@@ -4,6 +4,7 @@
 
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
+#include "vxprivacy/platform/core/VXLogger.h"
 #include "vxprivacy/platform/core/VXUserDefaults.h"
 #include "vxprivacy/platform/foundation/Text.h"
 
@@ -20,6 +21,11 @@ void VXMobilePrivacy::refuseAllConsent() {
 }
 
 void VXMobilePrivacy::saveAllCategories(std::string_view value) {
+    if (enableIAB_) { // the choices are purposes and vendors there, never these categories
+        VXLogger::sharedInstance().logMessage(
+            "Nothing is saved: there is no IAB privacy center to accept or refuse all", 4);
+        return;
+    }
     const auto file = VXConfigurationFileFactory::sharedInstance().getConfigurationFile("privacy");
     const JSONValue document = file ? file->getJSONDictionary() : JSONValue();
     ConsentDictionary consent;
