@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vxprivacy/platform/ui/View.h"
+#include "vxprivacy/platform/ui/ScrollView.h"
 
 #include <functional>
 #include <map>
@@ -23,6 +23,8 @@ struct Element {
     std::string description;
     /// The label that stands right after it in its container.
     std::weak_ptr<View> following;
+    /// Where the page shows the content of a scroll view.
+    ScrollView::Offset scrolled;
 };
 
 /// The elements of a page, each with an id that stays while its view lives.

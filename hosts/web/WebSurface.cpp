@@ -3,7 +3,6 @@
 #include "hosts/web/Addresses.h"
 #include "hosts/web/Painter.h"
 #include "vxprivacy/platform/ui/Controls.h"
-#include "vxprivacy/platform/ui/ScrollView.h"
 
 #include <algorithm>
 #include <array>
@@ -49,12 +48,11 @@ struct WebSurface::Parts {
     void scroll(ScrollView& view, ScrollView::Offset shown);
     void addChanges(Json& patch);
     void addElements(Json& patch, const std::vector<ViewChange>& changes);
+    void addScrolling(Json& patch, const std::vector<ViewChange>& changes);
 
     const std::shared_ptr<View> root;
     const PageSettings settings;
     Painter painter;
-    /// Scroll positions that differ from what the page shows.
-    Json scrolled = Json::object();
     Json opened = Json::array();
 };
 
@@ -64,7 +62,7 @@ WebSurface::WebSurface(std::shared_ptr<View> root, PageSettings settings)
 WebSurface::~WebSurface() = default;
 
 std::string WebSurface::render() {
-    auto& [root, settings, painter, scrolled, opened] = *parts_;
+    auto& [root, settings, painter, opened] = *parts_;
     painter.beginScreen(*root);
     const std::string screen = painter.whole(*root);
     root->takeChanges(); // the page has them
@@ -112,19 +110,17 @@ std::string WebSurface::dispatch(std::string_view text) {
     return patch.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-// The page has moved already; it need only hear where the module wants something else.
 void WebSurface::Parts::scroll(ScrollView& view, ScrollView::Offset shown) {
+    painter.elements().of(view).scrolled = shown;
     view.scrolledTo(shown);
-    if (view.contentOffset() != shown)
-        scrolled[painter.elements().of(view).id] = {view.contentOffset().x, view.contentOffset().y};
 }
 
 void WebSurface::Parts::addChanges(Json& patch) {
-    addElements(patch, root->takeChanges());
+    const auto changes = root->takeChanges();
+    addElements(patch, changes);
+    addScrolling(patch, changes);
     if (auto rules = painter.styles().takeNewRules(); !rules.empty())
         patch["rules"] = std::move(rules);
-    if (!scrolled.empty())
-        patch["scroll"] = std::exchange(scrolled, Json::object());
     if (!opened.empty())
         patch["open"] = std::exchange(opened, Json::array());
 }
@@ -137,12 +133,24 @@ void WebSurface::Parts::addElements(Json& patch, const std::vector<ViewChange>& 
     for (const auto& [view, what] : changes) {
         const bool whole = what == ViewChange::What::Subviews;
         const bool known = std::ranges::find(rebuilt, view.get()) != rebuilt.end();
-        if (liesInOneOf(*view, rebuilt) || (!whole && known))
+        if (what == ViewChange::What::Scrolling || liesInOneOf(*view, rebuilt) || (!whole && known))
             continue;
         patch[whole ? "whole" : "own"].push_back(whole ? painter.whole(*view) : painter.own(*view));
     }
     if (!rebuilt.empty())
         painter.elements().forgetGone();
+}
+
+// A page that moved by itself need only hear where the module wants something else.
+void WebSurface::Parts::addScrolling(Json& patch, const std::vector<ViewChange>& changes) {
+    for (const auto& [view, what] : changes) {
+        if (what != ViewChange::What::Scrolling)
+            continue;
+        Element& element = painter.elements().of(*view);
+        const auto wanted = static_cast<const ScrollView&>(*view).contentOffset();
+        if (std::exchange(element.scrolled, wanted) != wanted)
+            patch["scroll"][element.id] = {wanted.x, wanted.y};
+    }
 }
 
 void WebSurface::open(std::string_view address) {

@@ -97,10 +97,15 @@ TEST(WebSurface, APageThatScrolledHearsOnlyWhereItShouldBeInstead) {
     Screen screen;
     StayAtTop delegate;
     screen.scroll->setDelegate(&delegate);
-    const Event patch = screen.dispatch(R"({"scroll":"v2","x":7,"y":120})");
-    EXPECT_EQ(patch["scroll"], Event::parse(R"({"v2":[0,120]})"));
-    EXPECT_FALSE(screen.dispatch(R"({"scroll":"v2","x":0,"y":90})").contains("scroll"));
+    screen.control->addTouchUpInside([&] { screen.scroll->setContentOffset({0, 5}); });
+    for (const auto& [event, patch] :
+         {std::pair(R"({"scroll":"v2","x":7,"y":120})", R"({"scroll":{"v2":[0,120]}})"),
+          {R"({"scroll":"v2","x":0,"y":90})", "{}"},
+          {R"({"scroll":"v2","x":0,"y":90})", "{}"},
+          {R"({"scroll":"v2","x":7,"y":90})", R"({"scroll":{"v2":[0,90]}})"}})
+        EXPECT_EQ(screen.dispatch(event), Event::parse(patch)) << event;
     EXPECT_EQ(screen.scroll->contentOffset(), (ScrollView::Offset{0, 90}));
+    EXPECT_EQ(screen.dispatch(R"({"tap":"v4"})")["scroll"], Event::parse(R"({"v2":[0,5]})"));
 }
 
 TEST(WebSurface, OpensOnlyAddressesOfTheWebAndOfMail) {

@@ -31,7 +31,7 @@ public:
     void setDelegate(ScrollViewDelegate* delegate) { delegate_ = delegate; }
 
     const Offset& contentOffset() const { return offset_; }
-    void setContentOffset(Offset offset) { set(offset_, offset); }
+    void setContentOffset(Offset offset) { set(offset_, offset, ViewChange::What::Scrolling); }
     /// What the platform does when the user moved the content.
     void scrolledTo(Offset offset);
 

@@ -15,7 +15,8 @@ class View;
 
 /// What became of a view since a host last looked.
 struct ViewChange {
-    enum class What { Properties, Subviews };
+    /// `Scrolling`: where the content of a scroll view stands, and nothing that is painted.
+    enum class What { Properties, Subviews, Scrolling };
 
     std::shared_ptr<View> view;
     What what = What::Properties;
@@ -88,11 +89,11 @@ public:
 protected:
     /// Assigns `value` to `property` and tells the root when that made a difference.
     template <class T>
-    void set(T& property, T value) {
+    void set(T& property, T value, ViewChange::What what = ViewChange::What::Properties) {
         if (property == value)
             return;
         property = std::move(value);
-        changed(ViewChange::What::Properties);
+        changed(what);
     }
 
 private:
