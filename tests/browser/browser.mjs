@@ -44,8 +44,10 @@ export async function closeBrowser() {
 
 /// A page of its own profile, at `address`. A text size of 2 is 200 %.
 export async function open(t, address, { width = 390, height = 844, textSize = 1, ...rest } = {}) {
-  const context = await (await browser()).newContext({ viewport: { width, height }, ...rest });
+  const context = await (await browser()).newContext(
+    { viewport: { width, height }, reducedMotion: "reduce", ...rest });
   t.after(() => context.close());
+  context.setDefaultTimeout(100_000); // a slow machine is no fault
   const page = await context.newPage();
   page.failures = [];
   page.on("pageerror", (error) => page.failures.push(String(error)));
@@ -59,6 +61,25 @@ export async function open(t, address, { width = 390, height = 844, textSize = 1
   }
   await page.goto(address);
   return page;
+}
+
+/// Operates a button or switch, with the mouse if nothing else is said, and gives the patch that
+/// answers the tap. What the page reports beside it, its scrolling for instance, is passed over.
+export async function tap(page, locator, operate = () => locator.click()) {
+  const event = JSON.stringify({ tap: await locator.getAttribute("id") });
+  const [answer] = await Promise.all([
+    page.waitForResponse((response) => response.request().postData() === event),
+    operate(),
+  ]);
+  return answer.json();
+}
+
+export const switchOf = (root, name) => root.getByRole("switch", { name, exact: true });
+
+/// Waits until the switches of a page or frame stand as told: {"All purposes": true, ...}.
+export async function expectStates(root, states) {
+  for (const [name, checked] of Object.entries(states))
+    await root.getByRole("switch", { name, exact: true, checked }).waitFor();
 }
 
 /// What the doors recorded since the last question.

@@ -1,41 +1,29 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
-import { closeBrowser, open, recorded, sample, serve } from "./browser.mjs";
+import { closeBrowser, expectStates, open, recorded, sample, serve, switchOf, tap } from "./browser.mjs";
 
 after(closeBrowser);
-
-const switchOf = (page, name) => page.getByRole("switch", { name, exact: true });
-
-async function states(page, names) {
-  return Promise.all(names.map((name) => switchOf(page, name).isChecked()));
-}
-
-// Taps and waits for the answer.
-async function tap(page, locator) {
-  const answered = page.waitForResponse((answer) => answer.url().endsWith("/event"));
-  await locator.click();
-  return (await answered).json();
-}
 
 test("parents, children and the global switch follow one another", async (t) => {
   const page = await open(t, await serve(t, sample));
   const names = ["All purposes", "Audience measurement", "Readership statistics",
     "Performance and crash reports"];
-  assert.deepEqual(await states(page, names), [true, true, true, true]);
+  const expect = (...states) =>
+    expectStates(page, Object.fromEntries(names.map((name, i) => [name, states[i]])));
+  await expect(true, true, true, true);
   await tap(page, switchOf(page, names[2]));
-  assert.deepEqual(await states(page, names), [false, true, false, true]);
+  await expect(false, true, false, true);
   await tap(page, switchOf(page, names[3]));
-  assert.deepEqual(await states(page, names), [false, false, false, false]);
-  await switchOf(page, names[1]).focus();
-  const answered = page.waitForResponse((answer) => answer.url().endsWith("/event"));
-  await page.keyboard.press("Space");
-  await answered;
-  await page.waitForFunction(() => !document.querySelector(".switch:not(:checked)"));
-  assert.deepEqual(await states(page, names), [true, true, true, true]);
-  assert.equal(await switchOf(page, names[1]).evaluate((e) => e === document.activeElement), true);
+  await expect(false, false, false, false);
+  const parent = switchOf(page, names[1]);
+  await parent.focus();
+  await tap(page, parent, () => page.keyboard.press("Space"));
+  await expect(true, true, true, true);
+  assert.equal(await page.locator(".switch:not(:checked)").count(), 0);
+  assert.equal(await parent.evaluate((element) => element === document.activeElement), true);
   const patch = await tap(page, switchOf(page, names[0]));
   assert.deepEqual(Object.keys(patch), ["own"]); // elements, and nothing else of the page
-  assert.equal(await page.locator(".switch:checked").count(), 0);
+  await page.waitForFunction(() => !document.querySelector(".switch:checked"));
   assert.deepEqual(page.failures, []);
 });
 
@@ -48,8 +36,8 @@ test("leaving saves, and the states are there again", async (t) => {
   const events = await recorded(address);
   const beacon = events.find((e) => e.send?.userInfo?.VXUserInfo_POSTData?.includes("PRIVACY_CAT"));
   assert.ok(beacon, "the save was sent");
-  assert.deepEqual(await states(page, ["All purposes", "Audience measurement", "Personalisation"]),
-    [false, true, false]);
+  await expectStates(page,
+    { "All purposes": false, "Audience measurement": true, "Personalisation": false });
 });
 
 test("a policy link opens its address in a new page", async (t) => {
@@ -76,9 +64,9 @@ test("a tap that does not arrive is taken back", async (t) => {
 test("the screen scrolls down and never sideways", async (t) => {
   const page = await open(t, await serve(t, sample), { width: 320, height: 480 });
   const moved = page.waitForRequest((request) => request.postData()?.includes('"scroll"'));
-  await page.mouse.move(160, 240);
+  await page.locator(".scroll").hover(); // waits until it is painted
   await page.mouse.wheel(200, 300);
-  const { x, y } = JSON.parse((await moved).postData());
+  const { x, y } = (await moved).postDataJSON();
   assert.equal(x, 0);
   assert.ok(y > 0);
 });

@@ -6,7 +6,7 @@ import { createInterface } from "node:readline";
 import { mkdtemp, readFile, rm } from "node:fs/promises";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
-import { closeBrowser, open } from "./browser.mjs";
+import { closeBrowser, expectStates, open, switchOf } from "./browser.mjs";
 
 after(closeBrowser);
 
@@ -29,46 +29,47 @@ async function openStudio(t, options = { width: 1280, height: 800 }) {
 }
 
 const frame = (page) => page.frameLocator("#center iframe");
-const switchOf = (page, name) => frame(page).getByRole("switch", { name, exact: true });
 const openCenter = (page) => page.getByRole("button", { name: "Open privacy center" }).click();
-const entries = (page, kind) =>
-  page.locator(`#timeline [data-kind="${kind}"] .title`).allTextContents();
+
+// Waits until the timeline has as many entries of the kind, and compares.
+async function expectEntries(page, kind, titles) {
+  const entries = page.locator(`#timeline [data-kind="${kind}"] .title`);
+  await entries.nth(titles.length - 1).waitFor();
+  assert.deepEqual(await entries.allTextContents(), titles);
+}
 
 const purposes = ["All purposes", "Audience measurement", "Readership statistics",
   "Performance and crash reports"];
 
-// Waits until the switches stand like this.
-async function expectStates(page, expected) {
-  for (const [index, name] of purposes.entries())
-    await switchOf(page, name).and(frame(page).locator(expected[index] ? ":checked" : ":not(:checked)"))
-      .waitFor();
-}
+// Waits until the switches of the purposes stand like this.
+const expectPurposes = (page, states) =>
+  expectStates(frame(page), Object.fromEntries(purposes.map((name, i) => [name, states[i]])));
 
 test("the privacy center in the phone: open, switch, leave, open again", async (t) => {
   const page = await openStudio(t);
   await openCenter(page);
-  await expectStates(page, [true, true, true, true]);
-  await switchOf(page, purposes[2]).click();
-  await expectStates(page, [false, true, false, true]);
-  await switchOf(page, purposes[3]).click();
-  await expectStates(page, [false, false, false, false]);
-  await switchOf(page, purposes[0]).click();
-  await expectStates(page, [true, true, true, true]);
-  await switchOf(page, purposes[2]).click(); // and leave at once: it counts
+  await expectPurposes(page, [true, true, true, true]);
+  await switchOf(frame(page), purposes[2]).click();
+  await expectPurposes(page, [false, true, false, true]);
+  await switchOf(frame(page), purposes[3]).click();
+  await expectPurposes(page, [false, false, false, false]);
+  await switchOf(frame(page), purposes[0]).click();
+  await expectPurposes(page, [true, true, true, true]);
+  await switchOf(frame(page), purposes[2]).click(); // and leave at once: it counts
   await page.getByRole("button", { name: "Save my choices" }).click();
   await page.getByText("Consent given").waitFor();
   await page.locator("#banner").waitFor({ state: "hidden" });
   await page.locator('#permanent-data [data-key="PRIVACY_CAT_11"][data-value="0"]').waitFor();
   await page.locator('#store [data-key="PRIVACY_CAT_12"][data-value="1"]').waitFor();
   await page.locator('#timeline [data-kind="beacon"]').nth(1).waitFor(); // the view's and the save's
-  assert.deepEqual(await entries(page, "callback"), ["consentCategoryChanged", "consentUpdated:"]);
-  assert.deepEqual(await entries(page, "screen"), ["Privacy center opened",
+  await expectEntries(page, "callback", ["consentCategoryChanged", "consentUpdated:"]);
+  await expectEntries(page, "screen", ["Privacy center opened",
     "Readership statistics switched off", "Performance and crash reports switched off",
     "All purposes switched on", "Readership statistics switched off",
     "Privacy center left, the choices are saved"]);
 
   await openCenter(page);
-  await expectStates(page, [false, true, false, true]);
+  await expectPurposes(page, [false, true, false, true]);
   await page.getByRole("button", { name: "Kill hard" }).click();
   await page.getByText("Running, launch 2").waitFor();
   assert.equal(await page.locator("iframe").count(), 0);
@@ -91,13 +92,13 @@ test("a policy link opens a new page that cannot reach back", async (t) => {
 test("what somebody else taps is shown too", async (t) => {
   const page = await openStudio(t);
   await openCenter(page);
-  const id = await switchOf(page, purposes[2]).getAttribute("id");
+  const id = await switchOf(frame(page), purposes[2]).getAttribute("id");
   await page.evaluate((tap) => fetch("/api/center/event", {
     method: "POST",
     headers: { "X-Studio-Token": document.querySelector('meta[name="studio-token"]').content },
     body: JSON.stringify({ tap }),
   }), id);
-  await expectStates(page, [false, true, false, true]);
+  await expectPurposes(page, [false, true, false, true]);
 });
 
 test("findings follow what is typed, and lead to their place", async (t) => {
@@ -127,7 +128,7 @@ for (const options of [{ width: 1280, height: 800 }, { width: 390, height: 844, 
     await page.getByText("First start").waitFor();
     await expectSound();
     await openCenter(page);
-    await switchOf(page, purposes[0]).waitFor();
+    await switchOf(frame(page), purposes[0]).waitFor();
     await page.getByRole("tab", { name: /^Configuration/ }).click();
     await page.locator("#editor").fill("{}");
     await page.locator("#findings li").first().waitFor();

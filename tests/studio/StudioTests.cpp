@@ -111,10 +111,10 @@ TEST(Studio, APublishedVersionReachesTheNextLaunch) {
         studio.post("relaunch");
         ASSERT_FALSE(studio.await("log", "downloaded, version " + std::to_string(version), before)
                          .is_null());
+        const Json decision = studio.post("hit")["application"]["decision"]; // as it is after that
         std::vector<std::string> heard = studio.titles("callback", before);
         std::erase(heard, "consentUpdated:");
         EXPECT_EQ(heard, callbacks);
-        const Json decision = studio.post("hit")["application"]["decision"]; // as it is after that
         EXPECT_EQ(decision["mustAsk"], asks);
         EXPECT_EQ(decision["reason"], reason);
     }
