@@ -19,6 +19,10 @@ public:
     void set(std::string_view key, std::string_view value) override {
         entries_.insert_or_assign(std::string(key), std::string(value));
     }
+    void remove(std::string_view key) override {
+        if (auto found = entries_.find(key); found != entries_.end())
+            entries_.erase(found);
+    }
     void beginTransaction() override { before_.push_back(entries_); }
     void commitTransaction() override { before_.pop_back(); }
     void rollBackTransaction() override {

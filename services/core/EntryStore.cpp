@@ -10,7 +10,7 @@ EntryStore::EntryStore(Database& database) : database_(database) {
 
 std::optional<std::string> EntryStore::get(std::string_view key) const {
     const Node* found = find(key);
-    return found ? std::optional(found->second.value) : std::nullopt;
+    return found ? found->second.value : std::nullopt;
 }
 
 // Thousands of entries are saved, reported and restored in one order. So the one that came after
@@ -32,7 +32,7 @@ EntryStore::Node* EntryStore::insert(std::string_view key) {
     return &*entries_.emplace(key, Entry{}).first;
 }
 
-void EntryStore::set(std::string_view key, std::string_view value) {
+void EntryStore::put(std::string_view key, std::optional<std::string_view> value) {
     Node* found = find(key);
     const bool wasThere = found != nullptr;
     if (!wasThere)
@@ -44,7 +44,7 @@ void EntryStore::set(std::string_view key, std::string_view value) {
         entry.setFor = writing_;
     }
     if (changes) {
-        changes_.back().before = std::exchange(entry.value, std::string(value));
+        changes_.back().before = std::exchange(entry.value, Value(value));
         entry.changedFor = writing_;
     }
     database_.changed();
@@ -80,6 +80,9 @@ const char* EntryStore::schema() const {
 }
 
 void EntryStore::load(SQLite::Database& file) {
+    for (auto& [key, entry] : entries_) // which another process may have removed
+        if (entry.setFor != writing_)
+            entry.value.reset();
     SQLite::Statement rows(file, "SELECT key, value FROM entries");
     while (rows.executeStep()) {
         const std::string_view key = bytes(rows.getColumn(0));
@@ -97,14 +100,17 @@ void EntryStore::write(SQLite::Database& file, Contents contents) {
     if (changes_.size() > 2 * entries_.size())
         keepOneChangeOfEach(); // it could not be written for long
     SQLite::Statement upsert(file, "REPLACE INTO entries (key, value) VALUES (?, ?)");
+    SQLite::Statement removal(file, "DELETE FROM entries WHERE key = ?");
     for (const Change& change : changes_) {
         const auto& [key, entry] = *change.entry;
         if (contents == Contents::Known && entry.changedFor != writing_)
             continue;
-        upsert.bindNoCopy(1, key);
-        upsert.bindNoCopy(2, entry.value);
-        upsert.exec();
-        upsert.reset();
+        SQLite::Statement& statement = entry.value ? upsert : removal;
+        statement.bindNoCopy(1, key);
+        if (entry.value)
+            statement.bindNoCopy(2, *entry.value);
+        statement.exec();
+        statement.reset();
     }
 }
 

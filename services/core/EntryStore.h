@@ -23,18 +23,20 @@ public:
     explicit EntryStore(Database& database);
 
     std::optional<std::string> get(std::string_view key) const override;
-    void set(std::string_view key, std::string_view value) override;
+    void set(std::string_view key, std::string_view value) override { put(key, value); }
+    void remove(std::string_view key) override { put(key, std::nullopt); }
     void beginTransaction() override { database_.begin(); }
     void commitTransaction() override { database_.commit(); }
     void rollBackTransaction() override { database_.rollBack(); }
 
 private:
     struct Entry;
+    using Value = std::optional<std::string>;
     using Node = std::pair<const std::string, Entry>; // which does not move
     // The writing that an entry waits for is named by its number, so that nothing has to be reset
     // in thousands of entries when it is done.
     struct Entry {
-        std::string value;
+        Value value;                  // absent: there is no such entry, any more
         std::uint32_t setFor = 0;     // be it to the value it had
         std::uint32_t changedFor = 0; // to another value
         Node* next = nullptr;         // asked for after this one the last time
@@ -42,8 +44,8 @@ private:
     using Entries = std::unordered_map<std::string, Entry, TextHash, std::equal_to<>>;
     struct Change {
         Node* entry;
-        std::optional<std::string> before; // absent: the value did not change
-        std::uint32_t setFor, changedFor;  // before
+        std::optional<Value> before;      // absent: the value did not change
+        std::uint32_t setFor, changedFor; // before
         bool wasThere;
     };
 
@@ -56,6 +58,7 @@ private:
     void written() override;
     void lost() override;
 
+    void put(std::string_view key, std::optional<std::string_view> value);
     Node* find(std::string_view key) const;
     Node* insert(std::string_view key);
     void takeBack(Change& change);

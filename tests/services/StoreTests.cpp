@@ -63,6 +63,29 @@ TEST_F(Store, KeepsAnyText) {
     EXPECT_EQ(reopened("another key"), Text());
 }
 
+TEST_F(Store, RemovesAlsoWhatAnotherProcessReads) {
+    World world(file);
+    for (const char* key : {"removed", "kept", "rolled back"})
+        world.store().set(key, "1");
+    World other(file);
+    world.store().remove("removed");
+    world.store().remove("never there");
+    {
+        StoreTransaction transaction(world.store());
+        world.store().remove("kept");
+        world.store().set("kept", "2");
+        world.store().remove("rolled back");
+        EXPECT_EQ(world.store().get("rolled back"), Text());
+    }
+    EXPECT_EQ(world.store().get("removed"), Text());
+    EXPECT_EQ(reopened("removed"), Text());
+    EXPECT_EQ(reopened("kept"), "1");
+    EXPECT_EQ(reopened("rolled back"), "1");
+    other.store().set("another", "1"); // writing, it sees what the first one wrote
+    EXPECT_EQ(other.store().get("removed"), Text());
+    EXPECT_EQ(other.store().get("kept"), "1");
+}
+
 TEST_F(Store, AScopeIsWrittenWholeOrNotAtAll) {
     {
         World world(file);

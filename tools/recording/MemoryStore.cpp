@@ -13,6 +13,11 @@ void MemoryStore::set(std::string_view key, std::string_view value) {
     entries_.insert_or_assign(std::string(key), std::string(value));
 }
 
+void MemoryStore::remove(std::string_view key) {
+    if (const auto found = entries_.find(key); found != entries_.end())
+        entries_.erase(found);
+}
+
 void MemoryStore::beginTransaction() {
     before_.push_back(entries_);
 }
@@ -24,11 +29,6 @@ void MemoryStore::commitTransaction() {
 void MemoryStore::rollBackTransaction() {
     entries_ = std::move(before_.back());
     before_.pop_back();
-}
-
-void MemoryStore::remove(std::string_view key) {
-    if (const auto found = entries_.find(key); found != entries_.end())
-        entries_.erase(found);
 }
 
 } // namespace vx::recording

@@ -14,12 +14,12 @@ public:
 
     std::optional<std::string> get(std::string_view key) const override;
     void set(std::string_view key, std::string_view value) override;
+    void remove(std::string_view key) override;
     void beginTransaction() override;
     void commitTransaction() override;
     void rollBackTransaction() override;
 
     const Texts& entries() const { return entries_; }
-    void remove(std::string_view key);
 
 private:
     Texts entries_;

@@ -20,6 +20,8 @@ public:
     /// Puts `value` under `key`, at once for readers. Durable when the outermost open transaction
     /// is committed, or on return when none is open.
     virtual void set(std::string_view key, std::string_view value) = 0;
+    /// Takes the entry under `key` away, with the same durability; there need not be one.
+    virtual void remove(std::string_view key) = 0;
 
     /// Transactions nest; only the outermost one reaches the disk, whole or not at all. Opened and
     /// closed through `StoreTransaction`.
