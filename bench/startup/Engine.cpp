@@ -15,8 +15,11 @@ namespace {
 // Present, so that the vendor list is loaded.
 class Library : public vx::IABLibrary {
     void setCMPSDKID() override {}
+    std::string getCreatedDate() const override { return {}; }
+    void setPublisherRestrictions(const vx::PublisherRestrictions&) override {}
     void saveConsentString(std::string_view) override {}
     void resetTCData() override {}
+    std::unique_ptr<vx::CoreStringBuilder> makeCoreStringBuilder() override { return nullptr; }
 };
 
 } // namespace

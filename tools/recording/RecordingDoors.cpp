@@ -46,18 +46,6 @@ std::optional<std::string> RecordingZentrix::getPermanentData(std::string_view k
     return textNamed(key, data_);
 }
 
-void RecordingIABLibrary::setCMPSDKID() {
-    sink_({{"cmp", Event::array({"setCMPSDKID"})}});
-}
-
-void RecordingIABLibrary::saveConsentString(std::string_view consent) {
-    sink_({{"cmp", Event::array({"saveConsentString", consent})}});
-}
-
-void RecordingIABLibrary::resetTCData() {
-    sink_({{"cmp", Event::array({"resetTCData"})}});
-}
-
 void RecordingApplication::openURL(std::string_view address) {
     sink_({{"open", address}});
 }

@@ -4,7 +4,6 @@
 #include "vxprivacy/engine/VXPrivacyCallbacks.h"
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
-#include "vxprivacy/platform/iab/IABLibrary.h"
 #include "vxprivacy/platform/sdk/Zentrix.h"
 #include "vxprivacy/platform/ui/Application.h"
 
@@ -69,18 +68,6 @@ public:
 
 private:
     Texts data_;
-    EventSink sink_;
-};
-
-/// {"cmp":["setCMPSDKID"]}, {"cmp":["saveConsentString","text"]}, {"cmp":["resetTCData"]}
-class RecordingIABLibrary : public IABLibrary {
-public:
-    explicit RecordingIABLibrary(EventSink sink) : sink_(std::move(sink)) {}
-    void setCMPSDKID() override;
-    void saveConsentString(std::string_view consent) override;
-    void resetTCData() override;
-
-private:
     EventSink sink_;
 };
 

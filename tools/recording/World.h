@@ -3,6 +3,7 @@
 #include "tools/recording/DocumentTexts.h"
 #include "tools/recording/MemoryStore.h"
 #include "tools/recording/RecordingDoors.h"
+#include "tools/recording/RecordingIABLibrary.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/platform/core/Runtime.h"
 

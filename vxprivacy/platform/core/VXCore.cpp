@@ -51,6 +51,10 @@ std::optional<std::string> VXPredefinedVariables::getData(std::string_view name)
     return platform().predefinedVariables.get(name);
 }
 
+std::uint64_t VXPredefinedVariables::now() const {
+    return nowMs() / 1000;
+}
+
 std::uint64_t VXPredefinedVariables::nowMs() const {
     return platform().clock.nowMilliseconds();
 }

@@ -24,6 +24,8 @@ public:
     /// The value of the variable `name`, or nothing.
     std::optional<std::string> getData(std::string_view name) const;
 
+    /// Seconds since 1970.
+    std::uint64_t now() const;
     /// Milliseconds since 1970.
     std::uint64_t nowMs() const;
     /// The same as decimal text.

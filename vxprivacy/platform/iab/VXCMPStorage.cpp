@@ -1,9 +1,10 @@
 #include "vxprivacy/platform/iab/VXCMPStorage.h"
 
 #include "vxprivacy/platform/core/Runtime.h"
-#include "vxprivacy/platform/iab/IABLibrary.h"
 
 namespace vx {
+
+CoreStringBuilder::~CoreStringBuilder() = default;
 
 IABLibrary::~IABLibrary() = default;
 
@@ -14,6 +15,15 @@ bool VXCMPStorage::present() {
 void VXCMPStorage::setCMPSDKID() {
     if (present())
         platform().iab->setCMPSDKID();
+}
+
+std::string VXCMPStorage::getCreatedDate() {
+    return present() ? platform().iab->getCreatedDate() : std::string();
+}
+
+void VXCMPStorage::setPublisherRestrictions(const PublisherRestrictions& restrictions) {
+    if (present())
+        platform().iab->setPublisherRestrictions(restrictions);
 }
 
 void VXCMPStorage::saveConsentString(std::string_view consent) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "vxprivacy/platform/iab/IABLibrary.h"
+
+#include <string>
 #include <string_view>
 
 namespace vx {
@@ -11,6 +14,8 @@ public:
     static bool present();
 
     static void setCMPSDKID();
+    static std::string getCreatedDate();
+    static void setPublisherRestrictions(const PublisherRestrictions& restrictions);
     static void saveConsentString(std::string_view consent);
     static void resetTCData();
 };
