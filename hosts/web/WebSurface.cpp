@@ -82,7 +82,8 @@ std::string WebSurface::render() {
     for (const std::string& sheet : {settings.surfaceCSS, settings.layoutCSS})
         head.open("link").attribute("rel", "stylesheet").attribute("href", sheet).close();
     head.open("script").attribute("type", "module").attribute("src", settings.surfaceJS).close();
-    head.end("script").open("main").attribute("class", "surface").close();
+    // Inert until the script listens: a tap before would be lost.
+    head.end("script").open("main").attribute("class", "surface").flag("inert").close();
     head.open("h1").attribute("class", "unseen").close().text(settings.title).end("h1");
     return "<!doctype html>\n" + head.take() + screen + "</main></html>\n";
 }

@@ -31,8 +31,9 @@ struct PageSettings {
 ///     std::string css = surface.layoutCSS();        // beside surfaceCSS() and surfaceJS()
 ///     std::string patch = surface.dispatch(event);  // for each event that the page sends
 ///
-/// The page runs under `contentSecurityPolicy`, which it also states itself. Thread: that of the
-/// views. The surface keeps the views alive, not their controller.
+/// The page runs under `contentSecurityPolicy`, which it also states itself, and takes no taps
+/// before `surfaceJS` runs, so that none is lost. Thread: that of the views. The surface keeps the
+/// views alive, not their controller.
 class WebSurface {
 public:
     explicit WebSurface(std::shared_ptr<View> root, PageSettings settings = {});

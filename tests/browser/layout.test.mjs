@@ -31,8 +31,7 @@ function measure() {
       title: title.getBoundingClientRect().toJSON(), row: row.toJSON(),
       control: control.getBoundingClientRect().toJSON() };
   });
-  return { boxes, cut, wide, rows, fits: scroll.scrollHeight <= scroll.clientHeight,
-    ends: scroll.scrollHeight };
+  return { boxes, cut, wide, rows, whole: scroll.scrollHeight <= scroll.clientHeight };
 }
 
 function overlapping(boxes) {
@@ -95,6 +94,14 @@ test("the text size takes effect, and gaps are the constraints'", async (t) => {
   near(scroll.bottom, 834, "scroll view");
   near(first.top, 38, "first text");
   near(description.top - row.bottom, 8, "standard gap");
+});
+
+test("on paper the screen is whole", async (t) => {
+  const page = await open(t, await serve(t, sample));
+  assert.equal((await page.evaluate(measure)).whole, false);
+  await page.emulateMedia({ media: "print" });
+  const { cut, wide, whole } = await page.evaluate(measure);
+  assert.deepEqual([...cut, ...wide, whole], [true]);
 });
 
 test("from right to left, title and switch change sides", async (t) => {

@@ -54,6 +54,23 @@ test("a policy link opens its address in a new page", async (t) => {
   assert.equal(await page.evaluate(() => document.querySelectorAll(".switch").length > 0), true);
 });
 
+test("a page that does not listen yet takes no tap", async (t) => {
+  const page = await open(t, "about:blank");
+  let goOn;
+  const held = new Promise((resolve) => { goOn = resolve; });
+  await page.route("**/surface.js", async (route) => { await held; await route.continue(); });
+  await page.goto(await serve(t, sample), { waitUntil: "commit" });
+  const control = page.locator(".switch").first();
+  const { x, y } = await control.boundingBox();
+  await page.mouse.click(x + 20, y + 20);
+  await page.keyboard.press("Tab");
+  await page.keyboard.press("Space");
+  assert.equal(await control.isChecked(), true);
+  goOn();
+  await tap(page, control);
+  assert.equal(await control.isChecked(), false);
+});
+
 test("a tap that does not arrive is taken back", async (t) => {
   const page = await open(t, await serve(t, sample));
   await page.route("**/event", (route) => route.abort());

@@ -34,7 +34,6 @@ struct File {
     std::string (*text)();
 };
 constexpr File kFiles[] = {
-    {"/center/center.css", "text/css", [] { return asset("center.css"); }},
     {"/center/center.js", "text/javascript", [] { return asset("center.js"); }},
     {"/center/surface.css", "text/css", [] { return std::string(web::surfaceCSS()); }},
     {"/center/surface.js", "text/javascript", [] { return std::string(web::surfaceJS()); }},

@@ -96,3 +96,5 @@ document.addEventListener("scroll", ({ target: element }) => {
   clearTimeout(pending.get(element));
   pending.set(element, setTimeout(tellScroll, 120, element));
 }, true);
+
+document.querySelector(".surface").inert = false; // nothing that is tapped is lost from here on

@@ -2,4 +2,3 @@
 
 globalThis.privacyChannel = { send: (event) => parent.sendToCenter(event) };
 await import("./surface.js");
-parent.centerIsReady?.();

@@ -8,7 +8,6 @@ let shown = ""; // which center of which process
 let known = 0; // events that the frame's page took into account
 let underWay = Promise.resolve(); // the event sent last
 let leaving = false;
-let takesFocus = false;
 
 const mayOpen = (address) => /^(https?:\/\/|mailto:)/i.test(address);
 
@@ -40,17 +39,12 @@ async function leave() {
 const frame = () => byId("center").querySelector("iframe");
 
 function showFrame(center) {
-  takesFocus = byId("phone").contains(document.activeElement);
+  const takesFocus = byId("phone").contains(document.activeElement);
   known = center.events;
   byId("center").replaceChildren(
-    element("iframe", { src: "/center/", title: "Privacy center", inert: "" }));
+    element("iframe", { src: "/center/", title: "Privacy center" }));
+  if (takesFocus) frame().addEventListener("load", () => frame()?.focus());
 }
-
-// Called by center.js in the frame: what was tapped before would be lost.
-globalThis.centerIsReady = () => {
-  frame().inert = false;
-  if (takesFocus) frame().focus();
-};
 
 // The focus stays in the phone when what held it goes.
 function change(key, center) {
