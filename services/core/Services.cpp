@@ -85,9 +85,8 @@ Services::~Services() {
 }
 
 Platform Services::platform() {
-    return {parts_->entries,   parts_->documents,      parts_->notifications,
-            parts_->logger,    parts_->clock,          parts_->variables,
-            parts_->variables, parts_->settings.hosts, parts_->settings.iab};
+    return {parts_->entries, parts_->documents, parts_->notifications, parts_->logger,
+            parts_->clock,   parts_->variables, parts_->variables,     parts_->settings.hosts};
 }
 
 void Services::poll() {

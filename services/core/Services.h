@@ -36,8 +36,6 @@ struct Settings {
     const Clock* clock = nullptr;
     /// Null: one of its own.
     NotificationCenter* notifications = nullptr;
-    /// Null: the IAB library is absent.
-    IABLibrary* iab = nullptr;
     /// Variables that the user identifier may name, beside the user agent and the SDK identifier.
     std::function<std::optional<std::string>(std::string_view name)> variables{};
 };
@@ -56,7 +54,8 @@ public:
     Services(const Services&) = delete;
     Services& operator=(const Services&) = delete;
 
-    /// The doors, for a `Runtime` that ends before these services do.
+    /// The doors, for a `Runtime` that ends before these services do. The IAB library is absent;
+    /// an application that wants it makes one (services/iab/TCFLibrary.h) and puts it in.
     Platform platform();
 
     /// Takes in what the worker finished: installs documents, settles beacons, retries what the
