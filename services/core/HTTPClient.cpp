@@ -8,16 +8,12 @@ namespace vx::services {
 namespace {
 
 constexpr int kLongestRest = 60'000; // milliseconds
-
-// Costs some milliseconds, so it is left to the worker. Never undone: others may use curl, too.
-void initialiseCurl() {
-    static const CURLcode done = curl_global_init(CURL_GLOBAL_DEFAULT);
-    (void)done;
-}
+constexpr std::chrono::milliseconds kHeadStart(50);
 
 } // namespace
 
-HTTPClient::HTTPClient(std::string userAgent) : userAgent_(std::move(userAgent)) {}
+HTTPClient::HTTPClient(std::string userAgent, Logger& logger)
+    : userAgent_(std::move(userAgent)), logger_(logger) {}
 
 HTTPClient::~HTTPClient() {
     stopping_ = true;
@@ -36,10 +32,16 @@ void HTTPClient::submit(HTTPRequest request, Transfer::Done done) {
 
 void HTTPClient::poll() {
     std::vector<Result> results;
+    std::string problem;
     {
         const std::lock_guard lock(mutex_);
         results.swap(results_);
+        problem.swap(problem_);
+        if (!std::exchange(polled_, true))
+            wake_.notify_one();
     }
+    if (!problem.empty())
+        logger_.log("Nothing is downloaded or posted: " + problem, 4);
     for (const Result& result : results)
         result.done(result.response);
 }
@@ -62,70 +64,76 @@ void HTTPClient::wakeAfter(std::optional<std::chrono::milliseconds> time) {
 
 void HTTPClient::wakeWorker() {
     const std::lock_guard lock(mutex_);
-    if (multi_)
-        curl_multi_wakeup(multi_);
-    else if (!worker_.joinable() && !stopping_)
+    woken_ = true;
+    if (transfers_)
+        transfers_->wake();
+    else if (worker_.joinable())
+        wake_.notify_one();
+    else if (!stopping_)
         worker_ = std::thread(&HTTPClient::run, this);
 }
 
 void HTTPClient::run() {
-    initialiseCurl();
-    const MultiHandle multi(curl_multi_init());
-    {
-        const std::lock_guard lock(mutex_);
-        multi_ = multi.get();
-    }
-    Transfers transfers;
+    waitForStartUp();
+    if (stopping_)
+        return;
+    const CurlLibrary& curl = CurlLibrary::instance();
+    if (curl.problem().empty())
+        transferOrders(curl);
+    else
+        refuseOrders(curl.problem());
+}
+
+// Loading libcurl slows down whatever else the machine does: the application goes first.
+void HTTPClient::waitForStartUp() {
+    std::unique_lock lock(mutex_);
+    wake_.wait_for(lock, kHeadStart, [this] { return polled_ || stopping_; });
+}
+
+void HTTPClient::transferOrders(const CurlLibrary& curl) {
+    Transfers transfers(curl);
+    setTransfers(&transfers);
     while (!stopping_) {
-        startOrders(multi.get(), transfers);
-        int running = 0;
-        curl_multi_perform(multi.get(), &running);
-        finishTransfers(multi.get(), transfers);
-        curl_multi_poll(multi.get(), nullptr, 0, timeToNextWakeUp(), nullptr);
+        for (Order& order : takeOrders())
+            transfers.start(std::move(order.request), userAgent_, std::move(order.done));
+        transfers.advance([this](Transfer& transfer) {
+            deliver(std::move(transfer.response()), std::move(transfer.done()));
+        });
+        transfers.rest(timeToNextWakeUp());
     }
-    {
-        const std::lock_guard lock(mutex_);
-        multi_ = nullptr;
-    }
-    for (const auto& [easy, transfer] : transfers)
-        curl_multi_remove_handle(multi.get(), easy);
+    setTransfers(nullptr);
 }
 
-void HTTPClient::startOrders(CURLM* multi, Transfers& transfers) {
-    std::vector<Order> orders;
+void HTTPClient::refuseOrders(const std::string& problem) {
+    HTTPResponse refusal;
+    refusal.error = problem;
     {
         const std::lock_guard lock(mutex_);
-        orders.swap(orders_);
+        problem_ = problem;
     }
-    for (Order& order : orders) {
-        auto transfer =
-            std::make_unique<Transfer>(std::move(order.request), userAgent_, std::move(order.done));
-        CURL* easy = transfer->handle();
-        curl_multi_add_handle(multi, easy);
-        transfers.emplace(easy, std::move(transfer));
+    while (!stopping_) {
+        for (Order& order : takeOrders())
+            deliver(refusal, std::move(order.done));
+        const std::chrono::milliseconds rest(timeToNextWakeUp());
+        std::unique_lock lock(mutex_);
+        wake_.wait_for(lock, rest, [this] { return std::exchange(woken_, false); });
     }
 }
 
-void HTTPClient::finishTransfers(CURLM* multi, Transfers& transfers) {
-    int left = 0;
-    while (CURLMsg* message = curl_multi_info_read(multi, &left)) {
-        CURL* easy = message->easy_handle;
-        const CURLcode outcome = message->data.result;
-        const auto found = transfers.find(easy);
-        curl_multi_remove_handle(multi, easy);
-        if (found->second->finish(outcome)) {
-            curl_multi_add_handle(multi, easy);
-            continue;
-        }
-        deliver(*found->second);
-        transfers.erase(found);
-    }
+void HTTPClient::setTransfers(Transfers* transfers) {
+    const std::lock_guard lock(mutex_);
+    transfers_ = transfers;
 }
 
-void HTTPClient::deliver(Transfer& transfer) {
+std::vector<HTTPClient::Order> HTTPClient::takeOrders() {
+    const std::lock_guard lock(mutex_);
+    return std::exchange(orders_, {});
+}
+
+void HTTPClient::deliver(HTTPResponse response, Transfer::Done done) {
     {
         const std::lock_guard lock(mutex_);
-        results_.push_back({std::move(transfer.response()), std::move(transfer.done())});
+        results_.push_back({std::move(response), std::move(done)});
     }
     wakeApplication();
 }

@@ -1,10 +1,12 @@
 #include "services/core/RetryPolicy.h"
 
 #include <algorithm>
+#include <ctime>
+#include <iomanip>
+#include <locale>
+#include <sstream>
 
 #include "vxprivacy/platform/foundation/Text.h"
-
-#include <curl/curl.h>
 
 namespace vx::services {
 
@@ -18,6 +20,22 @@ std::uint64_t backoffBound(int attempts) {
     return std::min(kSecond << doublings, kLongestBackoff);
 }
 
+// The three spellings of a date in HTTP (RFC 9110, section 5.6.7).
+constexpr const char* kDates[] = {"%a, %d %b %Y %H:%M:%S GMT", "%a, %d-%b-%y %H:%M:%S GMT",
+                                  "%a %b %d %H:%M:%S %Y"};
+
+// In seconds since 1970.
+std::optional<std::time_t> readDate(const std::string& text) {
+    for (const char* spelling : kDates) {
+        std::istringstream stream(text);
+        stream.imbue(std::locale::classic()); // whose names are English
+        std::tm date{};
+        if (stream >> std::get_time(&date, spelling))
+            return timegm(&date);
+    }
+    return {};
+}
+
 } // namespace
 
 std::uint64_t RetryPolicy::wait(int attempts, const std::optional<std::uint64_t>& asked) {
@@ -29,10 +47,11 @@ std::optional<std::uint64_t> retryAfter(const std::string& header, std::uint64_t
     if (const std::optional<std::int64_t> seconds = decimalInteger(header))
         return static_cast<std::uint64_t>(std::clamp<std::int64_t>(*seconds, 0, 1'000'000)) *
                kSecond;
-    const time_t date = header.empty() ? -1 : curl_getdate(header.c_str(), nullptr);
-    if (date < 0)
+    const std::optional<std::time_t> date = readDate(header);
+    if (!date)
         return {};
-    const std::uint64_t milliseconds = static_cast<std::uint64_t>(date) * kSecond;
+    const std::uint64_t milliseconds =
+        static_cast<std::uint64_t>(std::max<std::time_t>(*date, 0)) * kSecond;
     return milliseconds > now ? milliseconds - now : 0;
 }
 

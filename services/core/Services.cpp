@@ -31,7 +31,7 @@ struct Services::Parts {
     Outbox outbox{database};
     OfflineCopies copies{database};
     ServiceVariables variables{entries, settings.userAgent, settings.variables};
-    HTTPClient http{settings.userAgent};
+    HTTPClient http{settings.userAgent, logger};
     Shared shared{entries, http, clock, logger};
     Documents documents{shared, copies, settings.packaged, settings.hosts.configurationCDN};
     HTTPSender sender{shared, outbox, notifications};

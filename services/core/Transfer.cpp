@@ -15,19 +15,11 @@ constexpr std::chrono::milliseconds kConnectLimit = 10s;
 constexpr std::chrono::milliseconds kWholeLimit = 60s; // redirects included
 constexpr int kMostRedirects = 3;
 
-HeaderList withHeader(HeaderList list, const std::string& line) {
-    curl_slist* longer = curl_slist_append(list.get(), line.c_str());
-    if (longer) {
-        list.release(); // the longer list owns the nodes now
-        list.reset(longer);
-    }
-    return list;
-}
-
 } // namespace
 
-Transfer::Transfer(HTTPRequest request, const std::string& userAgent, Done done)
-    : easy_(curl_easy_init()), request_(std::move(request)), done_(std::move(done)) {
+Transfer::Transfer(const CurlLibrary& curl, HTTPRequest request, const std::string& userAgent,
+                   Done done)
+    : curl_(curl), request_(std::move(request)), done_(std::move(done)) {
     setRequest(userAgent);
     setAddress();
 }
@@ -47,12 +39,20 @@ void Transfer::setRequest(const std::string& userAgent) {
     if (request_.body) {
         set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request_.body->size()));
         set(CURLOPT_POSTFIELDS, request_.body->c_str());
-        headers_ = withHeader(std::move(headers_), "Content-Type: application/json");
-        headers_ = withHeader(std::move(headers_), "Expect:"); // do not wait for a go-ahead
+        addHeader("Content-Type: application/json");
+        addHeader("Expect:"); // do not wait for a go-ahead
     }
     if (!request_.ifNoneMatch.empty())
-        headers_ = withHeader(std::move(headers_), "If-None-Match: " + request_.ifNoneMatch);
+        addHeader("If-None-Match: " + request_.ifNoneMatch);
     set(CURLOPT_HTTPHEADER, headers_.get());
+}
+
+void Transfer::addHeader(const std::string& line) {
+    curl_slist* longer = curl_.slistAppend(headers_.get(), line.c_str());
+    if (longer) {
+        headers_.release(); // the longer list owns the nodes now
+        headers_.reset(longer);
+    }
 }
 
 void Transfer::setAddress() {
@@ -67,15 +67,15 @@ void Transfer::setAddress() {
 }
 
 bool Transfer::finish(CURLcode outcome) {
-    curl_easy_getinfo(handle(), CURLINFO_RESPONSE_CODE, &response_.status);
+    curl_.easyGetinfo(handle(), CURLINFO_RESPONSE_CODE, &response_.status);
     response_.etag = header("ETag");
     response_.retryAfter = header("Retry-After");
     if (outcome != CURLE_OK) {
-        response_.error = curl_easy_strerror(outcome);
+        response_.error = curl_.easyStrerror(outcome);
         return false;
     }
     char* target = nullptr;
-    curl_easy_getinfo(handle(), CURLINFO_REDIRECT_URL, &target);
+    curl_.easyGetinfo(handle(), CURLINFO_REDIRECT_URL, &target);
     return target && !request_.body && redirect(target);
 }
 
@@ -94,7 +94,7 @@ bool Transfer::redirect(const char* target) {
 
 std::string Transfer::header(const char* name) const {
     curl_header* found = nullptr;
-    if (curl_easy_header(handle(), name, 0, CURLH_HEADER, -1, &found) != CURLHE_OK)
+    if (curl_.easyHeader(handle(), name, 0, CURLH_HEADER, -1, &found) != CURLHE_OK)
         return {};
     return found->value;
 }

@@ -39,7 +39,7 @@ class Transfer {
 public:
     using Done = std::function<void(const HTTPResponse&)>;
 
-    Transfer(HTTPRequest request, const std::string& userAgent, Done done);
+    Transfer(const CurlLibrary& curl, HTTPRequest request, const std::string& userAgent, Done done);
     Transfer(const Transfer&) = delete;
     Transfer& operator=(const Transfer&) = delete;
 
@@ -53,16 +53,18 @@ public:
 private:
     template <class Value>
     void set(CURLoption option, Value value) {
-        curl_easy_setopt(easy_.get(), option, value);
+        curl_.easySetopt(easy_.get(), option, value);
     }
     void setRequest(const std::string& userAgent);
+    void addHeader(const std::string& line);
     void setAddress();
     bool redirect(const char* target);
     std::string header(const char* name) const;
     static std::size_t receive(char* data, std::size_t, std::size_t size, void* transfer);
 
-    EasyHandle easy_;
-    HeaderList headers_;
+    const CurlLibrary& curl_;
+    EasyHandle easy_{curl_.easyInit(), curl_.easyCleanup};
+    HeaderList headers_{nullptr, curl_.slistFreeAll};
     HTTPRequest request_;
     HTTPResponse response_;
     Done done_;
