@@ -83,6 +83,11 @@ Event registration(const std::string& name, const VXConfigurationFile& file) {
             {"loaded", static_cast<bool>(file.getJSONDictionary())}};
 }
 
+void restrictions(Session& session, const Step&) {
+    const auto& handedOver = session.world().iab().publisherRestrictions();
+    session.answer(handedOver ? recording::asObject(*handedOver) : Event());
+}
+
 void registrations(Session& session, const Step&) {
     Event list = Event::array();
     for (const auto& [name, file] : VXConfigurationFileFactory::sharedInstance().files())
@@ -91,8 +96,9 @@ void registrations(Session& session, const Step&) {
 }
 
 constexpr Action kQuestions[] = {
-    {"ask", askAPI},      {"engine", engine}, {"store", store}, {"registrations", registrations},
-    {"sdkData", sdkData},
+    {"ask", askAPI},      {"engine", engine},
+    {"store", store},     {"registrations", registrations},
+    {"sdkData", sdkData}, {"restrictions", restrictions},
 };
 
 } // namespace

@@ -18,6 +18,7 @@ void world(Session& session, const Step& step) {
     settings.store = textsOf(step, "store");
     settings.files = textsOf(step, "files");
     settings.iab = step.optional(&Step::boolean, "iab").value_or(settings.iab);
+    settings.createdDate = step.optional(&Step::text, "createdDate").value_or(settings.createdDate);
     settings.sdk = step.optional(&Step::boolean, "sdk").value_or(settings.sdk);
     settings.sdkData = textsOf(step, "sdkData");
     settings.coreVariables = textsOf(step, "coreVariables");

@@ -1,20 +1,26 @@
 #pragma once
 
+#include "services/iab/TCFLibrary.h"
 #include "tools/recording/Event.h"
+#include "tools/recording/MemoryStore.h"
+#include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
 
 #include <optional>
 
 namespace vx::recording {
 
-/// {"cmp":["setCMPSDKID"]}, {"cmp":["saveConsentString","text"]}, {"cmp":["resetTCData"]},
-/// {"cmp":["setPublisherRestrictions",{...}]}, {"cmp":["writeTCData"]}, and of each builder one
-/// line an operation, {"builder":["setVendorListVersion",51]}.
+/// The real library on a store of its own. {"cmp":["setCMPSDKID"]},
+/// {"cmp":["saveConsentString","text"]}, {"cmp":["resetTCData"]}, {"cmp":["writeTCData"]},
+/// {"cmp":["setPublisherRestrictions",{...}]}; of each builder one line an operation, such as
+/// {"builder":["setCmpID",90]}, and {"tc":"text"} after the one that builds.
 class RecordingIABLibrary : public IABLibrary {
 public:
-    explicit RecordingIABLibrary(EventSink sink) : sink_(std::move(sink)) {}
+    /// `createdDate` is what `getCreatedDate` answers until TC data is written or reset.
+    RecordingIABLibrary(std::string createdDate, EventSink sink);
+
     void setCMPSDKID() override;
-    std::string getCreatedDate() const override { return createdDate_; }
+    std::string getCreatedDate() const override;
     void setPublisherRestrictions(const PublisherRestrictions& restrictions) override;
     void saveConsentString(std::string_view consent) override;
     void resetTCData() override;
@@ -26,9 +32,18 @@ public:
     }
 
 private:
+    class Builder;
+    // What the library says about odd values is not the module's doing.
+    class Silence : public Logger {
+        void log(std::string_view, int) override {}
+    };
+
     EventSink sink_;
-    std::string createdDate_;
+    std::optional<std::string> createdDate_;
     std::optional<PublisherRestrictions> restrictions_;
+    Silence silence_;
+    MemoryStore store_;
+    services::TCFLibrary library_;
 };
 
 } // namespace vx::recording

@@ -1,5 +1,7 @@
 #include "tools/recording/World.h"
 
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+
 #include <utility>
 
 namespace vx::recording {
@@ -17,7 +19,9 @@ struct World::Process {
         : notifications(world.sink_),
           runtime({world.store_, world.documents_, notifications, world.logger_, world.clock_,
                    world.coreVariables_, world.predefinedVariables_, kHosts,
-                   world.hasIAB_ ? &world.iab_ : nullptr, &world.application_}) {}
+                   world.hasIAB_ ? &world.iab_ : nullptr, &world.application_}) {
+        VXIABPrivacyCenterViewController::registerWithEngine();
+    }
 
     RecordingNotificationCenter notifications;
     Runtime runtime;
@@ -27,8 +31,9 @@ World::World(WorldSettings settings, EventSink sink)
     : sink_(sink ? std::move(sink) : [this](const Event& event) { events_.push_back(event); }),
       store_(std::move(settings.store)), documents_(std::move(settings.files)), logger_(sink_),
       clock_(settings.now), coreVariables_(std::move(settings.coreVariables)),
-      predefinedVariables_(std::move(settings.predefinedVariables)), iab_(sink_),
-      application_(sink_), hasIAB_(settings.iab), hasSDK_(settings.sdk),
+      predefinedVariables_(std::move(settings.predefinedVariables)),
+      iab_(std::move(settings.createdDate), sink_), application_(sink_), hasIAB_(settings.iab),
+      hasSDK_(settings.sdk),
       zentrix_(std::make_shared<RecordingZentrix>(std::move(settings.sdkData), sink_)),
       process_(std::make_unique<Process>(*this)) {}
 

@@ -20,6 +20,8 @@ struct WorldSettings {
     Texts files = {};
     /// Whether the IAB library is present.
     bool iab = false;
+    /// When the CMP storage's consent record was created, as it says until it is written or reset.
+    std::string createdDate = {};
     /// Whether there is a tag SDK instance to start the engine with.
     bool sdk = true;
     /// Permanent data that the tag SDK has already.
@@ -58,6 +60,7 @@ public:
     /// The tag SDK instance for the engine's start-up; null when the world has none.
     std::shared_ptr<Zentrix> sdk() const { return hasSDK_ ? zentrix_ : nullptr; }
     const Texts& sdkData() const { return zentrix_->permanentData(); }
+    const RecordingIABLibrary& iab() const { return iab_; }
     /// A callback object that answers only the operations of these names.
     std::shared_ptr<VXPrivacyCallbacks> callbacks(RecordingCallbacks::Operations answers) const;
 

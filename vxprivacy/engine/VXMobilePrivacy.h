@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxprivacy/engine/IABPrivacyCenter.h"
 #include "vxprivacy/engine/VXPrivacyCallbacks.h"
 #include "vxprivacy/platform/core/VXEvents.h"
 #include "vxprivacy/platform/core/VXSingleton.h"
@@ -75,9 +76,13 @@ public:
     /// SDK and calls back, without beacon, permanent data and display flag. Any value but "0"
     /// counts as acceptance here.
     void saveCustomCategoriesInSharedPreferences(const ConsentDictionary& consent);
-    /// Accepts (refuses) every category and subcategory of the privacy configuration and saves.
+    /// Accepts (refuses) every category and subcategory of the privacy configuration and saves; in
+    /// IAB mode, every vendor, purpose and special feature that the privacy center would list.
     void acceptAllConsent();
     void refuseAllConsent();
+    /// How the IAB privacy center is made; it registers itself, for every engine of the process.
+    /// Without one, nothing can be accepted or refused as a whole in IAB mode.
+    static void registerIABPrivacyCenter(IABPrivacyCenterFactory factory);
     /// Keeps the entries, pushes them into the tag SDK and calls back; null: forgets all consent
     /// and switches the tag SDK off.
     void propagateConsent(const ConsentDictionary* consent);
@@ -139,6 +144,8 @@ private:
 
     void armDisplayFlagOnFirstStart();
     void saveAllCategories(std::string_view value);
+    void saveAllOfIAB(void (IABPrivacyCenter::*choose)());
+    void saveConsentStringV2(const ConsentDictionary& consent);
     void checkPrefixes(const ConsentDictionary& consent) const;
     void saveInSharedPreferences(const ConsentDictionary& consent);
     bool getCustomCategories(const ConsentDictionary& consent, std::string_view prefix);

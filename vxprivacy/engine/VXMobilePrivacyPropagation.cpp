@@ -12,20 +12,47 @@
 
 namespace vx {
 
+namespace {
+
+IABPrivacyCenterFactory makeIABPrivacyCenter = nullptr;
+
+} // namespace
+
+IABPrivacyCenter::~IABPrivacyCenter() = default;
+
+void VXMobilePrivacy::registerIABPrivacyCenter(IABPrivacyCenterFactory factory) {
+    makeIABPrivacyCenter = factory;
+}
+
 void VXMobilePrivacy::acceptAllConsent() {
-    saveAllCategories("1");
+    if (enableIAB_)
+        saveAllOfIAB(&IABPrivacyCenter::actionAcceptAll);
+    else
+        saveAllCategories("1");
 }
 
 void VXMobilePrivacy::refuseAllConsent() {
-    saveAllCategories("0");
+    if (enableIAB_)
+        saveAllOfIAB(&IABPrivacyCenter::actionRefuseAll);
+    else
+        saveAllCategories("0");
+}
+
+void VXMobilePrivacy::saveAllOfIAB(void (IABPrivacyCenter::*choose)()) {
+    if (!makeIABPrivacyCenter) {
+        VXLogger::sharedInstance().logMessage(
+            "Nothing is saved: no IAB privacy center is registered", 4);
+        return;
+    }
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    const std::unique_ptr<IABPrivacyCenter> center = makeIABPrivacyCenter();
+    center->loadIABWithoutPC();
+    (*center.*choose)();
+    saveConsent(center->savedConsent());
+    transaction.commit();
 }
 
 void VXMobilePrivacy::saveAllCategories(std::string_view value) {
-    if (enableIAB_) { // the choices are purposes and vendors there, never these categories
-        VXLogger::sharedInstance().logMessage(
-            "Nothing is saved: there is no IAB privacy center to accept or refuse all", 4);
-        return;
-    }
     const auto file = VXConfigurationFileFactory::sharedInstance().getConfigurationFile("privacy");
     const JSONValue document = file ? file->getJSONDictionary() : JSONValue();
     ConsentDictionary consent;

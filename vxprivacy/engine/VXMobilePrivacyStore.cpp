@@ -41,6 +41,8 @@ void VXMobilePrivacy::saveConsent(const ConsentDictionary& consent) {
     StoreTransaction transaction = VXUserDefaults::transaction();
     checkPrefixes(consent);
     propagateConsent(&consent);
+    if (enableIAB_)
+        saveConsentStringV2(consent);
     store("0", kVXShouldDisplayPrivacyCenter);
     sendConsentHit(2, kVXTypeActionSavePrivacyCenter);
     transaction.commit();

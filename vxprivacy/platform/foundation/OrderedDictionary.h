@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace vx {
 
@@ -19,11 +21,11 @@ public:
 
     OrderedDictionary() = default;
     OrderedDictionary(std::initializer_list<Entry> entries) { insertAll(entries); }
-    OrderedDictionary(const OrderedDictionary& other) { insertAll(other); }
+    OrderedDictionary(const OrderedDictionary&) = default;
     OrderedDictionary(OrderedDictionary&&) noexcept = default;
     OrderedDictionary& operator=(OrderedDictionary other) noexcept {
         entries_.swap(other.entries_);
-        index_.swap(other.index_);
+        slots_.swap(other.slots_);
         return *this;
     }
     ~OrderedDictionary() = default;
@@ -34,18 +36,21 @@ public:
             *present = std::move(value);
             return;
         }
-        Entry& entry = entries_.emplace_back(std::string(key), std::move(value));
-        index_.emplace(entry.first, &entry.second);
+        if (2 * entries_.size() >= slots_.size())
+            grow();
+        const std::string& kept = entries_.emplace_back(std::string(key), std::move(value)).first;
+        const std::uint32_t hash = hashOf(kept);
+        slots_[placeOf(kept, hash)] = {hash, static_cast<std::uint32_t>(entries_.size())};
     }
 
     /// The value of `key`, or null when there is none.
     Value* find(std::string_view key) {
-        auto found = index_.find(key);
-        return found == index_.end() ? nullptr : found->second;
+        const std::size_t number = numberOf(key);
+        return number == 0 ? nullptr : &entries_[number - 1].second;
     }
     const Value* find(std::string_view key) const {
-        auto found = index_.find(key);
-        return found == index_.end() ? nullptr : found->second;
+        const std::size_t number = numberOf(key);
+        return number == 0 ? nullptr : &entries_[number - 1].second;
     }
 
     bool contains(std::string_view key) const { return find(key) != nullptr; }
@@ -65,8 +70,48 @@ private:
             set(key, value);
     }
 
-    std::deque<Entry> entries_; // a deque, so that the keys that index_ views never move
-    std::unordered_map<std::string_view, Value*> index_;
+    // Of an open hash table: each entry's hash beside its number, so that a look-up reads few keys
+    // and growing none. Screens have thousands of names, more than the processor's cache holds.
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t number = 0; // counted from 1; 0: free
+    };
+
+    static std::uint32_t hashOf(std::string_view key) {
+        return static_cast<std::uint32_t>(std::hash<std::string_view>{}(key));
+    }
+
+    // Where the key is, or the free slot where it belongs; there always is a free one.
+    std::size_t placeOf(std::string_view key, std::uint32_t hash) const {
+        std::size_t place = hash & (slots_.size() - 1);
+        while (slots_[place].number != 0 && !holds(slots_[place], key, hash))
+            place = (place + 1) & (slots_.size() - 1);
+        return place;
+    }
+
+    bool holds(const Slot& slot, std::string_view key, std::uint32_t hash) const {
+        return slot.hash == hash && entries_[slot.number - 1].first == key;
+    }
+
+    // The number of the entry with this key; 0: none.
+    std::size_t numberOf(std::string_view key) const {
+        return slots_.empty() ? 0 : slots_[placeOf(key, hashOf(key))].number;
+    }
+
+    void grow() {
+        std::vector<Slot> grown(slots_.empty() ? 8 : 2 * slots_.size()); // a power of 2
+        for (const Slot& slot : slots_) {
+            std::size_t place = slot.hash & (grown.size() - 1);
+            while (slot.number != 0 && grown[place].number != 0)
+                place = (place + 1) & (grown.size() - 1);
+            if (slot.number != 0)
+                grown[place] = slot;
+        }
+        slots_ = std::move(grown);
+    }
+
+    std::deque<Entry> entries_; // a deque, so that values stay where they are
+    std::vector<Slot> slots_;   // half of them free at least
 };
 
 /// Consent keys ("PRIVACY_CAT_3") to consent values ("1" accepted, "0" refused).

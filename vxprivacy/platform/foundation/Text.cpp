@@ -49,6 +49,13 @@ Integer leadingInteger(std::string_view digits, bool negative) {
     return negative ? static_cast<Integer>(-magnitude) : magnitude;
 }
 
+template <class Integer>
+Integer integerInFront(std::string_view text) {
+    text = withoutLeadingSpace(text);
+    const bool negative = takeSign(text);
+    return startsWithDigit(text) ? leadingInteger<Integer>(text, negative) : 0;
+}
+
 } // namespace
 
 std::string formatted(std::string_view format, std::initializer_list<FormatArgument> arguments) {
@@ -97,9 +104,11 @@ std::string removingAll(std::string_view text, std::string_view part) {
 }
 
 std::int32_t integerValue(std::string_view text) {
-    text = withoutLeadingSpace(text);
-    const bool negative = takeSign(text);
-    return startsWithDigit(text) ? leadingInteger<std::int32_t>(text, negative) : 0;
+    return integerInFront<std::int32_t>(text);
+}
+
+std::int64_t longIntegerValue(std::string_view text) {
+    return integerInFront<std::int64_t>(text);
 }
 
 std::uint64_t unsignedInteger(std::string_view text) {

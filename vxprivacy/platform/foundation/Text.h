@@ -45,6 +45,8 @@ std::string removingAll(std::string_view text, std::string_view part);
 /// The decimal integer that `text` starts with, after white space and a sign; 0 when there is none.
 /// Values outside 32 bits give the nearest one inside.
 std::int32_t integerValue(std::string_view text);
+/// The same for 64 bits.
+std::int64_t longIntegerValue(std::string_view text);
 
 /// `text` read as C's strtoull does with base 0: after white space, "0x" means hexadecimal, a
 /// leading zero octal, all else decimal. 0 when it is no number.

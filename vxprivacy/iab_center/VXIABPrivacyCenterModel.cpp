@@ -1,0 +1,276 @@
+// The model of the IAB privacy center: vendors, purposes and the working consent.
+
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/engine/VXPrivacyAPI.h"
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
+#include "vxprivacy/platform/core/VXLogger.h"
+#include "vxprivacy/platform/core/VXUserDefaults.h"
+#include "vxprivacy/platform/foundation/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace vx {
+
+namespace {
+
+using Identifiers = VXIABPrivacyCenterViewController::Identifiers;
+
+std::shared_ptr<VXConfigurationFile> fileNamed(std::string_view name) {
+    return VXConfigurationFileFactory::sharedInstance().getConfigurationFile(name);
+}
+
+void add(const JSONValue& number, Identifiers& identifiers) {
+    if (number.number())
+        identifiers.add(number.integerValue());
+}
+
+void addAll(const JSONValue& numbers, Identifiers& identifiers) {
+    for (const JSONValue& number : numbers.elements())
+        add(number, identifiers);
+}
+
+// "2" before "10".
+std::optional<std::vector<std::string>> sectionKeys(const JSONValue& section) {
+    if (!section.isObject())
+        return {};
+    std::vector<std::string> keys;
+    for (const auto& [key, item] : section.members())
+        keys.emplace_back(key);
+    std::ranges::stable_sort(keys, [](const std::string& left, const std::string& right) {
+        const std::int32_t leftNumber = integerValue(left);
+        const std::int32_t rightNumber = integerValue(right);
+        return leftNumber != rightNumber ? leftNumber < rightNumber : left < right;
+    });
+    return keys;
+}
+
+std::vector<std::int32_t> mergedAndSorted(std::vector<std::int32_t> numbers,
+                                          const std::vector<std::int32_t>& more) {
+    numbers.insert(numbers.end(), more.begin(), more.end());
+    std::ranges::sort(numbers);
+    const auto doubled = std::ranges::unique(numbers);
+    numbers.erase(doubled.begin(), doubled.end());
+    return numbers;
+}
+
+// The stored number of item `n`; it wraps where the vendor list has an absurd one.
+std::int32_t legitimateInterestNumber(std::int32_t offset, std::int32_t n) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(offset) +
+                                     2 * static_cast<std::uint32_t>(n));
+}
+
+std::int32_t consentNumber(std::int32_t offset, std::int32_t n) {
+    return legitimateInterestNumber(offset, n) - 1;
+}
+
+} // namespace
+
+VXIABPrivacyCenterViewController::VXIABPrivacyCenterViewController()
+    : IABConf_(fileNamed(kVXVendorListConfiguration)) {
+    if (IABConf_)
+        JSONDictionary_ = IABConf_->getJSONDictionary();
+    for (auto& [id, record] : JSONDictionary_["vendors"].members())
+        vendors_.set(id, {id, record["name"].string().value_or(""), record});
+    if (const auto& language = VXMobilePrivacy::sharedInstance().languageCode())
+        translationConf_ = fileNamed("purposes-" + *language);
+}
+
+void VXIABPrivacyCenterViewController::registerWithEngine() {
+    VXMobilePrivacy::registerIABPrivacyCenter([]() -> std::unique_ptr<IABPrivacyCenter> {
+        return std::make_unique<VXIABPrivacyCenterViewController>();
+    });
+}
+
+void VXIABPrivacyCenterViewController::viewDidLoad() {
+    ViewController::viewDidLoad();
+    savedConsent_ = retrieveSavedConsent();
+    loadModel();
+}
+
+void VXIABPrivacyCenterViewController::viewWillDisappear(bool animated) {
+    savePrivacy();
+    ViewController::viewWillDisappear(animated);
+}
+
+void VXIABPrivacyCenterViewController::loadModel() {
+    if (const auto file = fileNamed("privacy"))
+        configuration_ = VXPrivacyConfiguration::initFromConfiguration(*file);
+    parsePublisherRestrictions();
+    computeVendorsAndPurposes();
+}
+
+// Both entries of every vendor, whatever it declares, deliberately; none for special purposes and
+// features, which are shown but never chosen.
+void VXIABPrivacyCenterViewController::loadIABWithoutPC() {
+    savedConsent_ = {};
+    loadModel();
+    const auto refuse = [this](std::string_view prefix, std::int32_t number) {
+        savedConsent_.set(numberedKey(prefix, number), "0");
+    };
+    for (const Vendor* vendor : listedVendors()) {
+        const std::int32_t n = vendor->record["id"].integerValue();
+        refuse(kVXVendorPrefix, consentNumber(kVXVendorOffset, n));
+        refuse(kVXVendorPrefix, legitimateInterestNumber(kVXVendorOffset, n));
+    }
+    if (!purposes_)
+        return;
+    for (std::int32_t purpose : *purposes_)
+        refuse(kVXCategoryPrefix, consentNumber(kVXPurposeOffset, purpose));
+    for (std::int32_t purpose : *legitimateInterest_)
+        refuse(kVXCategoryPrefix, legitimateInterestNumber(kVXPurposeOffset, purpose));
+    for (std::int32_t feature : *specialFeatures_)
+        refuse(kVXFeaturePrefix, legitimateInterestNumber(kVXSpeFeatureOffset, feature));
+}
+
+void VXIABPrivacyCenterViewController::actionAcceptAll() {
+    setAll("1");
+}
+
+void VXIABPrivacyCenterViewController::actionRefuseAll() {
+    setAll("0");
+}
+
+void VXIABPrivacyCenterViewController::setAll(std::string_view value) {
+    for (const auto& [key, chosen] : savedConsent_)
+        savedConsent_.set(key, std::string(value)); // adds no key, so the order stays
+}
+
+void VXIABPrivacyCenterViewController::savePrivacy() {
+    VXMobilePrivacy::sharedInstance().saveConsent(savedConsent_);
+}
+
+ConsentDictionary VXIABPrivacyCenterViewController::retrieveSavedConsent() {
+    ConsentDictionary saved;
+    for (const std::string& key : VXPrivacyAPI::getAllAcceptedConsent())
+        if (auto value = VXUserDefaults::retrieveInfoFromUserDefaults(key))
+            saved.set(key, std::move(*value));
+    return saved;
+}
+
+// The IDs as the publisher wrote them, separated by commas; empty: all vendors of the list.
+std::string VXIABPrivacyCenterViewController::configuredVendors() const {
+    const JSONValue document = configuration_ ? configuration_->getJSONDictionary() : JSONValue();
+    return std::string(document["information"]["vendors"].string().value_or(""));
+}
+
+void VXIABPrivacyCenterViewController::computeVendorsAndPurposes() {
+    const std::string configured = configuredVendors();
+    if (configured.empty())
+        return;
+    for (auto* identifiers :
+         {&purposes_, &legitimateInterest_, &specialPurposes_, &features_, &specialFeatures_})
+        identifiers->emplace();
+    for (std::string_view id : split(configured, ','))
+        if (const Vendor* vendor = vendors_.find(id))
+            addDeclaredBy(vendor->record);
+        else
+            VXLogger::sharedInstance().logMessage(
+                formatted("The configured vendor \"%@\" is not in the vendor list", {id}), 4);
+}
+
+void VXIABPrivacyCenterViewController::addDeclaredBy(const JSONValue& vendor) {
+    addPurposesFromVendor(vendor);
+    addLegitimateInterestFromVendor(vendor);
+    addAll(vendor["specialPurposes"], *specialPurposes_);
+    addAll(vendor["features"], *features_);
+    addAll(vendor["specialFeatures"], *specialFeatures_);
+}
+
+void VXIABPrivacyCenterViewController::addPurposesFromVendor(const JSONValue& vendor) {
+    const std::vector<std::int32_t> forbidden = purposesForbiddenTo(vendor["id"]);
+    for (const JSONValue& purpose : vendor["purposes"].elements())
+        if (std::ranges::find(forbidden, purpose.integerValue()) == forbidden.end())
+            add(purpose, *purposes_);
+}
+
+// Restrictions never narrow these, deliberately.
+void VXIABPrivacyCenterViewController::addLegitimateInterestFromVendor(const JSONValue& vendor) {
+    addAll(vendor["legIntPurposes"], *legitimateInterest_);
+}
+
+std::vector<const VXIABPrivacyCenterViewController::Vendor*>
+VXIABPrivacyCenterViewController::listedVendors() const {
+    OrderedSet<const Vendor*> listed;
+    const std::string configured = configuredVendors();
+    if (configured.empty()) {
+        for (const auto& [id, vendor] : vendors_)
+            if (!vendor.record["deletedDate"] && isVendorRelatedToFilterCategory(vendor.record))
+                listed.add(&vendor);
+    } else { // neither deletion nor the filter concerns a configured vendor, deliberately
+        for (std::string_view id : split(configured, ','))
+            if (const Vendor* vendor = vendors_.find(id))
+                listed.add(vendor);
+    }
+    std::vector<const Vendor*> byName = listed.elements();
+    std::ranges::stable_sort(byName, {}, &Vendor::name);
+    return byName;
+}
+
+std::vector<std::string> VXIABPrivacyCenterViewController::vendorsToDisplay() const {
+    std::vector<std::string> ids;
+    for (const Vendor* vendor : listedVendors())
+        ids.emplace_back(vendor->id);
+    return ids;
+}
+
+std::optional<std::vector<std::string>>
+VXIABPrivacyCenterViewController::keysToDisplay(std::string_view section) const {
+    if (!purposes_)
+        return sectionKeys(JSONDictionary_[section]);
+    std::vector<std::int32_t> identifiers = identifiersOf(section).elements();
+    if (section == "purposes")
+        identifiers = mergedAndSorted(identifiers, legitimateInterest_->elements());
+    if (identifiers.empty())
+        return {};
+    std::vector<std::string> keys;
+    for (std::int32_t identifier : identifiers)
+        keys.push_back(std::to_string(identifier));
+    return keys;
+}
+
+const Identifiers& VXIABPrivacyCenterViewController::identifiersOf(std::string_view section) const {
+    if (section == "purposes")
+        return *purposes_;
+    if (section == "specialPurposes")
+        return *specialPurposes_;
+    return section == "features" ? *features_ : *specialFeatures_;
+}
+
+bool VXIABPrivacyCenterViewController::isVendorRelatedToFilterCategory(
+    const JSONValue& vendor) const {
+    const auto declares = [&](std::string_view section) {
+        const auto elements = vendor[section].elements();
+        return std::ranges::find(elements, filterCategoryID_, &JSONValue::integerValue) !=
+               elements.end();
+    };
+    switch (filterCategoryType_) {
+    case 1:
+        return declares("purposes") || declares("legIntPurposes");
+    case 2:
+        return declares("specialPurposes");
+    case 3:
+        return declares("features");
+    case 4:
+        return declares("specialFeatures");
+    default:
+        return true;
+    }
+}
+
+// A number equal to an offset is none of its items.
+void VXIABPrivacyCenterViewController::filterByNumber(std::int32_t number) {
+    constexpr std::array offsets = {kVXPurposeOffset, kVXSpePurposeOffset, kVXFeatureOffset,
+                                    kVXSpeFeatureOffset, 14000};
+    for (std::size_t i = 0; i + 1 < offsets.size(); ++i)
+        if (offsets[i] < number && number < offsets[i + 1]) {
+            filterCategoryType_ = static_cast<std::int32_t>(i) + 1;
+            filterCategoryID_ = number - offsets[i];
+        }
+}
+
+} // namespace vx

@@ -1,0 +1,81 @@
+// The publisher's restrictions of vendors.
+
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
+#include "vxprivacy/platform/core/VXLogger.h"
+#include "vxprivacy/platform/foundation/Text.h"
+#include "vxprivacy/platform/iab/VXCMPStorage.h"
+
+namespace vx {
+
+namespace {
+
+constexpr std::int32_t kHighestVendor = 65535; // the identifiers of the framework have 16 bits
+
+// A number or a text as text; absent for anything else.
+std::optional<std::string> textOf(const JSONValue& value) {
+    if (const auto text = value.string())
+        return std::string(*text);
+    return value.number() ? std::optional(std::to_string(value.integerValue())) : std::nullopt;
+}
+
+// Vendor `n` has the character at place n - 1.
+void setType(std::string_view vendor, std::string_view type, std::string& types) {
+    const std::int32_t n = integerValue(vendor);
+    if (n < 1 || n > kHighestVendor) {
+        VXLogger::sharedInstance().logMessage(
+            formatted("The restriction of \"%@\" is skipped: it is no vendor", {vendor}), 4);
+        return;
+    }
+    const auto place = static_cast<std::size_t>(n);
+    if (types.size() < place)
+        types.append(place - types.size(), '1');
+    types.replace(place - 1, 1, type);
+}
+
+} // namespace
+
+void VXIABPrivacyCenterViewController::parsePublisherRestrictions() {
+    const auto file = VXConfigurationFileFactory::sharedInstance().getConfigurationFile(
+        kVXPublisherRestrictionConfiguration);
+    if (!file)
+        return;
+    pubRestrictions_.emplace();
+    const JSONValue restrictions = file->getJSONDictionary()["publisher"]["restrictions"];
+    for (const auto& [purpose, vendors] : restrictions.members()) {
+        OrderedDictionary<std::string> types;
+        for (const auto& [vendor, type] : vendors.members())
+            if (auto text = textOf(type))
+                types.set(vendor, std::move(*text));
+        if (!types.empty())
+            pubRestrictions_->set(purpose, std::move(types));
+    }
+    saveVendorRestriction();
+}
+
+void VXIABPrivacyCenterViewController::saveVendorRestriction() const {
+    PublisherRestrictions restrictions;
+    for (const auto& [purpose, vendors] : *pubRestrictions_) {
+        std::string types;
+        for (const auto& [vendor, type] : vendors)
+            setType(vendor, type, types);
+        restrictions.set(purpose, std::move(types));
+    }
+    VXCMPStorage::setPublisherRestrictions(restrictions);
+}
+
+std::vector<std::int32_t>
+VXIABPrivacyCenterViewController::purposesForbiddenTo(const JSONValue& vendorID) const {
+    std::vector<std::int32_t> purposes;
+    if (!pubRestrictions_)
+        return purposes;
+    const std::string vendor = textOf(vendorID).value_or("");
+    for (const auto& [purpose, vendors] : *pubRestrictions_)
+        if (const std::string* type = vendors.find(vendor); type && *type == "0")
+            purposes.push_back(integerValue(purpose));
+    return purposes;
+}
+
+} // namespace vx
