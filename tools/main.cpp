@@ -9,6 +9,9 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", VXPRIVACY_VERSION);
     vx::tools::addPlay(app);
     vx::tools::addLint(app);
+#ifdef VXPRIVACY_TC
+    vx::tools::addTC(app);
+#endif
 #ifdef VXPRIVACY_STUDIO
     vx::tools::addStudio(app);
 #endif

@@ -1,10 +1,9 @@
-#include <fstream>
 #include <iostream>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "tools/Commands.h"
+#include "tools/Input.h"
 #include "tools/lint/Lint.h"
 #include "tools/lint/Report.h"
 
@@ -19,28 +18,9 @@ struct Arguments {
     bool json = false;
 };
 
-// All of `input`, or enough of it to see that it is too large; nothing when it cannot be read.
-std::optional<std::string> readText(std::istream& input) {
-    std::string text(lint::kLargestDocument + 1, '\0');
-    input.read(text.data(), static_cast<std::streamsize>(text.size()));
-    if (input.bad() || (input.fail() && !input.eof()))
-        return {};
-    text.resize(static_cast<std::size_t>(input.gcount()));
-    return text;
-}
-
-std::optional<std::string> readFile(const std::string& name) {
-    if (name == "-") {
-        std::ios::sync_with_stdio(false); // so that a failing read shows
-        return readText(std::cin);
-    }
-    std::ifstream file(name, std::ios::binary);
-    return file ? readText(file) : std::nullopt;
-}
-
 void lintFile(const Arguments& arguments) {
-    const std::string name = arguments.file == "-" ? "standard input" : arguments.file;
-    const auto text = readFile(arguments.file);
+    const std::string name = arguments.file == "-" ? kStandardInput : arguments.file;
+    const auto text = readInput(arguments.file, lint::kLargestDocument);
     if (!text) {
         std::cerr << "vxprivacy lint: cannot read " << name << '\n';
         throw CLI::RuntimeError(kUnusableInput);
