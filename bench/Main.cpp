@@ -17,8 +17,6 @@ constexpr Row kRows[] = {
     {"screen of 3,000 rows against 300 (ms)", "screen/3000 rows", "screen/300 rows", "time", 12},
     {"start-up (ms)", "start/engine", "start/bare", "time", 2},
     {"start-up, peak memory (KiB)", "start/engine", "start/bare", "peak", 2},
-    {"  against a bare one without libcurl (ms)", "start/engine", "start/bare alone", "time", 0},
-    {"  the same, peak memory (KiB)", "start/engine", "start/bare alone", "peak", 0},
 };
 
 void print(const vx::bench::Table& table) {

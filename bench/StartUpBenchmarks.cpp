@@ -61,7 +61,6 @@ void measure(benchmark::internal::Benchmark* benchmark) {
 
 BENCHMARK_CAPTURE(startUp, engine, STARTUP_ENGINE)->Name("start/engine")->Apply(measure);
 BENCHMARK_CAPTURE(startUp, bare, STARTUP_BARE)->Name("start/bare")->Apply(measure);
-BENCHMARK_CAPTURE(startUp, alone, STARTUP_BARE_ALONE)->Name("start/bare alone")->Apply(measure);
 
 } // namespace
 

@@ -16,7 +16,7 @@ struct Row {
     const char* against;
     /// "time", in milliseconds, or the name of a counter.
     const char* measure;
-    double limit; ///< of the ratio; 0: it is only reported
+    double limit; ///< of the ratio
 };
 
 /// Collects the repetitions of each benchmark and prints ratios of their medians.

@@ -46,6 +46,9 @@ struct Settings {
 /// results take effect in `poll`. Nothing here waits for the network, the destructor included
 /// (under 100 ms). Nothing throws; what goes wrong is logged.
 ///
+/// libcurl is loaded at run time by the worker, which waits for the first `poll`, at most 50 ms.
+/// Without it nothing is downloaded or posted, and all else works.
+///
 /// The SDK identifier of this installation is a random UUID under "VXSDKIdentifier" in the store.
 class Services {
 public:
