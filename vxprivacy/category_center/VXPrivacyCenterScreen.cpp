@@ -233,6 +233,7 @@ std::shared_ptr<Switch> VXPrivacyCenterViewController::createSwitchBtn(std::int3
     if (const Colour* colour = customisation_.find("button_backgroundcolor"))
         consentSwitch->setOnTintColor(*colour);
     viewsDictionary_.set(numbered("switchBtn%d"), consentSwitch);
+    switches_.push_back(consentSwitch);
     return consentSwitch;
 }
 

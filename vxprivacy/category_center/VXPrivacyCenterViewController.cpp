@@ -37,9 +37,8 @@ ConsentDictionary VXPrivacyCenterViewController::retrieveSavedConsent() {
 
 template <class Action>
 void VXPrivacyCenterViewController::forEachSwitch(Action action) const {
-    for (const auto& [name, view] : viewsDictionary_)
-        if (view->kind() == View::Kind::Switch)
-            action(static_cast<Switch&>(*view));
+    for (const auto& each : switches_)
+        action(*each);
 }
 
 // All but the global one, which has tag 0.

@@ -109,6 +109,7 @@ private:
     ViewsDictionary viewsDictionary_;
     std::vector<std::string> categoryUIObjects_;
     OrderedDictionary<std::vector<std::int32_t>> categoryLinks_;
+    std::vector<std::shared_ptr<Switch>> switches_; // every one, from top to bottom
     ConsentDictionary savedConsent_;
     std::vector<std::shared_ptr<Button>> privacyButtons_;
     std::vector<std::string> privacyUrls_;
