@@ -1,32 +1,9 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
-import { spawn } from "node:child_process";
-import { createRequire } from "node:module";
-import { createInterface } from "node:readline";
-import { mkdtemp, readFile, rm } from "node:fs/promises";
-import { tmpdir } from "node:os";
-import { join } from "node:path";
-import { closeBrowser, expectStates, open, switchOf } from "./browser.mjs";
+import { closeBrowser, expectStates, switchOf } from "./browser.mjs";
+import { expectSound, openStudio } from "./studio.mjs";
 
 after(closeBrowser);
-
-const axe = await readFile(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
-
-/// Starts a studio on a store of its own and opens its page.
-async function openStudio(t, options = { width: 1280, height: 800 }) {
-  const directory = await mkdtemp(join(tmpdir(), "studio-"));
-  const studio = spawn(process.env.VXPRIVACY,
-    ["studio", "--no-browser", "--port", "0", "--store", join(directory, "store.sqlite")],
-    { stdio: ["ignore", "pipe", "inherit"] });
-  t.after(async () => {
-    const ended = new Promise((resolve) => studio.once("exit", resolve));
-    studio.kill();
-    await ended;
-    await rm(directory, { recursive: true });
-  });
-  for await (const line of createInterface(studio.stdout))
-    if (line.trim().startsWith("page ")) return open(t, line.trim().split(/ +/)[1], options);
-}
 
 const frame = (page) => page.frameLocator("#center iframe");
 const openCenter = (page) => page.getByRole("button", { name: "Open privacy center" }).click();
@@ -119,18 +96,12 @@ test("findings follow what is typed, and lead to their place", async (t) => {
 for (const options of [{ width: 1280, height: 800 }, { width: 390, height: 844, colorScheme: "dark" }])
   test(`axe finds nothing at ${options.width} points, nothing runs out sideways`, async (t) => {
     const page = await openStudio(t, options);
-    const expectSound = async () => {
-      await page.evaluate(axe);
-      const { violations } = await page.evaluate("axe.run({ iframes: false })");
-      assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes.map((n) => n.html)]), []);
-      assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), options.width);
-    };
     await page.getByText("First start").waitFor();
-    await expectSound();
+    await expectSound(page, options.width);
     await openCenter(page);
     await switchOf(frame(page), purposes[0]).waitFor();
     await page.getByRole("tab", { name: /^Configuration/ }).click();
     await page.locator("#editor").fill("{}");
     await page.locator("#findings li").first().waitFor();
-    await expectSound();
+    await expectSound(page, options.width);
   });
