@@ -24,8 +24,9 @@ void Table::ReportRuns(const std::vector<Run>& runs) {
             std::printf("%s: %s\n", name.c_str(), run.error_message.c_str());
         if (run.run_type != Run::RT_Iteration || run.error_occurred)
             continue;
-        const double seconds = run.real_accumulated_time / static_cast<double>(run.iterations);
-        values_[{name, "time"}].push_back(seconds * 1e3);
+        const auto iterations = static_cast<double>(run.iterations);
+        values_[{name, "time"}].push_back(run.real_accumulated_time / iterations * 1e3);
+        values_[{name, "cpu"}].push_back(run.cpu_accumulated_time / iterations * 1e3);
         for (const auto& [counter, value] : run.counters)
             values_[{name, counter}].push_back(value);
     }

@@ -14,7 +14,8 @@ struct Row {
     const char* what;
     const char* measured;
     const char* against;
-    /// "time", in milliseconds, or the name of a counter.
+    /// "time" or, for what waits for nothing, "cpu", both in milliseconds; or the name of a
+    /// counter.
     const char* measure;
     double limit; ///< of the ratio
 };
