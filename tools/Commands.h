@@ -13,6 +13,7 @@ inline constexpr int kUnusableInput = 2;
 // `CLI::RuntimeError` with its exit status.
 void addPlay(CLI::App& app);
 void addLint(CLI::App& app);
+void addGVL(CLI::App& app);
 void addTC(CLI::App& app);
 void addStudio(CLI::App& app);
 

@@ -9,6 +9,7 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", VXPRIVACY_VERSION);
     vx::tools::addPlay(app);
     vx::tools::addLint(app);
+    vx::tools::addGVL(app);
 #ifdef VXPRIVACY_TC
     vx::tools::addTC(app);
 #endif

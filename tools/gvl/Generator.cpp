@@ -1,0 +1,106 @@
+#include "tools/gvl/Generator.h"
+
+#include <algorithm>
+#include <iterator>
+#include <random>
+#include <string>
+
+#include "tools/gvl/SampleText.h"
+
+namespace vx::tools::gvl {
+
+namespace {
+
+using JSON = nlohmann::ordered_json;
+
+constexpr const char* kFirst[] = {"Amber",  "Birch",   "copper", "Dover",  "Étoile", "Fjord",
+                                  "Garnet", "Hazel",   "Indigo", "Juno",   "Kelp",   "Lark",
+                                  "Maple",  "Nutmeg",  "Ochre",  "Pearl",  "Quince", "Reed",
+                                  "sable",  "Thistle", "Ümit",   "Vesper", "Willow", "Zephyr"};
+constexpr const char* kSecond[] = {"Acre",   "Bridge", "Court", "Dale",   "Engine", "Field",
+                                   "Grove",  "Hill",   "Isle",  "Jetty",  "Kiln",   "Loom",
+                                   "Meadow", "North",  "Orbit", "Pier",   "Quarry", "Ridge",
+                                   "Stream", "Tower",  "Union", "Valley", "Wharf",  "Yard"};
+constexpr const char* kForms[] = {"",       " Ads",  " AG",     " Analytics", " B.V.", " Data",
+                                  " GmbH",  " Ltd",  " Media",  " S.A.S.",    " SSP",  " Video",
+                                  " & Co.", " Labs", " Mobile", " Exchange"};
+
+// The engine's numbers are laid down by the C++ standard; those of its distributions are not.
+class Chance {
+public:
+    explicit Chance(std::uint32_t seed) : engine_(seed) {}
+
+    std::uint32_t below(std::uint32_t count) {
+        return static_cast<std::uint32_t>(engine_() % count);
+    }
+    bool percent(std::uint32_t share) { return below(100) < share; }
+    template <std::size_t Count>
+    std::string oneOf(const char* const (&texts)[Count]) {
+        return texts[below(Count)];
+    }
+
+private:
+    std::mt19937 engine_;
+};
+
+JSON someOf(std::uint32_t count, std::uint32_t share, Chance& chance) {
+    JSON numbers = JSON::array();
+    for (std::uint32_t number = 1; number <= count; ++number)
+        if (chance.percent(share))
+            numbers.push_back(number);
+    return numbers;
+}
+
+// Each purpose for consent, for legitimate interest, or not at all; the first never for the latter.
+void declarePurposes(JSON& vendor, Chance& chance) {
+    JSON consent = JSON::array(), legitimate = JSON::array(), flexible = JSON::array();
+    for (std::uint32_t purpose = 1; purpose <= 10; ++purpose) {
+        const bool asks = chance.percent(purpose == 1 ? 85 : 50);
+        const bool claims = !asks && purpose > 1 && chance.percent(40);
+        if (asks)
+            consent.push_back(purpose);
+        if (claims)
+            legitimate.push_back(purpose);
+        if (claims && chance.percent(50))
+            flexible.push_back(purpose);
+    }
+    vendor["purposes"] = consent;
+    vendor["legIntPurposes"] = legitimate;
+    vendor["flexiblePurposes"] = flexible;
+}
+
+JSON makeVendor(std::uint32_t id, Chance& chance) {
+    JSON vendor = {{"id", id}};
+    vendor["name"] = chance.oneOf(kFirst) + ' ' + chance.oneOf(kSecond) + chance.oneOf(kForms);
+    declarePurposes(vendor, chance);
+    vendor["specialPurposes"] = someOf(2, 70, chance);
+    vendor["features"] = someOf(3, 40, chance);
+    vendor["specialFeatures"] = someOf(2, 15, chance);
+    vendor["policyUrl"] = "https://vendor" + std::to_string(id) + ".example/privacy";
+    const bool cookies = chance.percent(80);
+    vendor["cookieMaxAgeSeconds"] = cookies ? JSON(86400 * (1 + chance.below(730))) : JSON();
+    vendor["usesCookies"] = cookies;
+    vendor["cookieRefresh"] = cookies && chance.percent(30);
+    vendor["usesNonCookieAccess"] = chance.percent(40);
+    if (chance.percent(17))
+        vendor["deletedDate"] = "2024-01-31T00:00:00Z";
+    return vendor;
+}
+
+} // namespace
+
+JSON generate(std::uint32_t vendors, std::uint32_t seed) {
+    Chance chance(seed);
+    JSON list = JSON::parse(kSampleText);
+    list["vendors"] = JSON::object();
+    auto& entries = list["vendors"].get_ref<JSON::object_t&>();
+    const std::uint32_t widest = std::min(6u, kMostVendors / std::max(vendors, 1u));
+    std::uint32_t id = 0;
+    for (std::uint32_t count = 0; count < vendors; ++count) {
+        id += 1 + chance.below(widest);
+        entries.emplace_back(std::to_string(id), makeVendor(id, chance)); // no search for the key
+    }
+    return list;
+}
+
+} // namespace vx::tools::gvl
