@@ -183,13 +183,16 @@ template <class Part, class Read>
 void readOnce(Decoder& decoder, std::string_view name, std::optional<Part>& part, Read read) {
     if (part)
         decoder.fail("SegmentType", "there is another segment " + std::string(name));
+    decoder.leave();
     decoder.enter(name);
     read(part.emplace());
     decoder.finish();
 }
 
-std::optional<TCError> readOther(std::string_view segment, TCModel& model) {
+std::optional<TCError> readOther(std::string_view segment, const std::string& name,
+                                 TCModel& model) {
     Decoder decoder(segment);
+    decoder.enter(name);
     const auto vendors = [&](VendorSection& section) { decoder.vendors("Vendors", section); };
     const std::uint32_t type = decoder.take("SegmentType", kSegmentTypeWidth);
     switch (static_cast<SegmentType>(type)) {
@@ -209,10 +212,12 @@ std::optional<TCError> readOther(std::string_view segment, TCModel& model) {
     return decoder.error();
 }
 
-std::optional<TCError> readSegment(std::string_view segment, bool isFirst, TCModel& model) {
+// The segments behind the first one are called by their number until their type is known.
+std::optional<TCError> readSegment(std::string_view segment, std::size_t number, TCModel& model) {
+    const std::string name = number == 1 ? "Core" : "Segment " + std::to_string(number);
     if (const auto foreign = findForeignCharacter(segment))
-        return TCError{"Segment", *foreign * 6, "a character is not of base64url"};
-    return isFirst ? readCore(segment, model) : readOther(segment, model);
+        return TCError{name, *foreign * 6, "a character is not of base64url"};
+    return number == 1 ? readCore(segment, model) : readOther(segment, name, model);
 }
 
 } // namespace
@@ -222,9 +227,10 @@ std::variant<TCModel, TCError> decode(std::string_view text) {
         return TCError{"Core", 0,
                        "it is longer than " + std::to_string(kLongestString) + " characters"};
     TCModel model;
+    std::size_t number = 0;
     for (std::size_t begin = 0; begin <= text.size();) {
         const std::size_t end = std::min(text.find('.', begin), text.size());
-        if (auto error = readSegment(text.substr(begin, end - begin), begin == 0, model))
+        if (auto error = readSegment(text.substr(begin, end - begin), ++number, model))
             return *std::move(error);
         begin = end + 1;
     }

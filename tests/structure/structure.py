@@ -5,7 +5,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = ["vxprivacy", "services", "hosts", "tools", "tests", "bench", "examples"]
+FOLDERS = ["vxprivacy", "services", "hosts", "tools", "tests", "bench", "examples", "fuzz"]
 
 # What each folder may include beside itself; the longest matching folder speaks.
 ARROWS = {
@@ -21,6 +21,7 @@ ARROWS = {
     "tools": ["vxprivacy", "services", "hosts"],
     "tests": ["vxprivacy", "services", "hosts", "tools"],
     "bench": ["vxprivacy", "services", "hosts"],
+    "fuzz": ["vxprivacy", "services", "hosts", "tools"],
     "examples": ["vxprivacy", "services", "hosts"],
 }
 THIRD_PARTY_IN_MODULE = {"vxprivacy/platform/foundation/JSONValue.cpp": ["simdjson.h"]}

@@ -1,0 +1,112 @@
+#include "tests/iab/Application.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using vx::tests::Application;
+
+// Under "IABTCF_..." what an application finds after a save; the TC string is not looked at.
+void expectStored(const Application& application, const vx::recording::Texts& expected) {
+    for (const auto& [key, value] : expected)
+        EXPECT_EQ(application.stored(key), value) << key;
+    EXPECT_EQ(application.store.entries().size(), expected.size() + 1);
+}
+
+void save(Application& application, bool withPublisherTC) {
+    const auto builder = application.builder();
+    builder->setConsentRecordCreated(1'600'000'000);
+    builder->setPurposesConsent(std::vector{1, 3});
+    builder->setPurposesLITransparency(std::vector{2});
+    builder->setVendorConsentSectionBitField(std::vector{1, 12});
+    builder->setSpecialFeatureOptInts(std::vector{2});
+    builder->buildConsentString(withPublisherTC);
+    builder->writeTCData();
+}
+
+const vx::recording::Texts kSaved = {
+    {"CmpSdkID", "90"},
+    {"CmpSdkVersion", "471"},
+    {"PolicyVersion", "2"},
+    {"gdprApplies", "1"},
+    {"PublisherCC", "DE"},
+    {"PurposeOneTreatment", "0"},
+    {"UseNonStandardStacks", "0"},
+    {"VendorConsents", "100000000001"},
+    {"VendorLegitimateInterests", "000000000000"},
+    {"PurposeConsents", "101000000000000000000000"},
+    {"PurposeLegitimateInterests", "010000000000000000000000"},
+    {"SpecialFeaturesOptIns", "010000000000"},
+};
+
+} // namespace
+
+TEST(CMPStorage, HoldsWhatWasBuilt) {
+    Application application;
+    save(application, false);
+    expectStored(application, kSaved);
+}
+
+TEST(CMPStorage, HoldsThePublisherSegmentWhileThereIsOne) {
+    Application application;
+    save(application, true);
+    vx::recording::Texts expected = kSaved;
+    expected["PublisherConsent"] = kSaved.at("PurposeConsents");
+    expected["PublisherLegitimateInterests"] = kSaved.at("PurposeLegitimateInterests");
+    expected["PublisherCustomPurposesConsents"] = "";
+    expected["PublisherCustomPurposesLegitimateInterests"] = "";
+    expectStored(application, expected);
+    save(application, false);
+    expectStored(application, kSaved);
+}
+
+TEST(CMPStorage, WritesNothingThatWasNotBuilt) {
+    Application application;
+    application.builder()->writeTCData();
+    EXPECT_TRUE(application.store.entries().empty());
+}
+
+TEST(CMPStorage, ForgetsEverythingAndNothingElse) {
+    Application application(vx::recording::Texts{{"other", "kept"}});
+    application.library.setCMPSDKID();
+    application.library.setPublisherRestrictions({{"1", "0"}, {"63", "2"}});
+    save(application, true);
+    application.library.resetTCData();
+    EXPECT_EQ(application.store.entries(), (vx::recording::Texts{{"other", "kept"}}));
+}
+
+TEST(CMPStorage, TellsTheCreatedDateOfItsOwnStringOnly) {
+    Application application;
+    EXPECT_EQ(application.library.getCreatedDate(), "");
+    save(application, false);
+    EXPECT_EQ(application.library.getCreatedDate(), "1600000000");
+    const std::string whole = application.stored("TCString");
+    EXPECT_TRUE(application.lines.empty());
+
+    const auto foreign = application.builder();
+    foreign->setCmpID(31);
+    for (const std::string& text :
+         {whole.substr(0, 30), std::string("\xFF"), foreign->buildConsentString(false)}) {
+        SCOPED_TRACE(text);
+        application.lines.clear();
+        application.library.saveConsentString(text);
+        EXPECT_EQ(application.library.getCreatedDate(), "");
+        EXPECT_EQ(application.lines.size(), 1u);
+    }
+    application.lines.clear();
+    application.library.saveConsentString("");
+    EXPECT_EQ(application.stored("TCString"), "absent");
+    EXPECT_EQ(application.library.getCreatedDate(), "");
+    EXPECT_TRUE(application.lines.empty());
+}
+
+TEST(CMPStorage, ReplacesThePublishersRestrictions) {
+    Application application;
+    application.library.setPublisherRestrictions({{"1", "11012"}, {"2", "0"}});
+    EXPECT_TRUE(application.lines.empty());
+    application.library.setPublisherRestrictions(
+        {{"2", "12"}, {"64", "0"}, {"01", "0"}, {"", "0"}, {"3 ", "0"}});
+    EXPECT_EQ(application.store.entries(),
+              (vx::recording::Texts{{"IABTCF_PublisherRestrictions2", "12"}}));
+    EXPECT_EQ(application.lines.size(), 1u);
+}
