@@ -3,6 +3,9 @@
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/platform/foundation/Text.h"
 
+#include <fstream>
+#include <iterator>
+
 namespace vx::bench {
 
 namespace {
@@ -23,6 +26,11 @@ std::filesystem::path freshDirectory(std::string_view name) {
     std::filesystem::remove_all(directory);
     std::filesystem::create_directories(directory);
     return directory;
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 services::Settings settings(const std::filesystem::path& store) {

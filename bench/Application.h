@@ -5,11 +5,15 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <string>
+#include <string_view>
 
 namespace vx::bench {
 
 /// An empty directory on the disk that holds the build; one process at a time.
 std::filesystem::path freshDirectory(std::string_view name);
+
+std::string contentOf(const std::filesystem::path& file);
 
 /// Settings of services whose hosts are on this machine and answer nothing.
 services::Settings settings(const std::filesystem::path& store);

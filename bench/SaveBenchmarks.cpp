@@ -1,11 +1,11 @@
 #include "bench/Application.h"
+#include "bench/BareStore.h"
 #include "bench/SyncCount.h"
 
 #include <algorithm>
 #include <array>
 #include <vector>
 
-#include <SQLiteCpp/SQLiteCpp.h>
 #include <benchmark/benchmark.h>
 
 namespace vx::bench {
@@ -42,40 +42,19 @@ void engineSaves(benchmark::State& state, std::size_t size, std::size_t changed)
     state.counters["syncs"] = median(std::move(syncs));
 }
 
-using Row = std::pair<std::string, std::string>;
-
-// One transaction of what changes, with the store's own pragmas and statement.
-void upsert(SQLite::Database& database, SQLite::Statement& statement,
-            const std::vector<Row>& rows) {
-    SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
-    for (const auto& [key, value] : rows) {
-        statement.bindNoCopy(1, key);
-        statement.bindNoCopy(2, value);
-        statement.exec();
-        statement.reset();
-    }
-    transaction.commit();
-}
-
 void bareSaves(benchmark::State& state, std::size_t size, std::size_t changed) {
-    SQLite::Database database(freshDirectory("bare") / "rows.sqlite",
-                              SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-    database.exec("PRAGMA journal_mode = WAL");
-    database.exec("PRAGMA synchronous = FULL");
-    database.exec("CREATE TABLE entries (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID");
-    SQLite::Statement statement(database, "INSERT INTO entries VALUES (?, ?) "
-                                          "ON CONFLICT DO UPDATE SET value = excluded.value");
+    BareStore store("bare");
     Versions versions(size, changed);
     const ConsentDictionary& all = versions.next();
-    upsert(database, statement, std::vector<Row>(all.begin(), all.end()));
-    std::array<std::vector<Row>, 2> rows;
+    store.upsert({all.begin(), all.end()});
+    std::array<BareStore::Rows, 2> rows;
     for (auto& version : rows) {
         const ConsentDictionary& entries = versions.next();
         version.assign(entries.begin(), entries.begin() + static_cast<std::ptrdiff_t>(changed));
     }
     std::size_t turn = 0;
     for ([[maybe_unused]] auto iteration : state)
-        upsert(database, statement, rows[turn++ % 2]);
+        store.upsert(rows[turn++ % 2]);
 }
 
 // Few saves at a time, so that the requests waiting to be posted stay few as well.

@@ -3,7 +3,6 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
-#include <iostream>
 #include <memory>
 #include <string>
 
@@ -14,11 +13,7 @@ namespace vx::bench {
 namespace {
 
 const StartUpFiles& files() {
-    static const StartUpFiles made = [] {
-        StartUpFiles files = StartUpFiles::make();
-        std::cout << "The vendor list is " << files.vendorList << ".\n";
-        return files;
-    }();
+    static const StartUpFiles made = StartUpFiles::make();
     return made;
 }
 

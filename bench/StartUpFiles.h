@@ -11,8 +11,6 @@ struct StartUpFiles {
     static StartUpFiles make();
 
     std::filesystem::path directory;
-    /// Which vendor list it is.
-    std::string vendorList;
 };
 
 } // namespace vx::bench

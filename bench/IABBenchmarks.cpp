@@ -1,0 +1,126 @@
+#include "bench/Application.h"
+#include "bench/BareStore.h"
+#include "bench/VendorList.h"
+#include "services/iab/TCFLibrary.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+
+#include <array>
+#include <fstream>
+#include <map>
+#include <vector>
+
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <benchmark/benchmark.h>
+
+namespace vx::bench {
+
+namespace {
+
+using Rows = BareStore::Rows;
+
+// The engine in IAB mode, started on the real services with the vendor list that it ships.
+class IABApplication {
+public:
+    explicit IABApplication(std::string_view name)
+        : directory_(directoryWithVendorList(name)), services_(settingsIn(directory_)),
+          iab_(services_.platform().store, services_.platform().logger), runtime_(platform()) {
+        VXIABPrivacyCenterViewController::registerWithEngine();
+        engine().setSiteID(12, 5);
+    }
+
+    VXMobilePrivacy& engine() { return VXMobilePrivacy::sharedInstance(); }
+    std::filesystem::path store() const { return directory_ / "choices.sqlite"; }
+
+private:
+    static std::filesystem::path directoryWithVendorList(std::string_view name) {
+        const auto directory = freshDirectory(name);
+        std::ofstream(directory / "vendor-list.json") << vendorList().text;
+        return directory;
+    }
+    static services::Settings settingsIn(const std::filesystem::path& directory) {
+        services::Settings settings = bench::settings(directory / "choices.sqlite");
+        settings.packaged = directory;
+        return settings;
+    }
+    Platform platform() {
+        Platform platform = services_.platform();
+        platform.iab = &iab_;
+        return platform;
+    }
+
+    std::filesystem::path directory_;
+    services::Services services_;
+    services::TCFLibrary iab_;
+    Runtime runtime_;
+};
+
+void decide(VXMobilePrivacy& engine, bool accept) {
+    if (accept)
+        engine.acceptAllConsent();
+    else
+        engine.refuseAllConsent();
+}
+
+void engineAccepts(benchmark::State& state) {
+    IABApplication application("accept");
+    bool accept = false; // in turn, so that each save changes every choice
+    decide(application.engine(), true);
+    for ([[maybe_unused]] auto iteration : state) {
+        decide(application.engine(), accept);
+        accept = !accept;
+    }
+}
+
+std::map<std::string, std::string> entriesIn(const std::filesystem::path& store) {
+    std::map<std::string, std::string> entries;
+    SQLite::Database file(store);
+    SQLite::Statement rows(file, "SELECT key, value FROM entries");
+    while (rows.executeStep())
+        entries.emplace(rows.getColumn(0).getText(), rows.getColumn(1).getText());
+    return entries;
+}
+
+// What accepting all writes after refusing all, and the other way round.
+std::array<Rows, 2> writtenRows() {
+    IABApplication application("accepted rows");
+    std::array<std::map<std::string, std::string>, 2> stores;
+    for (const bool accept : {false, true}) {
+        decide(application.engine(), accept);
+        stores[accept] = entriesIn(application.store());
+    }
+    std::array<Rows, 2> rows;
+    for (const bool accept : {false, true})
+        for (const auto& [key, value] : stores[accept])
+            if (const auto other = stores[!accept].find(key);
+                other == stores[!accept].end() || other->second != value)
+                rows[accept].emplace_back(key, value);
+    return rows;
+}
+
+void bareAccepts(benchmark::State& state) {
+    const std::array<Rows, 2> rows = writtenRows();
+    BareStore store("bare accept");
+    store.upsert(rows[true]);
+    std::size_t turn = 0;
+    for ([[maybe_unused]] auto iteration : state)
+        store.upsert(rows[turn++ % 2]);
+    state.counters["rows"] = static_cast<double>(rows[true].size());
+}
+
+void listsVendors(benchmark::State& state) {
+    IABApplication application("vendors");
+    VXIABPrivacyCenterViewController center;
+    center.viewDidLoad();
+    for ([[maybe_unused]] auto iteration : state)
+        benchmark::DoNotOptimize(center.vendorsToDisplay());
+}
+
+constexpr int kSaves = 16; // few, so that the requests waiting to be posted stay few as well
+
+BENCHMARK(engineAccepts)->Name("accept all/engine")->Iterations(kSaves);
+BENCHMARK(bareAccepts)->Name("accept all/bare")->Iterations(kSaves);
+BENCHMARK(listsVendors)->Name("vendors/engine");
+
+} // namespace
+
+} // namespace vx::bench

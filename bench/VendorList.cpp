@@ -1,0 +1,44 @@
+#include "bench/VendorList.h"
+
+#include "bench/Application.h"
+
+#include <filesystem>
+
+namespace vx::bench {
+
+namespace {
+
+const std::filesystem::path kPublished = PROJECT_ROOT "/../shared/data/gvl/vendor-list.json";
+
+// As large and as many-membered as the list that is published, about 0.9 MB.
+std::string generated() {
+    std::string list = R"({"gvlSpecificationVersion":2,"vendorListVersion":224,"vendors":{)";
+    for (int id = 1; id <= 1000; ++id) {
+        const std::string number = std::to_string(id);
+        list +=
+            (id == 1 ? "\"" : ",\"") + number + R"(":{"id":)" + number + R"(,"name":"Vendor )" +
+            number +
+            R"(","purposes":[1,3,4,7,9,10],"legIntPurposes":[2,8],"flexiblePurposes":[2,8],)"
+            R"("specialPurposes":[1,2],"features":[1,2,3],"specialFeatures":[1],)"
+            R"("policyUrl":"https://vendor.example/privacy","cookieMaxAgeSeconds":34128000,)"
+            R"("usesCookies":true,"cookieRefresh":false,"usesNonCookieAccess":true,)"
+            R"("dataRetention":{"stdRetention":365,"purposes":{"1":30},"specialPurposes":{}},)"
+            R"("urls":[{"langId":"en","privacy":"https://vendor.example/en/privacy",)"
+            R"("legIntClaim":"https://vendor.example/en/interest"}],)"
+            R"("dataDeclaration":[1,2,3,4,6,8,10,11],)"
+            R"("deviceStorageDisclosureUrl":"https://vendor.example/disclosure.json","note":")" +
+            std::string(180, 'x') + "\"}";
+    }
+    return list + "}}";
+}
+
+} // namespace
+
+const VendorList& vendorList() {
+    static const VendorList list = std::filesystem::exists(kPublished)
+                                       ? VendorList{contentOf(kPublished), "the published list"}
+                                       : VendorList{generated(), "a generated list"};
+    return list;
+}
+
+} // namespace vx::bench
