@@ -30,6 +30,8 @@ TEST(StudioCommandLine, WhatCannotBeUsedIsOneLineAndStatusTwo) {
         {"--live"},
         {"--site", "3"},
         {"--config", directory / "absent.json"},
+        {"--gvl", directory / "absent.json"},
+        {"--live", "--site", "3", "--privacy", "4", "--gvl", "list.json"},
         {"--config", directory / ""},
         {"--config", write(directory / "cut.json", "{\"information\": {")},
         {"--config", write(directory / "array.json", "[1]")},

@@ -37,6 +37,13 @@ Problem setNetwork(Session& session, const httplib::Request& request) {
     return session.setNetwork(on.get<bool>());
 }
 
+Problem setMode(Session& session, const httplib::Request& request) {
+    const Json iab = argument(request, "iab");
+    if (!iab.is_boolean())
+        return "say {\"iab\": true} or {\"iab\": false}";
+    return session.setMode(iab.get<bool>());
+}
+
 Problem moveClock(Session& session, const httplib::Request& request) {
     const Json advance = argument(request, "advance");
     const Json days = advance.is_number() ? advance : argument(request, "offset");
@@ -69,6 +76,7 @@ constexpr Action kActions[] = {
     {"/api/hit", sendHit},
     {"/api/network", setNetwork},
     {"/api/clock", moveClock},
+    {"/api/mode", setMode},
 };
 
 void publish(Session& session, const httplib::Request& request, httplib::Response& response) {

@@ -3,7 +3,6 @@
 #include <functional>
 #include <utility>
 
-#include "tools/studio/Assets.h"
 #include "tools/studio/EventStream.h"
 #include "tools/studio/Json.h"
 
@@ -15,12 +14,25 @@ std::string entityTag(const std::string& document) {
     return '"' + std::to_string(std::hash<std::string>{}(document)) + '"';
 }
 
+void answerDocument(const std::string& document, const httplib::Request& request,
+                    httplib::Response& response) {
+    const std::string tag = entityTag(document);
+    response.set_header("ETag", tag);
+    response.set_header("Cache-Control", "no-cache");
+    if (request.get_header_value("If-None-Match") == tag)
+        response.status = 304;
+    else
+        response.set_content(document, "application/json"); // compressed when the client takes it
+}
+
 } // namespace
 
-Backend::Backend(std::int32_t siteID, std::int32_t privacyID, EventStream& events)
+Backend::Backend(std::int32_t siteID, std::int32_t privacyID, VendorList vendorList,
+                 EventStream& events)
     : configurationPath_("/mobile/" + std::to_string(siteID) + "/" + std::to_string(privacyID) +
                          "/privacy.json"),
-      events_(events), server_([this](httplib::Server& server) { addRoutes(server); }) {}
+      vendorList_(std::move(vendorList)), events_(events),
+      server_([this](httplib::Server& server) { addRoutes(server); }) {}
 
 bool Backend::start(int port) {
     return server_.start(port) || server_.start(0);
@@ -39,10 +51,10 @@ std::string Backend::published() const {
 void Backend::addRoutes(httplib::Server& server) {
     server.Get(configurationPath_,
                [this](const httplib::Request& request, httplib::Response& response) {
-                   answerConfiguration(request, response);
+                   answerDocument(published(), request, response);
                });
-    server.Get("/v2/vendor-list.json", [](const httplib::Request&, httplib::Response& response) {
-        response.set_content(asset("vendor-list.json"), "application/json");
+    server.Get("/v2/([^/]+)", [this](const httplib::Request& request, httplib::Response& response) {
+        answerVendorList(request, response);
     });
     server.Post("/privacy-consent/",
                 [this](const httplib::Request& request, httplib::Response& response) {
@@ -56,16 +68,12 @@ void Backend::addRoutes(httplib::Server& server) {
         });
 }
 
-void Backend::answerConfiguration(const httplib::Request& request,
-                                  httplib::Response& response) const {
-    const std::string document = published();
-    const std::string tag = entityTag(document);
-    response.set_header("ETag", tag);
-    response.set_header("Cache-Control", "no-cache");
-    if (request.get_header_value("If-None-Match") == tag)
-        response.status = 304;
+void Backend::answerVendorList(const httplib::Request& request, httplib::Response& response) const {
+    const auto document = vendorList_.documents.find(request.matches[1]);
+    if (document == vendorList_.documents.end())
+        response.status = 404;
     else
-        response.set_content(document, "application/json"); // compressed when the client takes it
+        answerDocument(document->second, request, response);
 }
 
 void Backend::collect(const httplib::Request& request, httplib::Response& response) {

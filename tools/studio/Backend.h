@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tools/studio/LoopbackServer.h"
+#include "tools/studio/VendorList.h"
 
 namespace vx::tools::studio {
 
@@ -15,7 +16,8 @@ class EventStream;
 /// every beacon that arrives ("beacon").
 class Backend {
 public:
-    Backend(std::int32_t siteID, std::int32_t privacyID, EventStream& events);
+    Backend(std::int32_t siteID, std::int32_t privacyID, VendorList vendorList,
+            EventStream& events);
 
     /// Chooses the address, on `port` if it is free, and brings the network up there. Beacons that
     /// wait in a store and offline copies keep the address, so it should be the same in every run.
@@ -33,10 +35,11 @@ public:
 
 private:
     void addRoutes(httplib::Server& server);
-    void answerConfiguration(const httplib::Request& request, httplib::Response& response) const;
+    void answerVendorList(const httplib::Request& request, httplib::Response& response) const;
     void collect(const httplib::Request& request, httplib::Response& response);
 
     const std::string configurationPath_;
+    const VendorList vendorList_;
     EventStream& events_;
     mutable std::mutex mutex_; // guards document_
     std::string document_;

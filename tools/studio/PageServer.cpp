@@ -33,7 +33,9 @@ constexpr File kFiles[] = {
     {"phone.js", "text/javascript"},
     {"studio.css", "text/css"},
     {"tabs.js", "text/javascript"},
+    {"tcstring.js", "text/javascript"},
     {"timeline.js", "text/javascript"},
+    {"vendorlist.js", "text/javascript"},
 };
 
 } // namespace
@@ -86,8 +88,8 @@ void PageServer::addQueries(httplib::Server& server) {
     server.Get("/api/configuration", [this](const httplib::Request&, httplib::Response& response) {
         response.set_content(session_.published().text, "application/json");
     });
-    server.Get("/api/sample", [](const httplib::Request&, httplib::Response& response) {
-        response.set_content(asset("category.json"), "application/json");
+    server.Get("/api/sample", [this](const httplib::Request&, httplib::Response& response) {
+        response.set_content(session_.sample(), "application/json");
     });
 }
 

@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "tools/studio/Assets.h"
 #include "tools/studio/EventStream.h"
 
 namespace vx::tools::studio {
@@ -16,27 +17,27 @@ std::int64_t now() {
 
 } // namespace
 
-Session::Session(const Options& options, Publication publication, EventStream& events)
-    : options_(options), events_(events), publication_(std::move(publication)),
-      backend_(options.site, options.privacy, events), application_(events) {
-    events_.setState("session", {{"started", now()},
-                                 {"live", options_.live},
-                                 {"site", options_.site},
-                                 {"privacy", options_.privacy},
-                                 {"store", options_.store.string()}});
+Session::Session(const Options& options, VendorList vendorList, EventStream& events)
+    : options_(options), vendorList_({{"version", vendorList.version},
+                                      {"vendors", vendorList.vendors},
+                                      {"file", options.gvl.string()}}),
+      started_(now()), events_(events), installations_{makeInstallation(options, vendorList, false),
+                                                       makeInstallation(options, vendorList, true)},
+      iab_(options.iab), backend_(options.site, options.privacy, std::move(vendorList), events),
+      application_(events) {
+    reportSession();
     events_.setState("clock", {{"offset", 0}});
 }
 
 Problem Session::start(int port) {
     const std::lock_guard lock(mutex_);
     if (!options_.live) {
-        backend_.publish(publication_.inForce().text);
-        reportPublished();
+        serveConfiguration();
         if (!backend_.start(port))
             return "no port for the development backend";
     }
     reportNetwork();
-    return launch();
+    return launch({});
 }
 
 void Session::stop() {
@@ -48,13 +49,13 @@ void Session::stop() {
 Problem Session::relaunch() {
     const std::lock_guard lock(mutex_);
     application_.end();
-    return launch();
+    return launch(causeToAsk());
 }
 
 Problem Session::killHard() {
     const std::lock_guard lock(mutex_);
     application_.kill();
-    return launch();
+    return launch(causeToAsk());
 }
 
 Problem Session::reset() {
@@ -62,7 +63,7 @@ Problem Session::reset() {
     application_.end();
     deleteStore();
     events_.append("studio", "Fresh installation: the store was deleted");
-    return launch();
+    return launch({});
 }
 
 Problem Session::moveClock(std::chrono::milliseconds offset) {
@@ -92,20 +93,38 @@ Problem Session::setNetwork(bool on) {
     return {};
 }
 
+Problem Session::setMode(bool iab) {
+    const std::lock_guard lock(mutex_);
+    if (iab == iab_)
+        return {};
+    application_.end();
+    iab_ = iab;
+    reportSession();
+    if (!options_.live)
+        serveConfiguration();
+    events_.append("studio", iab ? "IAB mode: another installation, with a store of its own"
+                                 : "Category mode: another installation, with a store of its own");
+    return launch({});
+}
+
 Publication::Draft Session::published() const {
     const std::lock_guard lock(mutex_);
-    return publication_.inForce();
+    return installation().publication.inForce();
+}
+
+std::string Session::sample() const {
+    const std::lock_guard lock(mutex_);
+    return asset(sampleName(iab_));
 }
 
 Publication::Draft Session::publish(const std::string& text) {
     const std::lock_guard lock(mutex_);
     if (options_.live)
         return {.text = {}, .version = 0, .problem = "with --live the configuration is the host's"};
-    Publication::Draft draft = publication_.publish(text);
+    Publication::Draft draft = installation().publication.publish(text);
     if (!draft.problem.empty())
         return draft;
-    backend_.publish(draft.text);
-    reportPublished();
+    serveConfiguration();
     events_.append("studio",
                    "Privacy configuration published, version " + std::to_string(draft.version));
     return draft;
@@ -116,27 +135,44 @@ Reply Session::ask(Json command) {
     return application_.ask(std::move(command));
 }
 
-Problem Session::launch() {
-    Json world = {
-        {"store", options_.store.string()},
-        {"site", options_.site},
-        {"privacy", options_.privacy},
-        {"clockOffset", clockOffset_.count()},
-        {"cause", events_.state().value(Json::json_pointer("/application/decision/reason"), "")}};
+Problem Session::launch(const std::string& cause) {
+    Json world = {{"store", installation().store.string()},
+                  {"site", options_.site},
+                  {"privacy", options_.privacy},
+                  {"iab", iab_},
+                  {"clockOffset", clockOffset_.count()},
+                  {"cause", cause}};
     if (!options_.live)
         world["host"] = backend_.address();
     return application_.launch(std::move(world));
 }
 
+// What the process before knew, which the store does not keep.
+std::string Session::causeToAsk() const {
+    return events_.state().value(Json::json_pointer("/application/decision/reason"), "");
+}
+
 void Session::deleteStore() const {
     for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
         std::error_code absent;
-        std::filesystem::remove(options_.store.string() + suffix, absent);
+        std::filesystem::remove(installation().store.string() + suffix, absent);
     }
 }
 
-void Session::reportPublished() {
-    events_.setState("published", {{"version", publication_.inForce().version}});
+void Session::reportSession() {
+    events_.setState("session", {{"started", started_},
+                                 {"live", options_.live},
+                                 {"site", options_.site},
+                                 {"privacy", options_.privacy},
+                                 {"iab", iab_},
+                                 {"vendorList", options_.live ? Json() : vendorList_},
+                                 {"store", installation().store.string()}});
+}
+
+void Session::serveConfiguration() {
+    const Publication::Draft draft = installation().publication.inForce();
+    backend_.publish(draft.text);
+    events_.setState("published", {{"version", draft.version}, {"iab", iab_}});
 }
 
 void Session::reportNetwork() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <mutex>
@@ -8,8 +9,9 @@
 
 #include "tools/studio/ApplicationProcess.h"
 #include "tools/studio/Backend.h"
+#include "tools/studio/Installation.h"
 #include "tools/studio/Options.h"
-#include "tools/studio/Publication.h"
+#include "tools/studio/VendorList.h"
 
 namespace vx::tools::studio {
 
@@ -19,8 +21,8 @@ class EventStream;
 /// any thread; one thing happens at a time, and is done when the call returns.
 class Session {
 public:
-    /// `publication` is what the development backend serves first; unused with real hosts.
-    Session(const Options& options, Publication publication, EventStream& events);
+    /// Throws std::runtime_error when what the options name cannot be used.
+    Session(const Options& options, VendorList vendorList, EventStream& events);
 
     /// Brings the network up, with the backend on `port` if it is free, and launches the
     /// application.
@@ -51,23 +53,34 @@ public:
     Problem moveClock(std::chrono::milliseconds offset);
     std::chrono::milliseconds clockOffset() const;
     Problem setNetwork(bool on);
+    /// Ends the process and starts one in that mode, on that mode's own store and configuration.
+    Problem setMode(bool iab);
 
     /// The published document. Empty with real hosts.
     Publication::Draft published() const;
+    /// The sample configuration for the mode.
+    std::string sample() const;
     Publication::Draft publish(const std::string& text);
 
 private:
     Problem tell(Json command) { return ask(std::move(command)).problem; }
     Reply ask(Json command);
-    Problem launch();
+    Problem launch(const std::string& cause);
+    std::string causeToAsk() const;
+    Installation& installation() { return installations_[iab_]; }
+    const Installation& installation() const { return installations_[iab_]; }
     void deleteStore() const;
-    void reportPublished();
+    void reportSession();
+    void serveConfiguration();
     void reportNetwork();
 
     const Options options_;
+    const Json vendorList_; // what the page tells of it
+    const std::int64_t started_;
     EventStream& events_;
-    mutable std::mutex mutex_; // one operation at a time; guards what follows
-    Publication publication_;
+    mutable std::mutex mutex_;                  // one operation at a time; guards what follows
+    std::array<Installation, 2> installations_; // in category mode, in IAB mode
+    bool iab_;
     Backend backend_;
     ApplicationProcess application_;
     std::chrono::milliseconds clockOffset_{0};

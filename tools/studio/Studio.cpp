@@ -3,18 +3,18 @@
 #include <csignal>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 #include <string>
-#include <system_error>
 #include <thread>
 
-#include "tools/studio/Assets.h"
 #include "tools/studio/Browser.h"
 #include "tools/studio/EventStream.h"
+#include "tools/studio/Installation.h"
 #include "tools/studio/Options.h"
 #include "tools/studio/PageServer.h"
-#include "tools/studio/Publication.h"
 #include "tools/studio/Session.h"
 #include "tools/studio/Transcript.h"
+#include "tools/studio/VendorList.h"
 #include "tools/studio/application/Application.h"
 
 #include <CLI/CLI.hpp>
@@ -46,25 +46,11 @@ void waitForEnd(const sigset_t& signals) {
     sigwait(&signals, &signal);
 }
 
-// The copy published in an earlier run lies beside the store: the store holds its version, and
-// nothing older would be taken for newer.
-Publication choosePublication(const Options& options) {
-    if (options.config.empty())
-        return Publication(options.store.string() + ".published.json", asset("category.json"));
-    Publication publication(readFile(options.config));
-    if (const std::string& problem = publication.inForce().problem; !problem.empty())
-        fail(options.config.string() + ": " + problem);
-    return publication;
-}
-
-void run(Options options) {
-    if (options.store.empty())
-        options.store = defaultStore(options);
-    options.store = std::filesystem::absolute(options.store);
-
+void run(const Options& options) {
     const sigset_t signals = blockEndingSignals();
     EventStream events;
-    Session session(options, choosePublication(options), events);
+    Session session(options, options.gvl.empty() ? sampleVendorList() : readVendorList(options.gvl),
+                    events);
     PageServer page(session, events);
     if (!page.start(options.port))
         fail("no free port from " + std::to_string(options.port));
@@ -81,10 +67,11 @@ void run(Options options) {
     session.stop();
 }
 
-void runOrFail(const Options& options) {
+void runOrFail(Options options) {
+    options.iab |= !options.gvl.empty();
     try {
         run(options);
-    } catch (const std::system_error& error) {
+    } catch (const std::runtime_error& error) {
         fail(error.what());
     }
 }
@@ -102,11 +89,15 @@ void addStudio(CLI::App& app) {
     command->add_option("--port", options->port, "Port of the page (8480; 0: any)")
         ->check(CLI::Range(0, 65535));
     command->add_flag("--no-browser", options->noBrowser, "Do not open the page");
+    command->add_flag("--iab", options->iab, "Begin in IAB mode");
+    CLI::Option* gvl =
+        command->add_option("--gvl", options->gvl, "Vendor list to serve; implies --iab")
+            ->type_name("FILE");
     CLI::Option* live = command->add_flag("--live", options->live, "Use the real hosts");
     CLI::Option* site = command->add_option("--site", options->site, "Site ID, with --live");
     CLI::Option* privacy =
         command->add_option("--privacy", options->privacy, "Privacy ID, with --live");
-    live->needs(site)->needs(privacy)->excludes("--config");
+    live->needs(site)->needs(privacy)->excludes("--config")->excludes(gvl);
     site->needs(live);
     privacy->needs(live);
     command->footer("The page's requests, for use with curl: docs/studio.md");

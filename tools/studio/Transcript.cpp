@@ -20,7 +20,7 @@ std::ostream& field(const char* name) {
 
 void printHeading(const EventStream& events, const std::string& address, const std::string& token) {
     const Json state = events.state();
-    std::cout << "VXPrivacy studio\n";
+    std::cout << "VXPrivacy studio" << (state["session"]["iab"] == true ? ", IAB mode\n" : "\n");
     field("page") << address << "/\n";
     if (state["session"]["live"] == false)
         field("backend") << state["network"].value("address", "")
@@ -41,9 +41,15 @@ std::int64_t configurationVersion(const Json& state) {
     return state.contains(version) ? state[version].get<std::int64_t>() : 0;
 }
 
+std::int64_t vendorListVersion(const Json& state) {
+    const Json::json_pointer version("/application/vendorList/version");
+    return state.contains(version) ? state[version].get<std::int64_t>() : 0;
+}
+
 bool isUpToDate(const Json& state) {
     const std::int64_t version = configurationVersion(state);
-    return version > 0 && version >= state.value(Json::json_pointer("/published/version"), 0);
+    return version > 0 && version >= state.value(Json::json_pointer("/published/version"), 0) &&
+           (state["session"]["iab"] == false || vendorListVersion(state) > 0);
 }
 
 // Prints the entries as they come.
@@ -59,6 +65,16 @@ void printStartUp(EventStream& events) {
     }
 }
 
+void printVendorList(const Json& state) {
+    const std::int64_t version = vendorListVersion(state);
+    if (version == 0)
+        field("vendor list") << "none yet\n";
+    else
+        field("vendor list") << "version " << version << ", "
+                             << state["application"]["vendorList"]["vendors"].size()
+                             << " vendors\n";
+}
+
 void printOutcome(const Json& state) {
     const Json application = state.value("application", Json::object());
     const Json engine = application.value("engine", Json::object());
@@ -68,6 +84,8 @@ void printOutcome(const Json& state) {
         field("configuration") << "version " << version << '\n';
     else
         field("configuration") << "none yet\n";
+    if (state["session"]["iab"] == true)
+        printVendorList(state);
     field("display flag") << (decision.value("mustAsk", true) ? "1" : "0") << ", "
                           << decision.value("text", "") << '\n';
     field("state") << engine.value("privacyState", 0) << ", "

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -9,6 +10,7 @@
 #include <unistd.h>
 
 #include "services/core/Services.h"
+#include "services/iab/TCFLibrary.h"
 #include "services/sdk/TagSDK.h"
 #include "tools/studio/Json.h"
 #include "tools/studio/LineReader.h"
@@ -18,6 +20,7 @@
 #include "tools/studio/application/State.h"
 #include "tools/studio/application/WakeUp.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/platform/core/Runtime.h"
 
 namespace vx::tools::studio {
@@ -41,7 +44,7 @@ void reportSent(const services::TagSDK::Hit& hit) {
 class Application {
 public:
     Application(const Json& world, const WakeUp& wakeUp)
-        : store_(world.value("store", "")), services_(settings(world)), runtime_(doors()),
+        : store_(world.value("store", "")), services_(settings(world)), runtime_(doors(world)),
           sdk_(std::make_shared<services::TagSDK>(notifications_, reportSent)),
           callbacks_(std::make_shared<ReportingCallbacks>(world.value("cause", ""))) {
         services_.setWakeUp([&wakeUp] { wakeUp.signal(); });
@@ -93,13 +96,19 @@ private:
         return settings;
     }
 
-    Platform doors() {
+    Platform doors(const Json& world) {
         Platform platform = services_.platform();
         platform.application = &display_;
+        if (world.value("iab", false)) {
+            platform.iab = &iab_.emplace(platform.store, platform.logger);
+            VXIABPrivacyCenterViewController::registerWithEngine();
+        }
         return platform;
     }
 
     Json performOnDisplay(const std::string& what, const Json& command) {
+        if (iab_)
+            return {{"problem", "in IAB mode there is no privacy center on the screen yet"}};
         if (display_.shows() == (what == "present"))
             return {{"problem", display_.shows() ? "the privacy center is open already"
                                                  : "the privacy center is not open"}};
@@ -133,6 +142,7 @@ private:
     MovableClock clock_;
     CenterDisplay display_;
     services::Services services_;
+    std::optional<services::TCFLibrary> iab_;
     Runtime runtime_;
     std::shared_ptr<services::TagSDK> sdk_;
     std::shared_ptr<ReportingCallbacks> callbacks_;

@@ -8,8 +8,8 @@ inline constexpr const char* kApplicationCommand = "studio-application";
 /// An application with the engine, its services and a tag SDK, for the studio to watch. It is told
 /// what to do by JSON objects on standard input, one a line, with "do" and "id":
 ///
-///     {"do":"start","id":1,"store":FILE,"site":S,"privacy":P,"clockOffset":MS,"host":ADDRESS,
-///      "cause":TEXT}
+///     {"do":"start","id":1,"store":FILE,"site":S,"privacy":P,"iab":MODE,"clockOffset":MS,
+///      "host":ADDRESS,"cause":TEXT}
 ///     {"do":"accept"|"refuse"} {"do":"hit","name":TEXT} {"do":"clock","offset":MS}
 ///     {"do":"present","width":POINTS} {"do":"dismiss"}
 ///     {"do":"page"|"layout"} {"do":"event","text":TEXT}

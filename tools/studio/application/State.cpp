@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "tools/studio/application/Decision.h"
+#include "tools/studio/application/IABState.h"
 #include "tools/studio/application/StoreView.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
@@ -58,16 +59,22 @@ void addNames(Json& names, const JSONValue& categories) {
     }
 }
 
+bool isIAB() {
+    return VXMobilePrivacy::sharedInstance().enableIAB();
+}
+
 Json configuration() {
     const auto file = VXConfigurationFileFactory::sharedInstance().getConfigurationFile("privacy");
     if (!file)
         return {{"version", 0}, {"names", Json::object()}};
     const JSONValue document = file->getJSONDictionary();
     const JSONValue information = document["information"];
+    const JSONValue popup = document["texts"]["popup"];
     Json names = Json::object();
     addNames(names, document["categories"]);
     return {{"version", file->version()},
-            {"content", textOrNull(information["content"])},
+            {"content", textOrNull(isIAB() ? popup["content"] : information["content"])},
+            {"vendors", textOrNull(information["vendors"])},
             {"policyText", textOrNull(information["privacy_policy_text"])},
             {"policyURL", textOrNull(information["privacy_policy_url"])},
             {"names", std::move(names)}};
@@ -93,10 +100,14 @@ sortedData(const services::TagSDK::PermanentData& permanentData) {
 Json applicationState(const services::TagSDK& sdk, const ReportingCallbacks& callbacks,
                       const std::filesystem::path& store) {
     Json stored = storedState(store);
+    Json vendorList = isIAB() ? vendorListState() : Json();
+    Json tcString = isIAB() ? tcStringState(stored["entries"]) : Json();
     return {{"decision", decision(callbacks.cause())},
             {"engine", engineProperties(VXMobilePrivacy::sharedInstance())},
             {"answers", queryAnswers()},
             {"configuration", configuration()},
+            {"vendorList", std::move(vendorList)},
+            {"tcString", std::move(tcString)},
             {"store", std::move(stored["entries"])},
             {"waitingBeacons", std::move(stored["waitingBeacons"])},
             {"sdk", sdkState(sdk)}};

@@ -23,13 +23,13 @@ function renderDecision(decision, engine) {
     decision.mustAsk ? "warn" : engine.privacyState === 1 ? "good" : "neutral";
 }
 
-function renderBanner(decision, configuration) {
+function renderBanner(decision, configuration, iab) {
   const button = document.activeElement;
   const hadFocus = byId("banner").contains(button) || byId("no-banner").contains(button);
   byId("banner").hidden = !decision.mustAsk;
   byId("no-banner").hidden = decision.mustAsk;
   setText(byId("banner-content"), configuration.content ??
-    "The privacy configuration has not arrived yet. A choice made now is saved without categories.");
+    `The privacy configuration has not arrived yet. A choice made now is saved without ${iab ? "texts" : "categories"}.`);
   const policy = configuration.policyText
     ? [element("span", { class: "link", title: configuration.policyURL, text: configuration.policyText })] : [];
   byId("banner-policy").replaceChildren(...policy);
@@ -38,7 +38,7 @@ function renderBanner(decision, configuration) {
     shown.querySelector(`[data-post="${button.dataset.post}"], [data-open]`).focus();
 }
 
-export function renderApplication({ application, process }) {
+export function renderApplication({ application, process, session }) {
   const pill = byId("process");
   setText(pill, process?.running ? `Running, launch ${process.launches}` : "Not running");
   pill.dataset.tone = process?.running ? "good" : "bad";
@@ -46,5 +46,5 @@ export function renderApplication({ application, process }) {
     button.disabled = !process?.running;
   if (!application) return;
   renderDecision(application.decision, application.engine);
-  renderBanner(application.decision, application.configuration);
+  renderBanner(application.decision, application.configuration, session.iab);
 }

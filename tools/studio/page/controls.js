@@ -29,6 +29,8 @@ export function wireControls() {
     button.addEventListener("click", () => act(button.dataset.post));
   for (const button of document.querySelectorAll("[data-days]"))
     button.addEventListener("click", () => act("clock", { advance: Number(button.dataset.days) }));
+  for (const button of document.querySelectorAll("[data-iab]"))
+    button.addEventListener("click", () => act("mode", { iab: button.dataset.iab === "true" }));
   byId("clock-form").addEventListener("submit", (event) => {
     event.preventDefault();
     act("clock", { advance: byId("clock-days").valueAsNumber });
@@ -45,6 +47,8 @@ export function renderControls({ application, clock, network, session, arrived }
   byId("clock-offset").dataset.tone = clockOffset === 0 ? "neutral" : "warn";
   byId("clock-back").hidden = clockOffset === 0;
   showClock();
+  for (const button of document.querySelectorAll("[data-iab]"))
+    button.setAttribute("aria-pressed", String(button.dataset.iab === String(session.iab)));
 
   const waiting = application?.waitingBeacons ?? 0;
   networkOn = network?.on ?? true;

@@ -3,9 +3,13 @@
 import { byId } from "./dom.js";
 import { act, post, showProblem } from "./connection.js";
 import { lintSoon } from "./findings.js";
+import { liveVendors } from "./vendorlist.js";
 
 let publishedText = "";
 let publishedVersion = 0;
+let publishedFor; // IAB mode or not
+let vendorList;
+const drafts = new Map(); // of the mode that is not on
 const editor = byId("editor");
 
 /** The document in the editor, or undefined with the reason in the status line. */
@@ -30,12 +34,13 @@ function showStatus(text, tone) {
 function check() {
   lintSoon();
   const document = parsed();
-  for (const id of ["publish", "publish-relaunch", "add-category", "format", "flag-significant", "flag-reset"])
+  for (const id of ["publish", "publish-relaunch", "add-category", "format", "flag-significant", "flag-reset", "flag-vendors"])
     byId(id).disabled = !document;
   if (!document) return;
   const information = document.information ?? {};
   byId("flag-significant").checked = ["true", "True", "1"].includes(information.significantChanges);
   byId("flag-reset").checked = editor.value.includes("resetSave");
+  byId("flag-vendors").checked = Boolean(information.vendors);
   const next = Math.max(publishedVersion + 1, Number(information.version) || 0);
   showStatus(editor.value === publishedText
     ? `Version ${publishedVersion} is published.`
@@ -66,6 +71,13 @@ function flag(key, on) {
   };
 }
 
+function nameVendors(on) {
+  return (document) => {
+    if (on) document.information.vendors = liveVendors(vendorList).join(",");
+    else delete document.information.vendors;
+  };
+}
+
 async function publish() {
   const { text } = await post("configuration", editor.value);
   publishedText = text;
@@ -89,11 +101,22 @@ async function revert() {
   check();
 }
 
+/** Leaves what is typed for this mode, and takes up what was for the other. */
+async function changeMode(iab) {
+  if (editor.value !== publishedText) drafts.set(publishedFor, editor.value);
+  publishedFor = iab;
+  await revert();
+  editor.value = drafts.get(iab) ?? editor.value;
+  drafts.delete(iab);
+  check();
+}
+
 export function wireEditor() {
   editor.addEventListener("input", check);
   byId("flag-significant").addEventListener("change", (event) =>
     edit(flag("significantChanges", event.target.checked)));
   byId("flag-reset").addEventListener("change", (event) => edit(flag("resetSave", event.target.checked)));
+  byId("flag-vendors").addEventListener("change", (event) => edit(nameVendors(event.target.checked)));
   byId("add-category").addEventListener("click", () => edit(addCategory));
   byId("format").addEventListener("click", () => edit(() => {}));
   byId("sample").addEventListener("click", () => load("/api/sample"));
@@ -104,11 +127,15 @@ export function wireEditor() {
 }
 
 /** Another page may have published: what is being edited here stays. */
-export function renderEditor({ published, session }) {
+export function renderEditor({ published, session, application }) {
   byId("tab-editor").hidden = session.live;
-  if (!published || published.version === publishedVersion) return;
+  vendorList = application?.vendorList;
+  if (!published || (published.version === publishedVersion && published.iab === publishedFor)) return;
   publishedVersion = published.version;
   byId("published").textContent = `v${publishedVersion}`;
-  if (editor.value === publishedText) revert();
+  byId("flag-vendors-label").hidden = !published.iab;
+  byId("add-category").hidden = published.iab;
+  if (published.iab !== publishedFor) changeMode(published.iab);
+  else if (editor.value === publishedText) revert();
   else check();
 }

@@ -2,9 +2,13 @@
 
 import { byId, element, fillList, setText } from "./dom.js";
 import { act } from "./connection.js";
+import { keyNames } from "./vendorlist.js";
 
 const kLatestHits = 5;
+const kMostShown = 8; // of a list
+const kLongest = 160; // characters of a value
 const hits = [];
+const tables = new Map(); // what each shows
 
 export function wireInspector() {
   byId("hit-form").addEventListener("submit", (event) => {
@@ -19,25 +23,35 @@ function breakable(text) {
   return element("code", {}, ...parts.flatMap((part) => [part, element("wbr")]));
 }
 
+function valueOf(text) {
+  if (text === "") return element("em", { text: "empty" });
+  if (text.length <= kLongest) return breakable(text);
+  return element("details", {}, element("summary", { text: `${text.length} characters` }), breakable(text));
+}
+
 /** Rows [key, value] with the category's name under its key; what changed lights up once. */
 function fillTable(table, rows, names) {
   const body = table.tBodies[0];
+  const content = JSON.stringify([rows, names]);
+  if (tables.get(table) === content) return;
+  tables.set(table, content);
   const before = new Map([...body.rows].map((row) => [row.dataset.key, row.dataset.value]));
   const first = before.size === 0;
   body.replaceChildren(...rows.map(([key, value]) => {
     const name = names[key] ? [element("small", { text: names[key] })] : [];
-    const shown = value === "" ? element("em", { text: "empty" }) : breakable(value);
     return element("tr", {
       "data-key": key, "data-value": value,
       class: !first && before.get(key) !== value ? "changed" : undefined,
-    }, element("th", { scope: "row" }, breakable(key), ...name), element("td", {}, shown));
+    }, element("th", { scope: "row" }, breakable(key), ...name), element("td", {}, valueOf(value)));
   }));
   if (rows.length === 0)
     body.append(element("tr", {}, element("td", { colspan: "2", class: "nothing", text: "Nothing yet" })));
 }
 
 function shown(value) {
-  if (Array.isArray(value)) return value.length === 0 ? "none" : value.join(", ");
+  if (Array.isArray(value))
+    return value.length === 0 ? "none" : value.slice(0, kMostShown).join(", ") +
+      (value.length > kMostShown ? ` and ${value.length - kMostShown} more` : "");
   return value === null ? "null" : String(value);
 }
 
@@ -58,14 +72,15 @@ export function addHit(entry) {
 
 export function renderInspector({ application, process }) {
   if (!application) return;
-  const { sdk, engine, answers, store, configuration } = application;
+  const { sdk, engine, answers, store, configuration, vendorList } = application;
+  const names = vendorList ? keyNames(vendorList) : configuration.names;
   const on = sdk.on && process?.running;
   setText(byId("sdk-switch"), on ? "On" : "Off");
   byId("sdk-switch").dataset.tone = on ? "good" : "neutral";
   fillList(byId("sdk-numbers"), [["Hits sent", sdk.sent], ["Hits dropped", sdk.dropped]]);
-  fillTable(byId("permanent-data"), sdk.permanentData, configuration.names);
+  fillTable(byId("permanent-data"), sdk.permanentData, names);
   setText(byId("store-count"), String(store.length));
-  fillTable(byId("store"), store, configuration.names);
+  fillTable(byId("store"), store, names);
   fillProperties(byId("engine"), engine);
   fillProperties(byId("answers"), answers);
 }

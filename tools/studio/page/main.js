@@ -6,6 +6,7 @@ import { renderEditor, wireEditor } from "./editor.js";
 import { addHit, renderInspector, wireInspector } from "./inspector.js";
 import { renderPhone, wirePhone } from "./phone.js";
 import { wireTabs } from "./tabs.js";
+import { renderTCString, wireTCString } from "./tcstring.js";
 import { addEntry, wireTimeline } from "./timeline.js";
 
 let arrived = 0;
@@ -13,12 +14,13 @@ let state;
 
 function render() {
   setText(byId("facts"), `Site ${state.session.site}, privacy ${state.session.privacy}` +
-    (state.session.live ? ", real hosts" : ""));
+    (state.session.iab ? ", IAB mode" : "") + (state.session.live ? ", real hosts" : ""));
   renderApplication(state);
   renderPhone(state);
   renderControls({ ...state, arrived });
   renderInspector(state);
   renderEditor(state);
+  renderTCString(state);
 }
 
 function take(entry) {
@@ -33,5 +35,6 @@ wirePhone();
 wireTimeline();
 wireInspector();
 wireEditor();
+wireTCString();
 wireTabs(document.querySelector('[role="tablist"]'));
 listen({ onState: (news) => { state = news; render(); }, onEntry: take });

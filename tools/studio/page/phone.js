@@ -68,11 +68,15 @@ export function wirePhone() {
   byId("print").addEventListener("click", () => frame().contentWindow.print());
 }
 
-export function renderPhone({ application, process }) {
+export function renderPhone({ application, process, session }) {
   const center = process?.running ? application?.center : null;
   const key = center ? `${process.launches}/${center.number}` : "";
   if (key !== shown) change(key, center);
   else if (center && center.events > known) showFrame(center); // somebody else tapped
   if (center) setText(byId("center-done"), center.saveButton ?? "Done");
-  for (const button of document.querySelectorAll("[data-open]")) button.disabled = !process?.running;
+  for (const button of document.querySelectorAll("[data-open]")) {
+    button.disabled = !process?.running;
+    button.hidden = session.iab; // its screens are not there yet
+  }
+  byId("print").hidden = session.iab;
 }

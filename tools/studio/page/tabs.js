@@ -19,7 +19,8 @@ export function wireTabs(list) {
     tab.addEventListener("keydown", (event) => {
       const step = steps[event.key];
       if (!step) return;
-      const next = tabs[(tabs.indexOf(tab) + step + tabs.length) % tabs.length];
+      const shown = tabs.filter((each) => !each.hidden);
+      const next = shown[(shown.indexOf(tab) + step + shown.length) % shown.length];
       choose(tabs, next);
       next.focus();
     });

@@ -1,0 +1,36 @@
+// The studio in a browser.
+import assert from "node:assert/strict";
+import { spawn } from "node:child_process";
+import { createRequire } from "node:module";
+import { createInterface } from "node:readline";
+import { mkdtemp, readFile, rm } from "node:fs/promises";
+import { tmpdir } from "node:os";
+import { join } from "node:path";
+import { open } from "./browser.mjs";
+
+const axe = await readFile(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
+
+/// Starts a studio on a store of its own, with further arguments if there are some, and opens its
+/// page.
+export async function openStudio(t, options = { width: 1280, height: 800 }, args = []) {
+  const directory = await mkdtemp(join(tmpdir(), "studio-"));
+  const studio = spawn(process.env.VXPRIVACY,
+    ["studio", "--no-browser", "--port", "0", "--store", join(directory, "store.sqlite"), ...args],
+    { stdio: ["ignore", "pipe", "inherit"] });
+  t.after(async () => {
+    const ended = new Promise((resolve) => studio.once("exit", resolve));
+    studio.kill();
+    await ended;
+    await rm(directory, { recursive: true });
+  });
+  for await (const line of createInterface(studio.stdout))
+    if (line.trim().startsWith("page ")) return open(t, line.trim().split(/ +/)[1], options);
+}
+
+/// axe finds nothing, and nothing runs out sideways.
+export async function expectSound(page, width) {
+  await page.evaluate(axe);
+  const { violations } = await page.evaluate("axe.run({ iframes: false })");
+  assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes.map((n) => n.html)]), []);
+  assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), width);
+}

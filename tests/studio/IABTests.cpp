@@ -1,0 +1,174 @@
+#include "tests/studio/StudioProcess.h"
+
+#include <fstream>
+#include <map>
+#include <stdexcept>
+#include <string>
+
+#include "tools/studio/VendorList.h"
+#include "tools/studio/application/IABState.h"
+
+#include <gtest/gtest.h>
+
+namespace vx::tests {
+
+namespace {
+
+const std::filesystem::path kRealList = PROJECT_ROOT "/../shared/data/gvl/vendor-list.json";
+
+/// The TC string that an answer shows.
+struct Stored {
+    explicit Stored(const Json& state) {
+        for (const Json& entry : state["application"]["store"])
+            store[entry[0]] = entry[1];
+        const Json& shown = state["application"]["tcString"];
+        EXPECT_EQ(shown.value("text", ""), store["IABTCF_TCString"]);
+        core = shown.value("model", Json::object()).value("Core", Json::object());
+    }
+    std::size_t consents() const { return core["VendorConsent"]["Vendors"].size(); }
+
+    std::map<std::string, std::string> store;
+    Json core;
+};
+
+std::string write(const std::filesystem::path& file, const std::string& text) {
+    std::ofstream(file) << text;
+    return file;
+}
+
+} // namespace
+
+TEST(StudioIAB, ADecisionIsStoredAsATCStringAndShownDecoded) {
+    StudioProcess studio({"--iab"});
+    EXPECT_EQ(studio.valueOf("vendor list"), "version 3, 42 vendors");
+    const Json before = studio.get("state")["application"];
+    EXPECT_TRUE(before["tcString"].is_null());
+    EXPECT_EQ(before["vendorList"]["vendors"]["767"]["name"], "<Angle> & \"Quote\" Media");
+    EXPECT_EQ(before["vendorList"]["vendors"]["22"]["deleted"], true);
+
+    Stored accepted(studio.post("accept"));
+    EXPECT_EQ(accepted.consents(), 39u); // all but those deleted
+    EXPECT_EQ(accepted.core["VendorConsent"]["MaxVendorId"], 1203);
+    EXPECT_EQ(accepted.core["VendorListVersion"], 3);
+    EXPECT_EQ(accepted.core["PurposesConsent"], Json::array()); // no vendor is named
+    EXPECT_EQ(accepted.store["IABTCF_VendorConsents"].size(), 1203u);
+    EXPECT_EQ(accepted.store["IABTCF_CmpSdkID"], "90");
+    EXPECT_EQ(accepted.store["PRIVACY_VEN_1003"], "1");
+
+    const Stored refused(studio.post("refuse"));
+    EXPECT_EQ(refused.consents(), 0u);
+    EXPECT_EQ(refused.core["Created"], accepted.core["Created"]);
+    EXPECT_EQ(Stored(studio.post("kill")).core, refused.core);
+    EXPECT_TRUE(studio.post("reset")["application"]["tcString"].is_null());
+}
+
+TEST(StudioIAB, NamedVendorsBringTheirPurposesAlong) {
+    StudioProcess studio({"--iab"});
+    Json document = studio.get("sample");
+    EXPECT_EQ(studio.post("lint", document.dump()), Json::array());
+    document["information"]["vendors"] = "16,41";
+    studio.post("configuration", document.dump());
+    const std::uint64_t before = studio.now();
+    studio.post("relaunch");
+    ASSERT_FALSE(studio.await("log", "downloaded, version 2", before).is_null());
+    const Stored accepted(studio.post("accept"));
+    EXPECT_EQ(accepted.core["VendorConsent"]["Vendors"], Json::array({16, 41}));
+    EXPECT_EQ(accepted.core["PurposesConsent"], Json::array({1, 2, 3, 4, 7}));
+    EXPECT_EQ(accepted.core["PurposesLITransparency"], Json::array({7, 8, 9}));
+    EXPECT_EQ(accepted.core["SpecialFeatureOptIns"], Json::array({1}));
+}
+
+TEST(StudioIAB, EachModeIsAnInstallationOfItsOwn) {
+    StudioProcess studio;
+    studio.post("accept");
+    std::uint64_t before = studio.now();
+    const Json iab = studio.post("mode", R"({"iab": true})");
+    EXPECT_EQ(iab["session"]["iab"], true);
+    EXPECT_EQ(iab["application"]["decision"]["reason"], "first-start");
+    EXPECT_TRUE(studio.get("configuration").contains("components"));
+    EXPECT_EQ(studio.post("center/open").value("error", ""),
+              "in IAB mode there is no privacy center on the screen yet");
+    ASSERT_FALSE(studio.await("request", "/v2/vendor-list.json", before).is_null());
+    ASSERT_FALSE(studio.await("log", "vendor-list was downloaded", before).is_null());
+    EXPECT_EQ(Stored(studio.post("refuse")).core["VendorListVersion"], 3);
+
+    const Json category = studio.post("mode", R"({"iab": false})");
+    EXPECT_EQ(category["application"]["engine"]["privacyState"], 1);
+    EXPECT_TRUE(category["application"]["tcString"].is_null());
+    EXPECT_TRUE(studio.post("mode").contains("error"));
+}
+
+TEST(StudioIAB, TheBackendServesTheListAndItsTranslations) {
+    StudioProcess studio({"--iab"});
+    httplib::Client backend(
+        studio.valueOf("backend").substr(0, studio.valueOf("backend").find(' ')));
+    EXPECT_EQ(Json::parse(backend.Get("/v2/purposes-de.json")->body)["purposes"]["7"]["name"],
+              "Werbung messen");
+    EXPECT_EQ(backend.Get("/v2/purposes-es.json")->status, 404);
+    EXPECT_EQ(backend.Get("/v2/category.json")->status, 404);
+    const std::string tag = backend.Get("/v2/vendor-list.json")->get_header_value("ETag");
+    EXPECT_EQ(backend.Get("/v2/vendor-list.json", {{"If-None-Match", tag}})->status, 304);
+}
+
+TEST(StudioIAB, TheRealListIsTakenWhole) {
+    if (!std::filesystem::exists(kRealList))
+        GTEST_SKIP() << kRealList << " is not there";
+    StudioProcess studio({"--gvl", kRealList});
+    EXPECT_EQ(studio.valueOf("vendor list"), "version 224, 1007 vendors");
+    const Stored accepted(studio.post("accept"));
+    EXPECT_EQ(accepted.consents(), 824u);
+    EXPECT_EQ(accepted.core["VendorListVersion"], 224);
+    EXPECT_EQ(Stored(studio.post("refuse")).consents(), 0u);
+}
+
+TEST(StudioIAB, AGeneratedListIsTheSameForTheSameSeed) {
+    const auto generated = [](const char* seed) {
+        ProgramRun run({"gvl", "--vendors", "500", "--seed", seed});
+        const std::string text = run.nextLine();
+        EXPECT_EQ(run.wait(), 0);
+        return text;
+    };
+    const std::string text = generated("7");
+    EXPECT_EQ(generated("7"), text);
+    EXPECT_NE(generated("8"), text);
+    const TemporaryDirectory directory;
+    const auto list = tools::studio::readVendorList(write(directory / "list.json", text));
+    EXPECT_EQ(list.vendors, 500u);
+    EXPECT_NE(list.name, tools::studio::sampleVendorList().name);
+}
+
+TEST(StudioIAB, AFileThatIsNoVendorListSaysWhy) {
+    const std::string start = R"({"vendorListVersion":1,"purposes":{},"specialFeatures":{})";
+    const std::pair<std::string, const char*> cases[] = {
+        {"{\n  oops }", "line 2, column 3"},
+        {"[]", "a vendor list is an object"},
+        {R"({"vendorListVersion":"3"})", "\"vendorListVersion\", 1 or more"},
+        {R"({"vendorListVersion":0})", "\"vendorListVersion\", 1 or more"},
+        {R"({"vendorListVersion":3})", "an object \"purposes\""},
+        {start + R"(,"vendors":[]})", "an object \"vendors\""},
+        {start + R"(,"vendors":{"2":{"id":2,"name":"A"},"3":{"id":"3"}}})", "/vendors/3: "},
+        {start + R"(,"vendors":{"2":{"id":2,"name":null}}})", "/vendors/2: "},
+        {std::string(9u << 20, ' '), "at most 8 MiB"},
+    };
+    const TemporaryDirectory directory;
+    for (const auto& [text, problem] : cases) {
+        SCOPED_TRACE(problem);
+        const std::string file = write(directory / "list.json", text);
+        ProgramRun run(
+            {"studio", "--no-browser", "--store", directory / "s.sqlite", "--gvl", file});
+        const std::string errors = run.errors();
+        EXPECT_EQ(run.wait(), 2);
+        EXPECT_TRUE(errors.starts_with("vxprivacy studio: " + file + ": ")) << errors;
+        EXPECT_NE(errors.find(problem), std::string::npos) << errors;
+    }
+}
+
+TEST(StudioIAB, AStringThatCannotBeReadSaysWhere) {
+    const Json state =
+        tools::studio::tcStringState(Json::array({Json::array({"IABTCF_TCString", "COvFyGB"})}));
+    EXPECT_EQ(state["text"], "COvFyGB");
+    EXPECT_NE(state.value("problem", "").find("Core."), std::string::npos);
+    EXPECT_TRUE(tools::studio::tcStringState(Json::array()).is_null());
+}
+
+} // namespace vx::tests

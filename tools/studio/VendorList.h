@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace vx::tools::studio {
+
+/// A vendor list as its host serves it: the list itself and the translations of its purposes.
+struct VendorList {
+    std::int32_t version = 0;
+    std::size_t vendors = 0; ///< those deleted included
+    std::string name;        ///< one for each content; empty: the sample
+    /// By file name: "vendor-list.json", "purposes-fr.json".
+    std::map<std::string, std::string> documents;
+};
+
+/// The project's own.
+VendorList sampleVendorList();
+
+/// The list in `file`, with what lies beside it as purposes-XX.json. Throws std::runtime_error,
+/// which says what is wrong with it in one line.
+VendorList readVendorList(const std::filesystem::path& file);
+
+} // namespace vx::tools::studio

@@ -1,0 +1,64 @@
+#include "tools/studio/application/IABState.h"
+
+#include <string>
+#include <variant>
+
+#include "services/iab/Decoder.h"
+#include "tools/tc/ModelJSON.h"
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+namespace tcf = services::tcf;
+
+Json names(const JSONValue& section) {
+    Json names = Json::object();
+    for (const auto& [id, item] : section.members())
+        names[std::string(id)] = item["name"].string().value_or("");
+    return names;
+}
+
+Json vendors(const JSONValue& section) {
+    Json vendors = Json::object();
+    for (const auto& [id, item] : section.members()) {
+        Json& vendor = vendors[std::string(id)] = {{"name", item["name"].string().value_or("")}};
+        if (item["deletedDate"])
+            vendor["deleted"] = true;
+    }
+    return vendors;
+}
+
+std::string explained(const tcf::TCError& error) {
+    return error.field + ", bit " + std::to_string(error.bit) + ": " + error.why;
+}
+
+} // namespace
+
+Json vendorListState() {
+    const auto file = VXConfigurationFileFactory::sharedInstance().getConfigurationFile(
+        kVXVendorListConfiguration);
+    const JSONValue list = file ? file->getJSONDictionary() : JSONValue();
+    if (!list)
+        return {};
+    return {{"version", file->version()},
+            {"purposes", names(list["purposes"])},
+            {"specialFeatures", names(list["specialFeatures"])},
+            {"vendors", vendors(list["vendors"])}};
+}
+
+Json tcStringState(const Json& entries) {
+    for (const Json& entry : entries)
+        if (entry[0] == "IABTCF_TCString") {
+            const auto text = entry[1].get<std::string>();
+            const auto decoded = tcf::decode(text);
+            if (const auto* error = std::get_if<tcf::TCError>(&decoded))
+                return {{"text", text}, {"problem", explained(*error)}};
+            return {{"text", text}, {"model", tc::asJSON(std::get<tcf::TCModel>(decoded))}};
+        }
+    return {};
+}
+
+} // namespace vx::tools::studio
