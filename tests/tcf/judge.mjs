@@ -15,6 +15,8 @@ import {
     PurposeRestriction, Segment, SegmentEncoder, TCModel, TCString, Vector,
 } from '@iabtechlabtcf/core';
 
+export {Segment, SegmentEncoder, TCModel};
+
 const allVendors = {vendorIds: new Set(Array.from({length: 65535}, (_, index) => index + 1))};
 
 const vectorOf = (numbers) => {
