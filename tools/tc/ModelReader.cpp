@@ -28,15 +28,15 @@ std::uint32_t integerIn(const JSON& json, const std::string& path, std::uint64_t
     return json.get<std::uint32_t>();
 }
 
-const JSON& arrayIn(const JSON& json, const std::string& path) {
+void expectArray(const JSON& json, const std::string& path) {
     if (!json.is_array())
         fail(path, "must be an array");
-    return json;
 }
 
 IdentifierSet setIn(const JSON& json, const std::string& path, std::uint32_t greatest) {
+    expectArray(json, path);
     IdentifierSet set;
-    for (std::size_t i = 0; i < arrayIn(json, path).size(); ++i)
+    for (std::size_t i = 0; i < json.size(); ++i)
         set.insert(integerIn(json[i], path + "/" + std::to_string(i), 1, greatest));
     return set;
 }
@@ -156,7 +156,8 @@ void Reader::restrictions(const char* field, Restrictions& restrictions) {
     const JSON* json = member(field);
     if (!json)
         return;
-    for (std::size_t i = 0; i < arrayIn(*json, pathOf(field)).size(); ++i)
+    expectArray(*json, pathOf(field));
+    for (std::size_t i = 0; i < json->size(); ++i)
         addRestriction((*json)[i], pathOf(field) + "/" + std::to_string(i), restrictions);
 }
 
