@@ -2,9 +2,8 @@
 
 namespace vx::tools::play {
 
-void Session::present() {
-    dismiss();
-    center_ = std::make_unique<VXPrivacyCenterViewController>();
+void Session::present(std::unique_ptr<ViewController> center) {
+    center_ = std::move(center);
     center_->view()->setSize(frame_.width, frame_.height);
     center_->viewDidLoad();
     center_->viewDidAppear(false);

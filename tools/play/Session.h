@@ -7,7 +7,7 @@
 
 #include "tools/play/Step.h"
 #include "tools/recording/World.h"
-#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "vxprivacy/platform/ui/ViewController.h"
 
 namespace vx::tools::play {
 
@@ -39,10 +39,13 @@ public:
         world_->relaunch();
     }
 
-    /// The privacy center shown now, or null.
-    VXPrivacyCenterViewController* center() const { return center_.get(); }
+    /// The privacy center shown now, when it is of this class; else null.
+    template <class Center>
+    Center* center() const {
+        return dynamic_cast<Center*>(center_.get());
+    }
     /// Shows a privacy center, taking away the one shown before.
-    void present();
+    void present(std::unique_ptr<ViewController> center);
     /// Takes the privacy center away.
     void dismiss();
 
@@ -54,8 +57,7 @@ private:
     recording::EventSink sink_;
     std::unique_ptr<recording::World> world_;
     Frame frame_;
-    std::unique_ptr<VXPrivacyCenterViewController>
-        center_; // last, so that it ends before the world
+    std::unique_ptr<ViewController> center_; // last, so that it ends before the world
 };
 
 /// What a step of this name does.

@@ -36,6 +36,9 @@ public:
     /// application in IAB mode calls it once, before it calls those.
     static void registerWithEngine();
 
+    /// Say which screen comes first; without them it is the popup. Before `viewDidLoad`.
+    void startWithPurposeScreen() { firstScreen_ = 1; }
+    void startWithVendorScreen() { firstScreen_ = 2; }
     void viewDidLoad() override;
     void viewWillDisappear(bool animated) override;
 
@@ -87,6 +90,8 @@ public:
     std::int32_t filterCategoryType() const { return filterCategoryType_; }
     /// The identifier that vendors must declare.
     std::int32_t filterCategoryID() const { return filterCategoryID_; }
+    /// 0 popup, 1 purposes, 2 vendors.
+    std::int32_t firstScreen() const { return firstScreen_; }
 
 private:
     // The texts lie in the record's document.
@@ -118,6 +123,7 @@ private:
     std::optional<Restrictions> pubRestrictions_;
     std::int32_t filterCategoryType_ = 0;
     std::int32_t filterCategoryID_ = 0;
+    std::int32_t firstScreen_ = 0;
 };
 
 } // namespace vx
