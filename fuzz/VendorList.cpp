@@ -1,0 +1,68 @@
+// Any vendor list, configured vendors and publisher restrictions, from registration over accept-all
+// and refuse-all to the TC string, which must be one that can be read again.
+
+#include "services/iab/Decoder.h"
+#include "tools/recording/World.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+
+#include <array>
+#include <cstdlib>
+#include <variant>
+
+namespace {
+
+using namespace vx;
+
+// The parts of an input stand between bytes of zero.
+std::array<std::string, 3> parts(std::string_view input) {
+    std::array<std::string, 3> parts;
+    for (std::string& part : parts) {
+        const std::size_t end = std::min(input.find('\0'), input.size());
+        part = input.substr(0, end);
+        input.remove_prefix(std::min(end + 1, input.size()));
+    }
+    return parts;
+}
+
+void require(bool holds) {
+    if (!holds)
+        std::abort();
+}
+
+void requireReadable(const recording::Event& event) {
+    if (const auto text = event.find("tc"); text != event.end())
+        require(std::holds_alternative<services::tcf::TCModel>(
+            services::tcf::decode(text->get<std::string>())));
+}
+
+void askForLists() {
+    VXIABPrivacyCenterViewController center;
+    center.viewDidLoad();
+    for (const char* section : {"purposes", "specialPurposes", "features", "specialFeatures"})
+        center.keysToDisplay(section);
+    for (const std::int32_t number : {10001, 11001, 12001, 13001}) {
+        center.filterByNumber(number);
+        center.vendorsToDisplay();
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto [list, vendors, restrictions] = parts({reinterpret_cast<const char*>(data), size});
+    const recording::Event configuration = {{"information", {{"vendors", vendors}}}};
+    recording::World world(
+        {.files = {{"vendor-list", list},
+                   {"privacy",
+                    configuration.dump(-1, ' ', true, recording::Event::error_handler_t::replace)},
+                   {"VXIABPublisherRestrictions", restrictions}},
+         .iab = true},
+        requireReadable);
+    world.engine().setSiteID(12, 5);
+    world.engine().useCustomPublisherRestrictions();
+    world.engine().setGeneratePublisherTC(true);
+    world.engine().acceptAllConsent();
+    askForLists();
+    world.engine().refuseAllConsent();
+    return 0;
+}
