@@ -1,11 +1,23 @@
 #include "tools/studio/Answers.h"
 
+#include <memory>
+#include <utility>
+
 namespace vx::tools::studio {
+
+// The library compresses whatever it is given whole.
+void answerText(httplib::Response& response, std::string text, const std::string& type) {
+    const auto kept = std::make_shared<const std::string>(std::move(text));
+    response.set_content_provider(
+        kept->size(), type, [kept](std::size_t begin, std::size_t size, httplib::DataSink& sink) {
+            return sink.write(kept->data() + begin, size);
+        });
+}
 
 void answer(httplib::Response& response, const Json& body, int status) {
     response.status = status;
-    response.set_content(body.dump(2, ' ', false, Json::error_handler_t::replace) + "\n",
-                         "application/json");
+    answerText(response, body.dump(2, ' ', false, Json::error_handler_t::replace) + "\n",
+               "application/json");
 }
 
 void answerError(httplib::Response& response, int status, const std::string& error) {

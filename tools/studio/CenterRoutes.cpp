@@ -25,7 +25,7 @@ void answerWith(httplib::Response& response, const Reply& reply, const char* typ
     if (reply.problem)
         answerError(response, 404, *reply.problem);
     else
-        response.set_content(reply.text, type);
+        answerText(response, reply.text, type);
 }
 
 struct File {
@@ -46,7 +46,7 @@ void takeEvent(Session& session, const httplib::Request& request, httplib::Respo
     if (reply.problem)
         answerError(response, 409, *reply.problem);
     else
-        response.set_content(reply.text, "application/json");
+        answerText(response, reply.text, "application/json");
 }
 
 } // namespace
@@ -61,7 +61,7 @@ void addCenter(httplib::Server& server, Session& session) {
     });
     for (const File& file : kFiles)
         server.Get(file.path, [file](const httplib::Request&, httplib::Response& response) {
-            response.set_content(file.text(), std::string(file.type) + "; charset=utf-8");
+            answerText(response, file.text(), std::string(file.type) + "; charset=utf-8");
         });
     server.Post("/api/center/event",
                 [&](const httplib::Request& request, httplib::Response& response) {

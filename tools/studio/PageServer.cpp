@@ -64,12 +64,12 @@ void PageServer::addAssets(httplib::Server& server) const {
         std::string page = asset("index.html");
         const std::string mark = "{{token}}";
         page.replace(page.find(mark), mark.size(), token());
-        response.set_content(page, "text/html; charset=utf-8");
+        answerText(response, page, "text/html; charset=utf-8");
     });
     for (const File& file : kFiles)
         server.Get(std::string("/") + file.name, [file](const httplib::Request&,
                                                         httplib::Response& response) {
-            response.set_content(asset(file.name), std::string(file.type) + "; charset=utf-8");
+            answerText(response, asset(file.name), std::string(file.type) + "; charset=utf-8");
         });
 }
 
@@ -86,10 +86,10 @@ void PageServer::addQueries(httplib::Server& server) {
         channel_.serve(request, response);
     });
     server.Get("/api/configuration", [this](const httplib::Request&, httplib::Response& response) {
-        response.set_content(session_.published().text, "application/json");
+        answerText(response, session_.published().text, "application/json");
     });
     server.Get("/api/sample", [this](const httplib::Request&, httplib::Response& response) {
-        response.set_content(session_.sample(), "application/json");
+        answerText(response, session_.sample(), "application/json");
     });
 }
 
