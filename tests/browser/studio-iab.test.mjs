@@ -74,6 +74,48 @@ test("the mode changes with the installation, and back", async (t) => {
   assert.deepEqual(page.failures, []);
 });
 
+const vendors = (...ids) => ({ MaxVendorId: 767, Vendors: ids });
+const core = {
+  Created: "2026-01-31T09:30:00.0Z", LastUpdated: "2026-02-01T09:30:00.0Z", CmpId: 90, CmpVersion: 471,
+  ConsentScreen: 5, ConsentLanguage: "DE", VendorListVersion: 3, TcfPolicyVersion: 2,
+  IsServiceSpecific: true, UseNonStandardStacks: false, SpecialFeatureOptIns: [12],
+  PurposesConsent: [1, 24], PurposesLITransparency: [], PurposeOneTreatment: false, PublisherCC: "AA",
+  VendorConsent: vendors(2, 767), VendorLegitimateInterest: vendors(4000),
+  PubRestrictions: [{ PurposeId: 2, RestrictionType: 0, Vendors: [767, 4000] },
+    { PurposeId: 63, RestrictionType: 2, Vendors: [2] }],
+};
+const model = {
+  Core: core, DisclosedVendors: vendors(6, 8), AllowedVendors: vendors(),
+  PublisherTC: { PubPurposesConsent: [1, 3], PubPurposesLITransparency: [], NumCustomPurposes: 2,
+    CustomPurposesConsent: [2], CustomPurposesLITransparency: [] },
+};
+
+test("everything that a string can hold is shown, and why one cannot be decoded", async (t) => {
+  const page = await openPanel(t);
+  const state = await (await page.request.get(new URL("api/state", page.url()).href)).json();
+  const show = async (tcString) => { // a stream that says this and nothing else
+    Object.assign(state.application, { tcString });
+    const body = `event: state\ndata: ${JSON.stringify(state)}\n\n`;
+    await page.route("**/api/events", (route) => route.fulfill({ contentType: "text/event-stream", body }));
+    await page.reload();
+    await tab(page).click();
+  };
+  await show({ text: "<b>", model });
+  await row(page, "24 Not in the vendor list yes no").waitFor();
+  await row(page, "12 Not in the vendor list yes").waitFor();
+  await panel(page).getByText("2 with consent, 1 with legitimate interest, of 40").click();
+  await row(page, "4000 Not in the vendor list no yes").waitFor();
+  await panel(page).getByText("2 Choose advertisements by what you see: not allowed for 2 vendors").click();
+  await panel(page).getByText('<Angle> & "Quote" Media, 4000 (not in the vendor list)').waitFor();
+  await panel(page).getByText("63 Not in the vendor list: legitimate interest required for 1 vendor").waitFor();
+  const fields = await page.locator("#tc-fields dd, #tc-segments dd").allTextContents();
+  assert.deepEqual([...fields.slice(0, 1), ...fields.slice(3)], ["2", "90", "471", "5", "DE", "AA", "3",
+    "2", "yes", "no", "no", "767", "767", "1, 3", "none", "2", "2", "none", "6, 8", "none"]);
+  await show({ text: "C", problem: "Core.Created, bit 6: it needs 36 bits, and 0 are left" });
+  await panel(page).getByText("It cannot be decoded: Core.Created, bit 6").waitFor();
+  assert.equal(await panel(page).getByRole("table").count(), 0);
+});
+
 for (const options of [{ width: 1280, height: 800 }, { width: 390, height: 844, colorScheme: "dark" }])
   test(`axe finds nothing at ${options.width} points, nothing runs out sideways`, async (t) => {
     const page = await openPanel(t, options);

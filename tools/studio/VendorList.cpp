@@ -9,6 +9,7 @@
 #include "tools/studio/Assets.h"
 #include "tools/studio/Json.h"
 #include "tools/studio/Publication.h"
+#include "vxprivacy/platform/foundation/JSONValue.h"
 
 namespace vx::tools::studio {
 
@@ -19,29 +20,25 @@ using Problem = std::optional<std::string>;
 const std::string kListName = "vendor-list.json";
 constexpr std::size_t kMostBytes = 8u << 20; // what an application downloads
 
-std::int64_t versionOf(const Json& list) {
-    const Json version = list.value("vendorListVersion", Json());
-    return version.is_number_integer() ? version.get<std::int64_t>() : 0;
-}
-
-Problem findProblem(const Json& vendors) {
-    for (const auto& [key, vendor] : vendors.items()) {
-        if (!vendor.is_object() || !vendor.value("id", Json()).is_number_integer())
-            return "/vendors/" + key + ": a vendor is an object with the number \"id\"";
-        if (!vendor.value("name", Json()).is_string())
-            return "/vendors/" + key + ": the vendor has no text \"name\"";
+Problem findProblem(const JSONValue& vendors) {
+    for (const auto& [key, vendor] : vendors.members()) {
+        if (!vendor["id"].integer())
+            return "/vendors/" + std::string(key) +
+                   ": a vendor is an object with the number \"id\"";
+        if (!vendor["name"].string())
+            return "/vendors/" + std::string(key) + ": the vendor has no text \"name\"";
     }
     return {};
 }
 
-Problem findProblemInList(const Json& list) {
-    if (!list.is_object())
+Problem findProblemInList(const JSONValue& list) {
+    if (!list.isObject())
         return "a vendor list is an object";
-    const std::int64_t version = versionOf(list);
+    const std::int64_t version = list["vendorListVersion"].integer().value_or(0);
     if (version < 1 || version > std::numeric_limits<std::int32_t>::max())
         return "a vendor list has the number \"vendorListVersion\", 1 or more";
     for (const char* section : {"purposes", "specialFeatures", "vendors"})
-        if (!list.value(section, Json()).is_object())
+        if (!list[section].isObject())
             return std::string("a vendor list of version 2 has an object \"") + section + '"';
     return findProblem(list["vendors"]);
 }
@@ -49,14 +46,14 @@ Problem findProblemInList(const Json& list) {
 VendorList vendorList(const std::string& text) {
     if (text.size() > kMostBytes)
         throw std::runtime_error("an application takes at most 8 MiB");
+    const JSONValue list = JSONValue::parse(text);
     std::string fault;
-    const Json list = parsed(text, &fault);
-    if (list.is_discarded())
+    if (!list && parsed(text, &fault).is_discarded()) // which says where
         throw std::runtime_error(fault);
     if (const Problem problem = findProblemInList(list))
         throw std::runtime_error(*problem);
-    return {.version = static_cast<std::int32_t>(versionOf(list)),
-            .vendors = list["vendors"].size(),
+    return {.version = list["vendorListVersion"].integerValue(),
+            .vendors = list["vendors"].members().size(),
             .name = {},
             .documents = {{kListName, text}}};
 }

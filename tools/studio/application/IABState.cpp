@@ -1,6 +1,7 @@
 #include "tools/studio/application/IABState.h"
 
 #include <string>
+#include <utility>
 #include <variant>
 
 #include "services/iab/Decoder.h"
@@ -22,11 +23,13 @@ Json names(const JSONValue& section) {
 }
 
 Json vendors(const JSONValue& section) {
-    Json vendors = Json::object();
-    for (const auto& [id, item] : section.members()) {
-        Json& vendor = vendors[std::string(id)] = {{"name", item["name"].string().value_or("")}};
+    Json vendors = Json::array();
+    for (const auto& [key, item] : section.members()) {
+        Json vendor = {{"id", item["id"].integerValue()},
+                       {"name", item["name"].string().value_or("")}};
         if (item["deletedDate"])
             vendor["deleted"] = true;
+        vendors.push_back(std::move(vendor));
     }
     return vendors;
 }

@@ -4,8 +4,9 @@
 
 namespace vx::tools::studio {
 
-/// The vendor list in force: "version", and in "purposes" and "specialFeatures" the names by ID, in
-/// "vendors" {"name"} by ID, with "deleted" when it is. Null when there is none yet.
+/// The vendor list in force: "version", in "purposes" and "specialFeatures" the names by ID, and
+/// "vendors", objects with "id" and "name", and "deleted" for those that are. Null when there is
+/// none yet.
 Json vendorListState();
 
 /// The TC string among a store's entries: "text", and either "model", its fields, or "problem".

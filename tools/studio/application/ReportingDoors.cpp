@@ -13,7 +13,7 @@ template <class Dictionary>
 Json object(const Dictionary& dictionary) {
     auto result = Json::object();
     for (const auto& [key, value] : dictionary)
-        result[key] = value;
+        addMember(result, key, value);
     return result;
 }
 

@@ -10,7 +10,7 @@ let shown = "";
 let vendorRows = []; // of the string and list that are shown
 let tableIsFilled = false;
 
-const count = (number, one, many = `${one}s`) => `${number} ${number === 1 ? one : many}`;
+const count = (number, one) => `${number} ${one}${number === 1 ? "" : "s"}`;
 const yesOrNo = (value) => (value ? "yes" : "no");
 const time = (text) => dateAndTime(Date.parse(text));
 const inAscendingOrder = (...lists) => [...new Set(lists.flat())].sort((a, b) => a - b);
@@ -26,7 +26,7 @@ function row(id, name, marks) {
 
 /** Rows for what the list names and the string holds, with a mark for each set of the string. */
 function fillTable(table, names, ...sets) {
-  const ids = inAscendingOrder(Object.keys(names).map(Number), ...sets);
+  const ids = inAscendingOrder(Object.keys(names).map(Number).filter(Number.isInteger), ...sets);
   table.tBodies[0].replaceChildren(
     ...ids.map((id) => row(id, names[id], sets.map((set) => set.includes(id)))));
 }
@@ -67,17 +67,19 @@ function segments({ DisclosedVendors: disclosed, AllowedVendors: allowed, Publis
   return rows.length > 0 ? rows : [["Other segments", "none"]];
 }
 
-function restriction({ PurposeId: purpose, RestrictionType: type, Vendors: vendors }, list) {
-  const names = vendors.map((id) => list.vendors[id]?.name ?? `${id} (${kNowhere.toLowerCase()})`);
-  return element("li", {}, element("strong", { text: list.purposes[purpose] ?? `Purpose ${purpose}` }),
-    ` ${restrictionTypes[type]} for ${names.join(", ")}`);
+function restriction({ PurposeId: purpose, RestrictionType: type, Vendors: vendors }, list, vendorNames) {
+  const names = vendors.map((id) => vendorNames.get(id) ?? `${id} (${kNowhere.toLowerCase()})`);
+  return element("li", {}, element("details", {},
+    element("summary", { text: `${purpose} ${list.purposes[purpose] ?? kNowhere}: ${restrictionTypes[type]} ` +
+      `for ${count(names.length, "vendor")}` }),
+    element("p", { text: names.join(", ") })));
 }
 
-function setVendors({ Core: core }, list) {
+function setVendors({ Core: core }, list, vendorNames) {
   const consent = new Set(core.VendorConsent.Vendors);
   const legitimate = new Set(core.VendorLegitimateInterest.Vendors);
   vendorRows = inAscendingOrder(liveVendors(list), [...consent], [...legitimate])
-    .map((id) => ({ id, name: list.vendors[id]?.name, marks: [consent.has(id), legitimate.has(id)] }));
+    .map((id) => ({ id, name: vendorNames.get(id), marks: [consent.has(id), legitimate.has(id)] }));
   setText(byId("tc-vendor-count"), `${consent.size} with consent, ${legitimate.size} with legitimate ` +
     `interest, of ${vendorRows.length}`);
   tableIsFilled = false;
@@ -115,10 +117,11 @@ function renderModel(model, list, configuration) {
   fillTable(byId("tc-purposes"), list.purposes, model.Core.PurposesConsent, model.Core.PurposesLITransparency);
   fillTable(byId("tc-features"), list.specialFeatures, model.Core.SpecialFeatureOptIns);
   setText(byId("tc-note"), note(model, configuration));
-  setVendors(model, list);
+  const vendorNames = new Map(list.vendors.map(({ id, name }) => [id, name]));
+  setVendors(model, list, vendorNames);
   const restrictions = model.Core.PubRestrictions;
   byId("tc-restrictions").replaceChildren(...(restrictions.length > 0
-    ? restrictions.map((each) => restriction(each, list)) : [element("li", { text: "None" })]));
+    ? restrictions.map((each) => restriction(each, list, vendorNames)) : [element("li", { text: "None" })]));
   fillList(byId("tc-segments"), segments(model));
 }
 
@@ -127,7 +130,7 @@ function describeList(list, served) {
   const older = served && served.version < list.version
     ? ` The backend serves version ${served.version}, which is older and not taken; Reset takes it.` : "";
   return `Vendor list version ${list.version}, ${count(liveVendors(list).length, "vendor")} and ` +
-    `${Object.keys(list.vendors).length - liveVendors(list).length} deleted.${older}`;
+    `${list.vendors.length - liveVendors(list).length} deleted.${older}`;
 }
 
 export function wireTCString() {
@@ -150,6 +153,6 @@ export function renderTCString({ application, session }) {
   setText(byId("tc-string"), tcString?.text ?? "");
   setText(byId("tc-length"), count(tcString?.text.length ?? 0, "character"));
   setText(byId("tc-problem"), tcString?.problem ? `It cannot be decoded: ${tcString.problem}` : "");
-  const empty = { purposes: {}, specialFeatures: {}, vendors: {} };
+  const empty = { purposes: {}, specialFeatures: {}, vendors: [] };
   if (tcString?.model) renderModel(tcString.model, vendorList ?? empty, configuration);
 }

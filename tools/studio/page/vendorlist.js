@@ -14,7 +14,7 @@ function addPair(names, kind, id, name) {
 export function keyNames(list) {
   const names = {};
   for (const [id, name] of Object.entries(list?.purposes ?? {})) addPair(names, "CAT", id, name);
-  for (const [id, { name }] of Object.entries(list?.vendors ?? {})) addPair(names, "VEN", id, name);
+  for (const { id, name } of list?.vendors ?? []) addPair(names, "VEN", id, name);
   for (const [id, name] of Object.entries(list?.specialFeatures ?? {}))
     names[`PRIVACY_FEAT_${kSpecialFeatures + 2 * Number(id)}`] = name;
   return names;
@@ -22,6 +22,6 @@ export function keyNames(list) {
 
 /** IDs of the vendors that were not deleted, ascending. */
 export function liveVendors(list) {
-  const vendors = Object.entries(list?.vendors ?? {});
-  return vendors.filter(([, vendor]) => !vendor.deleted).map(([id]) => Number(id)).sort((a, b) => a - b);
+  const live = (list?.vendors ?? []).filter((vendor) => !vendor.deleted);
+  return live.map(({ id }) => id).sort((a, b) => a - b);
 }
