@@ -1,16 +1,8 @@
 # What `vxprivacy tc` prints, and its exit statuses.
 
 set(scratch ${CMAKE_CURRENT_BINARY_DIR}/tc_command_line.json)
-
-# expect(STATUS OUTPUT ERRORS ARGUMENT...): regular expressions for the whole of both streams.
-function(expect status output errors)
-    execute_process(COMMAND ${PROGRAM} tc ${ARGN} INPUT_FILE ${scratch}
-        RESULT_VARIABLE actual_status OUTPUT_VARIABLE actual_output ERROR_VARIABLE actual_errors)
-    if(NOT actual_status STREQUAL status OR NOT actual_output MATCHES "^${output}$"
-       OR NOT actual_errors MATCHES "^${errors}$")
-        message(SEND_ERROR "${ARGN}: status ${actual_status}\n${actual_output}${actual_errors}")
-    endif()
-endfunction()
+set(subcommand tc)
+include(${CMAKE_CURRENT_LIST_DIR}/../expect.cmake)
 
 # expect_fault(JSON ERROR): the document cannot be encoded.
 function(expect_fault json error)
@@ -18,7 +10,6 @@ function(expect_fault json error)
     expect(1 "" "vxprivacy tc: ${error}\n" encode ${scratch})
 endfunction()
 
-set(one_line "vxprivacy[^\n]+\n")
 set(core [==[{"Core":{"Created":"2026-11-21T16:00:00.5Z","CmpId":90,"ConsentLanguage":"DE",
     "VendorConsent":{"Vendors":[1,2,3,8]}},"PublisherTC":{"NumCustomPurposes":2}}]==])
 

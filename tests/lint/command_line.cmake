@@ -1,18 +1,8 @@
 # What `vxprivacy lint` prints, and its exit statuses.
 
 set(scratch ${CMAKE_CURRENT_BINARY_DIR}/lint_command_line.json)
-
-# expect(STATUS OUTPUT ERRORS ARGUMENT...): regular expressions for the whole of both streams.
-function(expect status output errors)
-    execute_process(COMMAND ${PROGRAM} lint ${ARGN} INPUT_FILE ${scratch}
-        RESULT_VARIABLE actual_status OUTPUT_VARIABLE actual_output ERROR_VARIABLE actual_errors)
-    if(NOT actual_status STREQUAL status OR NOT actual_output MATCHES "^${output}$"
-       OR NOT actual_errors MATCHES "^${errors}$")
-        message(SEND_ERROR "${ARGN}: status ${actual_status}\n${actual_output}${actual_errors}")
-    endif()
-endfunction()
-
-set(one_line "vxprivacy[^\n]+\n")
+set(subcommand lint)
+include(${CMAKE_CURRENT_LIST_DIR}/../expect.cmake)
 
 file(WRITE ${scratch} "{\"information\":{\"version\":1},\n \"categories\": []}")
 expect(1 "standard input:2:16: warning: /categories: There are no categories[^\n]+\n    Add [^\n]+\n" "")
