@@ -10,7 +10,7 @@ namespace vx::tools::studio {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience{5};
+constexpr std::chrono::seconds kPatience{15}; // a vendor list may be large and the machine slow
 
 } // namespace
 

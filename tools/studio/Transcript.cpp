@@ -14,6 +14,9 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
+// Only a start-up that finds no newer document, or a slow one, takes that long.
+constexpr std::chrono::seconds kPatience{10};
+
 std::ostream& field(const char* name) {
     return std::cout << "  " << std::left << std::setw(15) << name;
 }
@@ -55,7 +58,7 @@ bool isUpToDate(const Json& state) {
 // Prints the entries as they come.
 void printStartUp(EventStream& events) {
     EventStream::Position position;
-    for (const auto end = Clock::now() + 3s; Clock::now() < end;) {
+    for (const auto end = Clock::now() + kPatience; Clock::now() < end;) {
         const EventStream::News news = events.waitAfter(position, 100ms);
         position = news.position;
         for (const Json& entry : news.entries)
