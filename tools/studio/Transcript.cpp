@@ -30,7 +30,7 @@ void printHeading(const EventStream& events, const std::string& address, const s
                          << " (configuration CDN, vendor list, consent collector)\n";
     field("store") << state["session"].value("store", "") << '\n';
     field("token") << token << '\n';
-    field("try") << "curl -X POST -H 'X-Studio-Token: " << token << "' " << address
+    field("try") << "curl -d '' -H 'X-Studio-Token: " << token << "' " << address
                  << "/api/accept\n";
     std::cout << "\nStart-up\n";
 }
