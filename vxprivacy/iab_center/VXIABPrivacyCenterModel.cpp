@@ -58,14 +58,18 @@ std::vector<std::int32_t> mergedAndSorted(std::vector<std::int32_t> numbers,
     return numbers;
 }
 
-// The stored number of item `n`; it wraps where the vendor list has an absurd one.
-std::int32_t legitimateInterestNumber(std::int32_t offset, std::int32_t n) {
+// The stored numbers of item `n`; they wrap where the vendor list has an absurd one.
+std::int32_t wrapped(std::int32_t offset, std::int32_t n, std::uint32_t before) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(offset) +
-                                     2 * static_cast<std::uint32_t>(n));
+                                     2 * static_cast<std::uint32_t>(n) - before);
 }
 
 std::int32_t consentNumber(std::int32_t offset, std::int32_t n) {
-    return legitimateInterestNumber(offset, n) - 1;
+    return wrapped(offset, n, 1);
+}
+
+std::int32_t legitimateInterestNumber(std::int32_t offset, std::int32_t n) {
+    return wrapped(offset, n, 0);
 }
 
 } // namespace
