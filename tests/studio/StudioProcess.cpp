@@ -131,8 +131,8 @@ httplib::Client StudioProcess::client() const {
 }
 
 Json StudioProcess::post(const std::string& action, const std::string& body) {
-    const auto result =
-        client().Post("/api/" + action, {{"X-Studio-Token", token_}}, body, "application/json");
+    const auto result = client().Post("/api/" + action, {{"X-Studio-Token", token_}}, body,
+                                      "application/x-www-form-urlencoded"); // as curl says it is
     return result ? Json::parse(result->body, nullptr, false) : Json();
 }
 

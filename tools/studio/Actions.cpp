@@ -4,7 +4,9 @@
 #include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "tools/lint/Lint.h"
 #include "tools/lint/Report.h"
@@ -79,8 +81,19 @@ constexpr Action kActions[] = {
     {"/api/mode", setMode},
 };
 
-void publish(Session& session, const httplib::Request& request, httplib::Response& response) {
-    const Publication::Draft draft = session.publish(request.body);
+// The library takes no more than 8 KiB of the content type that curl gives a body unasked, unless
+// the body is read here. Nothing when it cannot be read whole; then the answer says so already.
+std::optional<std::string> bodyOf(const httplib::ContentReader& read) {
+    std::string body;
+    const bool whole = read([&](const char* data, std::size_t size) {
+        body.append(data, size);
+        return true;
+    });
+    return whole ? std::optional(std::move(body)) : std::nullopt;
+}
+
+void publish(Session& session, const std::string& text, httplib::Response& response) {
+    const Publication::Draft draft = session.publish(text);
     if (!draft.problem.empty())
         answerError(response, 422, draft.problem);
     else
@@ -97,13 +110,16 @@ void addActions(httplib::Server& server, Session& session, const EventStream& ev
             else
                 answer(response, events.state());
         });
-    server.Post("/api/configuration",
-                [&](const httplib::Request& request, httplib::Response& response) {
-                    publish(session, request, response);
-                });
+    server.Post("/api/configuration", [&](const httplib::Request&, httplib::Response& response,
+                                          const httplib::ContentReader& read) {
+        if (const auto text = bodyOf(read))
+            publish(session, *text, response);
+    });
     // Changes nothing, but is work.
-    server.Post("/api/lint", [](const httplib::Request& request, httplib::Response& response) {
-        answer(response, lint::asJSON(lint::lint(request.body)));
+    server.Post("/api/lint", [](const httplib::Request&, httplib::Response& response,
+                                const httplib::ContentReader& read) {
+        if (const auto text = bodyOf(read))
+            answer(response, lint::asJSON(lint::lint(*text)));
     });
 }
 
