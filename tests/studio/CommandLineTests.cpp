@@ -44,6 +44,9 @@ TEST(StudioCommandLine, WhatCannotBeUsedIsOneLineAndStatusTwo) {
         ProgramRun run(arguments);
         const std::string errors = run.errors();
         EXPECT_EQ(run.wait(), 2);
+        if (options.front() == "--config") {
+            EXPECT_NE(errors.find(options.back()), std::string::npos) << errors;
+        }
         EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
         EXPECT_EQ(run.nextLine(), "");
     }

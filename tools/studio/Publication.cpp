@@ -66,10 +66,9 @@ Publication::Draft Publication::publish(const std::string& text) {
 
 std::string readFile(const std::filesystem::path& file) {
     std::ifstream stream(file, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream)
+    if (stream.peek(); stream.bad() || !stream.is_open()) // a directory opens, but is not read
         throw std::system_error(errno, std::generic_category(), file.string());
-    return text;
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 } // namespace vx::tools::studio
