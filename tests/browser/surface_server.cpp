@@ -70,8 +70,11 @@ private:
     std::unique_ptr<web::WebSurface> surface_;
 };
 
-// As it is: what the library compresses for a browser takes it a second for each 100 KB.
+// As it is: what the library compresses for a browser takes it a second for each 100 KB. For a text
+// that is empty it would ask for ever, and hold up all else.
 void respond(httplib::Response& response, std::string text, const char* type) {
+    if (text.empty())
+        return response.set_content(text, type);
     const std::size_t size = text.size();
     response.set_content_provider(
         size, type, [text = std::move(text)](std::size_t at, std::size_t length, auto& sink) {

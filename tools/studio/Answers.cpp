@@ -5,8 +5,10 @@
 
 namespace vx::tools::studio {
 
-// The library compresses whatever it is given whole.
+// The library compresses whatever it is given whole, and asks for ever for a text that is empty.
 void answerText(httplib::Response& response, std::string text, const std::string& type) {
+    if (text.empty())
+        return response.set_content(text, type);
     const auto kept = std::make_shared<const std::string>(std::move(text));
     response.set_content_provider(
         kept->size(), type, [kept](std::size_t begin, std::size_t size, httplib::DataSink& sink) {
