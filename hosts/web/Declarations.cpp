@@ -36,7 +36,7 @@ std::string points(double value) {
 }
 
 std::string length(const GridPlan::Length& length) {
-    return length.share ? number(length.value * 100) + "cqi" : points(length.value);
+    return length.share ? "calc(" + number(length.value) + "*var(--column))" : points(length.value);
 }
 
 std::string colour(const Colour& colour) {

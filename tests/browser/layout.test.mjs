@@ -96,6 +96,17 @@ test("the text size takes effect, and gaps are the constraints'", async (t) => {
   near(description.top - row.bottom, 8, "standard gap");
 });
 
+test("in a wide window the screen is a column in its middle, with shares of the column", async (t) => {
+  const page = await open(t, await serve(t, sample), { width: 1280 });
+  const { rows, cut, wide } = await page.evaluate(measure);
+  assert.deepEqual([...cut, ...wide], []);
+  for (const { scale, title, row } of rows) {
+    near(row.left, (1280 - 768) / 2 + 8, "row");
+    near(row.right, (1280 + 768) / 2 - 8, "row");
+    if (scale === "0.75") near(title.width, 0.8 * 768, "title's share");
+  }
+});
+
 test("on paper the screen is whole", async (t) => {
   const page = await open(t, await serve(t, sample));
   assert.equal((await page.evaluate(measure)).whole, false);
@@ -109,4 +120,22 @@ test("from right to left, title and switch change sides", async (t) => {
   const { rows, cut, wide } = await page.evaluate(measure);
   assert.deepEqual([...cut, ...wide], []);
   for (const { title, control } of rows) assert.ok(control.right < title.left + 1);
+});
+
+test("a text runs as its own letters do, and begins where the page does", async (t) => {
+  const texts = { content: "All (of it).", privacy_policy_url: "https://example.com/",
+    privacy_policy_text: "Read (more)." };
+  for (const language of ["ar", "en"]) {
+    const page = await open(t, await serve(t, { information: { version: 1, ...texts } }, language));
+    const ends = await page.evaluate(() => [...document.querySelectorAll(".label, .button")].map(
+      ({ firstChild: text }) => [0, text.length - 1].map((at) => {
+        const range = document.createRange();
+        range.setStart(text, at);
+        range.setEnd(text, at + 1);
+        return range.getBoundingClientRect().left;
+      })));
+    assert.equal(ends.length, 2);
+    for (const [first, last] of ends) assert.ok(first < last, `${language}: ${first}, ${last}`);
+    assert.equal(ends[0][0] < 20, language === "en", `${language}: ${ends[0][0]}`);
+  }
 });
