@@ -4,6 +4,7 @@
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/platform/ui/Controls.h"
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -47,12 +48,24 @@ void dismiss(Session& session, const Step&) {
     session.dismiss();
 }
 
-void tap(Session& session, const Step& step) {
+// The view that a step names; says so where the screen shown now has none.
+std::shared_ptr<View> namedView(Session& session, const Step& step) {
     const std::string name = step.text("name");
-    if (const auto view = viewNamed(session, name))
-        touch(*view);
-    else
+    auto view = viewNamed(session, name);
+    if (!view)
         session.print({{"missing", name}});
+    return view;
+}
+
+void tap(Session& session, const Step& step) {
+    if (const auto view = namedView(session, step))
+        touch(*view);
+}
+
+void tapText(Session& session, const Step& step) {
+    const std::int32_t character = step.integer("index");
+    if (const auto view = namedView(session, step))
+        view->tap(static_cast<std::size_t>(character));
 }
 
 void screen(Session& session, const Step&) {
@@ -91,7 +104,8 @@ void model(Session& session, const Step&) {
 }
 
 constexpr Action kActions[] = {
-    {"present", present}, {"dismiss", dismiss}, {"tap", tap}, {"screen", screen}, {"model", model},
+    {"present", present}, {"dismiss", dismiss}, {"tap", tap},
+    {"tapText", tapText}, {"screen", screen},   {"model", model},
 };
 
 } // namespace
