@@ -71,7 +71,8 @@ bool Transfer::finish(CURLcode outcome) {
     response_.etag = header("ETag");
     response_.retryAfter = header("Retry-After");
     if (outcome != CURLE_OK) {
-        response_.error = curl_.easyStrerror(outcome);
+        if (response_.error.empty())
+            response_.error = curl_.easyStrerror(outcome);
         return false;
     }
     char* target = nullptr;
@@ -104,8 +105,10 @@ std::size_t Transfer::receive(char* data, std::size_t, std::size_t size, void* t
     auto& self = *static_cast<Transfer*>(transfer);
     if (self.request_.body)
         return size;
-    if (size > kLargestAnswer - self.response_.body.size())
+    if (size > kLargestAnswer - self.response_.body.size()) {
+        self.response_.error = "it is larger than 8 MiB";
         return CURL_WRITEFUNC_ERROR;
+    }
     self.response_.body.append(data, size);
     return size;
 }

@@ -148,7 +148,7 @@ TEST_F(Documents, WhatIsNoNewerDocumentChangesNothing) {
         {"not found", status(404), "HTTP 404"},
         {"server error", status(500), "HTTP 500"},
         {"partial content", status(206), "HTTP 206"},
-        {"small, but large when unpacked", content(document(9, padding)), "not downloaded"},
+        {"small, but large when unpacked", content(document(9, padding)), "larger than 8 MiB"},
         {"too large, of unknown size",
          [](const Request&, Response& response) {
              response.set_chunked_content_provider("text/plain",
@@ -160,7 +160,7 @@ TEST_F(Documents, WhatIsNoNewerDocumentChangesNothing) {
                                                        return true;
                                                    });
          },
-         "not downloaded"},
+         "larger than 8 MiB"},
         {"broken off",
          [](const Request&, Response& response) {
              response.set_content_provider(1000, "text/plain",
