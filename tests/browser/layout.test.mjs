@@ -107,6 +107,14 @@ test("in a wide window the screen is a column in its middle, with shares of the 
   }
 });
 
+test("on a folded phone, titles leave the room that their switches need", async (t) => {
+  for (const textSize of [1, 2]) {
+    const page = await open(t, await serve(t, sample), { width: 250, textSize });
+    const { boxes, cut, wide } = await page.evaluate(measure);
+    assert.deepEqual([...cut, ...wide, ...overlapping(boxes)], []);
+  }
+});
+
 test("on paper the screen is whole", async (t) => {
   const page = await open(t, await serve(t, sample));
   assert.equal((await page.evaluate(measure)).whole, false);
