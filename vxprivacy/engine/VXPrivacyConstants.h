@@ -11,10 +11,17 @@ namespace vx {
 class VXPrivacyConstants {};
 
 // Found again in every user's store: never change one of these.
-inline constexpr std::string_view kVXPrivacyConsent = "PRIVACY_CONSENT"; ///< "1", "0" or ""
-inline constexpr std::string_view kVXConsentTime = "TIMESTAMP"; ///< milliseconds since 1970
+/// The global consent: "1" something is accepted, "0" nothing is, "" after a reset; absent before
+/// the first decision.
+inline constexpr std::string_view kVXPrivacyConsent = "PRIVACY_CONSENT";
+/// When consent was last saved: milliseconds since 1970, in decimal; absent before the first save.
+inline constexpr std::string_view kVXConsentTime = "TIMESTAMP";
+/// With a number behind it, the key of a category's or IAB purpose's entry: "1" is accepted, any
+/// other value is not.
 inline constexpr std::string_view kVXCategoryPrefix = "PRIVACY_CAT_";
+/// The same for vendors.
 inline constexpr std::string_view kVXVendorPrefix = "PRIVACY_VEN_";
+/// The same for IAB special features.
 inline constexpr std::string_view kVXFeaturePrefix = "PRIVACY_FEAT_";
 /// Lists of saved keys, each key followed by ";".
 inline constexpr std::string_view kVXSavedCategories = "SAVED_CATEGORIES";
@@ -30,10 +37,15 @@ inline constexpr std::uint64_t kVXConsentExpirationDuration = 34128000000;
 
 // Where the numbers of each kind of IAB item begin. Item n takes offset + 2n - 1 for consent and
 // offset + 2n for legitimate interest (or opt-in).
+/// Vendor 12 is 1023 and 1024.
 inline constexpr std::int32_t kVXVendorOffset = 1000;
+/// Purpose 1 is 10001 and 10002.
 inline constexpr std::int32_t kVXPurposeOffset = 10000;
+/// Special purposes are shown and never consented to; no entry is stored for one.
 inline constexpr std::int32_t kVXSpePurposeOffset = 11000;
+/// Features likewise.
 inline constexpr std::int32_t kVXFeatureOffset = 12000;
+/// Special feature 1 is 13002.
 inline constexpr std::int32_t kVXSpeFeatureOffset = 13000;
 
 /// Address of the privacy configuration: site ID, privacy ID, what is appended to the file's name,
@@ -43,19 +55,25 @@ inline constexpr std::string_view kVXConfigurationCDNURLStringFormat =
 /// The version-1 vendor list; the engine loads version 2.
 inline constexpr std::string_view kVXVendorListURL =
     "https://vendor-list.consensu.org/vendorlist.json";
+/// A label for applications; the engine does not use it.
 inline constexpr std::string_view kVXIABVendorList = "IAB Vendor to be displayed";
 
-// Beacon types.
+/// Type of the beacon of a privacy center that is shown.
 inline constexpr std::string_view kVXTypeActionViewPrivacyCenter = "pc";
+/// Type of the beacon of a save.
 inline constexpr std::string_view kVXTypeActionSavePrivacyCenter = "pc_save";
 
-// Names of configuration files.
+/// Name of the configuration file that restricts what IAB vendors may do; optional.
 inline constexpr std::string_view kVXPublisherRestrictionConfiguration =
     "VXIABPublisherRestrictions";
+/// Name of the configuration file that holds the IAB vendor list.
 inline constexpr std::string_view kVXVendorListConfiguration = "vendor-list";
 
+/// The module's version, logged at start-up.
 inline constexpr std::string_view kVXPrivacyVersion = "4.7.1";
+/// The day of its release.
 inline constexpr std::string_view kVXReleaseDate = "30/10/2020";
+/// The time of day of its release.
 inline constexpr std::string_view kVXReleaseTime = "08:46:07";
 
 } // namespace vx
