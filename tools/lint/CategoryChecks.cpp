@@ -31,11 +31,12 @@ std::optional<Advice> adviceOn(const Node& id) {
     const std::int32_t number = integerIn(id);
     if (number == 0)
         return Advice{"The ID counts as 0, which stands for the switch of everything.",
-                      "The row's choice is not saved.", "Write a number from 1 to 999."};
+                      "The row's choice is not saved.",
+                      "Write a string with a number from 1 to 999."};
     if (number >= kVXVendorOffset)
         return Advice{"The ID is " + std::to_string(number) + ", not below 1000.",
                       "The choice is taken for one about a vendor or a purpose of the IAB.",
-                      "Write a number from 1 to 999."};
+                      "Write a string with a number from 1 to 999."};
     if (id.is(Node::Type::Number))
         return Advice{"The ID is a JSON number.",
                       "A category and its subcategories do not switch together.",
