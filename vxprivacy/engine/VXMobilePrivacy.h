@@ -148,7 +148,6 @@ private:
     void saveConsentStringV2(const ConsentDictionary& consent);
     void checkPrefixes(const ConsentDictionary& consent) const;
     void saveInSharedPreferences(const ConsentDictionary& consent);
-    bool getCustomCategories(const ConsentDictionary& consent, std::string_view prefix);
     void saveConsentInSDK(const ConsentDictionary& consent);
     void saveTimeOfConsent();
     bool switchSDKOn();

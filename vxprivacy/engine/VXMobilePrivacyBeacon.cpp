@@ -2,6 +2,7 @@
 
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 
+#include "vxprivacy/engine/ConsentKey.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/platform/core/Runtime.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
@@ -21,24 +22,25 @@ std::int32_t configurationVersion() {
     return file ? file->version() : 0;
 }
 
-// The accepted entries of a saved list, without their prefix, joined with commas.
-std::string acceptedIDs(std::string_view list, std::string_view prefix) {
+// The accepted ones of the saved entries, without their prefix, joined with commas.
+std::string acceptedIDs(ConsentKind kind) {
+    const auto [prefix, list] = consentNames(kind);
     const std::string keys = VXUserDefaults::retrieveInfoFromUserDefaults(list).value_or("");
     std::string ids;
-    for (std::string_view key : split(keys, ';')) {
-        if (!key.starts_with(prefix) || VXUserDefaults::retrieveInfoFromUserDefaults(key) != "1")
-            continue;
+    forEachPiece(keys, ';', [&](std::string_view key) {
+        if (consentKind(key) != kind || VXUserDefaults::retrieveInfoFromUserDefaults(key) != "1")
+            return;
         if (!ids.empty())
             ids += ',';
-        ids += removingAll(key, prefix);
-    }
+        ids += removingAll(key.substr(prefix.size()), prefix);
+    });
     return ids;
 }
 
 std::string acceptedCategoriesAndFeatures() {
-    std::string ids = acceptedIDs(kVXSavedCategories, kVXCategoryPrefix);
+    std::string ids = acceptedIDs(ConsentKind::Category);
     // With features but no categories the list begins with a comma, deliberately.
-    if (const auto features = acceptedIDs(kVXSavedFeatures, kVXFeaturePrefix); !features.empty())
+    if (const auto features = acceptedIDs(ConsentKind::Feature); !features.empty())
         ids.append(",").append(features);
     return ids;
 }
@@ -64,8 +66,7 @@ void VXMobilePrivacy::sendConsentHitToVX(std::int32_t action, std::string_view t
         body += formatted("\"privacy_action\":\"%@\",",
                           {VXUserDefaults::retrieveInfoFromUserDefaults(kVXPrivacyConsent)});
         body += formatted("\"list_categories\":\"%@\",", {acceptedCategoriesAndFeatures()});
-        body +=
-            formatted("\"list_vendors\":\"%@\",", {acceptedIDs(kVXSavedVendors, kVXVendorPrefix)});
+        body += formatted("\"list_vendors\":\"%@\",", {acceptedIDs(ConsentKind::Vendor)});
     }
     body += formatted("\"type_action\":\"%@\",", {type});
     body += formatted("\"vxpid\":\"%@\",", {resolveUserID()});

@@ -2,6 +2,7 @@
 
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 
+#include "vxprivacy/engine/ConsentKey.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 #include "vxprivacy/platform/core/VXLogger.h"
@@ -86,8 +87,7 @@ void VXMobilePrivacy::propagateConsent(const ConsentDictionary* consent) {
 
 void VXMobilePrivacy::saveConsentInSDK(const ConsentDictionary& consent) {
     for (const auto& [key, value] : consent)
-        if (key.starts_with(kVXCategoryPrefix) || key.starts_with(kVXVendorPrefix) ||
-            key.starts_with(kVXFeaturePrefix))
+        if (consentKind(key) != ConsentKind::None)
             vxInstance_->addPermanentData(key, value);
 }
 

@@ -2,6 +2,7 @@
 
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 
+#include "vxprivacy/engine/ConsentKey.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/platform/core/VXLogger.h"
 #include "vxprivacy/platform/core/VXUserDefaults.h"
@@ -21,10 +22,20 @@ void store(std::string_view value, std::string_view key) {
     VXUserDefaults::saveInfoToUserDefaults(value, key);
 }
 
-std::string_view savedListOf(std::string_view prefix) {
-    if (prefix == kVXVendorPrefix)
-        return kVXSavedVendors;
-    return prefix == kVXFeaturePrefix ? kVXSavedFeatures : kVXSavedCategories;
+// Stores the entries of a kind and their list; says whether one of them is accepted.
+bool getCustomCategories(const ConsentDictionary& consent, ConsentKind kind) {
+    bool accepted = false;
+    std::string list;
+    for (const auto& [key, value] : consent) {
+        if (consentKind(key) != kind)
+            continue;
+        list.append(key).append(1, ';');
+        accepted |= value == "1";
+        store(value, key);
+    }
+    if (!list.empty())
+        store(list, consentNames(kind).savedList);
+    return accepted;
 }
 
 // The keys of a saved list. The empty piece after the last separator counts as a key, deliberately.
@@ -50,8 +61,7 @@ void VXMobilePrivacy::saveConsent(const ConsentDictionary& consent) {
 
 void VXMobilePrivacy::checkPrefixes(const ConsentDictionary& consent) const {
     for (const auto& [key, value] : consent)
-        if (!key.starts_with(kVXCategoryPrefix) && !key.starts_with(kVXVendorPrefix) &&
-            !key.starts_with(kVXFeaturePrefix))
+        if (consentKind(key) == ConsentKind::None)
             VXLogger::sharedInstance().logMessage(
                 formatted("Error in category format, it should start with either %@, %@ or %@\n "
                           "Received: %@",
@@ -61,28 +71,12 @@ void VXMobilePrivacy::checkPrefixes(const ConsentDictionary& consent) const {
 
 void VXMobilePrivacy::saveInSharedPreferences(const ConsentDictionary& consent) {
     bool accepted = false;
-    for (std::string_view prefix : {kVXCategoryPrefix, kVXVendorPrefix, kVXFeaturePrefix})
-        accepted |= getCustomCategories(consent, prefix);
+    for (ConsentKind kind : {ConsentKind::Category, ConsentKind::Vendor, ConsentKind::Feature})
+        accepted |= getCustomCategories(consent, kind);
     if (accepted)
         enableSDK();
     else
         disableSDK();
-}
-
-bool VXMobilePrivacy::getCustomCategories(const ConsentDictionary& consent,
-                                          std::string_view prefix) {
-    bool accepted = false;
-    std::string list;
-    for (const auto& [key, value] : consent) {
-        if (!key.starts_with(prefix))
-            continue;
-        list.append(key).append(1, ';');
-        accepted |= value == "1";
-        store(value, key);
-    }
-    if (!list.empty())
-        store(list, savedListOf(prefix));
-    return accepted;
 }
 
 void VXMobilePrivacy::saveCustomCategoriesInSharedPreferences(const ConsentDictionary& consent) {

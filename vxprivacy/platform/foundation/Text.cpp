@@ -61,17 +61,18 @@ Integer integerInFront(std::string_view text) {
 std::string formatted(std::string_view format, std::initializer_list<FormatArgument> arguments) {
     std::string text;
     text.reserve(format.size() + 16); // what most arguments add at most
-    auto argument = arguments.begin();
-    for (std::size_t at = 0; at < format.size(); ++at) {
-        const std::string_view placeholder = format.substr(at, 2);
-        if (argument != arguments.end() && (placeholder == "%@" || placeholder == "%d")) {
-            text += (argument++)->text();
-            ++at;
-        } else {
-            text += format[at];
-        }
+    for (auto argument = arguments.begin(); argument != arguments.end();) {
+        const std::size_t at = format.find('%');
+        if (at == std::string_view::npos)
+            break;
+        const bool replaced =
+            format.substr(at).starts_with("%@") || format.substr(at).starts_with("%d");
+        text.append(format.substr(0, replaced ? at : at + 1));
+        if (replaced)
+            text.append((argument++)->text());
+        format.remove_prefix(replaced ? at + 2 : at + 1);
     }
-    return text;
+    return text.append(format);
 }
 
 std::string numberedKey(std::string_view prefix, std::int32_t number) {
@@ -84,14 +85,8 @@ std::string numberedKey(std::string_view prefix, std::int32_t number) {
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
     std::vector<std::string_view> pieces;
-    pieces.reserve(static_cast<std::size_t>(std::ranges::count(text, separator)) + 1);
-    while (true) {
-        const std::size_t end = text.find(separator);
-        pieces.push_back(text.substr(0, end));
-        if (end == std::string_view::npos)
-            return pieces;
-        text.remove_prefix(end + 1);
-    }
+    forEachPiece(text, separator, [&](std::string_view piece) { pieces.push_back(piece); });
+    return pieces;
 }
 
 std::string removingAll(std::string_view text, std::string_view part) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 #include <optional>
@@ -32,8 +33,18 @@ std::string formatted(std::string_view format, std::initializer_list<FormatArgum
 /// `prefix` followed by `number` in decimal: the name of a numbered consent key.
 std::string numberedKey(std::string_view prefix, std::int32_t number);
 
-/// The pieces of `text` between its `separator`s; a text that ends with one ends with an empty
-/// piece. The pieces view into `text`.
+/// Calls `action` with each of the pieces of `text` between its `separator`s, in turn; a text that
+/// ends with one ends with an empty piece. The pieces view into `text`.
+template <std::invocable<std::string_view> Action>
+void forEachPiece(std::string_view text, char separator, Action action) {
+    for (std::size_t end; (end = text.find(separator)) != std::string_view::npos;) {
+        action(text.substr(0, end));
+        text.remove_prefix(end + 1);
+    }
+    action(text);
+}
+
+/// The same pieces as a list.
 std::vector<std::string_view> split(std::string_view text, char separator);
 /// The pieces would outlive a temporary text.
 template <std::same_as<std::string> Text>
