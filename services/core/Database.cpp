@@ -15,8 +15,12 @@ constexpr int kSchemaVersion = 1;
 constexpr std::chrono::milliseconds kFirstPause = 250ms;
 constexpr std::chrono::milliseconds kLongestPause = 1min;
 
-int dataVersion(SQLite::Database& file) {
-    return file.execAndGet("PRAGMA data_version").getInt();
+int dataVersion(Connection& file) {
+    SQLite::Statement& query = file.prepared("PRAGMA data_version");
+    query.executeStep();
+    const int version = query.getColumn(0).getInt();
+    query.reset(); // or it would go on reading
+    return version;
 }
 
 } // namespace
@@ -108,7 +112,7 @@ void Database::attachOrReplace() {
     }
 }
 
-void Database::makeTables(SQLite::Database& file) {
+void Database::makeTables(Connection& file) {
     if (file.execAndGet("PRAGMA user_version").getInt() == kSchemaVersion)
         return;
     SQLite::Transaction transaction(file, SQLite::TransactionBehavior::IMMEDIATE);

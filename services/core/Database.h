@@ -31,7 +31,7 @@ public:
     /// The statement that makes the table.
     virtual const char* schema() const = 0;
     /// Reads what the file holds; changes that wait to be written are kept. May throw.
-    virtual void load(SQLite::Database& file) = 0;
+    virtual void load(Connection& file) = 0;
 
     /// Whether any change waits to be written.
     virtual bool pending() const = 0;
@@ -41,7 +41,7 @@ public:
     virtual void rollBack(std::size_t mark) = 0;
 
     /// Writes the waiting changes; the caller commits. May throw.
-    virtual void write(SQLite::Database& file, Contents contents) = 0;
+    virtual void write(Connection& file, Contents contents) = 0;
     /// What `write` wrote is durable.
     virtual void written() = 0;
     /// The file was lost and an empty one begun: all that is in memory waits to be written.
@@ -79,7 +79,7 @@ public:
     /// Called after each commit that wrote, and after each failure to.
     void setOnSettled(std::function<void()> onSettled) { onSettled_ = std::move(onSettled); }
     /// The connection, for reading; null while the file cannot be opened.
-    SQLite::Database* connection() { return connection_.get(); }
+    Connection* connection() { return connection_.get(); }
 
 private:
     using Steady = std::chrono::steady_clock;
@@ -91,7 +91,7 @@ private:
     void write();
     void writeOrReplace();
     void moveAside(const std::exception& reason);
-    void makeTables(SQLite::Database& file);
+    void makeTables(Connection& file);
     bool pending() const;
     void failed(const std::exception& reason);
     void succeeded();
@@ -99,7 +99,7 @@ private:
     StoreFile file_;
     Logger& logger_;
     std::vector<Table*> tables_;
-    std::unique_ptr<SQLite::Database> connection_;
+    std::unique_ptr<Connection> connection_;
     int dataVersion_ = 0; // SQLite's; differs when another process wrote
     std::vector<Marks> scopes_;
     std::function<void()> onSettled_;

@@ -40,11 +40,11 @@ void EntryStore::put(std::string_view key, std::optional<std::string_view> value
     Entry& entry = found->second;
     const bool changes = !wasThere || entry.value != value;
     if (changes || entry.setFor != writing_) {
-        changes_.push_back({found, {}, entry.setFor, entry.changedFor, wasThere});
+        changes_.push_back({found, entry.setFor, entry.changedFor, wasThere, changes});
         entry.setFor = writing_;
     }
     if (changes) {
-        changes_.back().before = std::exchange(entry.value, Value(value));
+        before_.push_back(std::exchange(entry.value, Value(value)));
         entry.changedFor = writing_;
     }
     database_.changed();
@@ -57,16 +57,16 @@ void EntryStore::rollBack(std::size_t mark) {
         takeBack(changes_.back());
 }
 
-void EntryStore::takeBack(Change& change) {
-    if (!change.wasThere) {
-        entries_.erase(entries_.find(change.entry->first));
-        return;
-    }
+void EntryStore::takeBack(const Change& change) {
     Entry& entry = change.entry->second;
-    if (change.before)
-        entry.value = std::move(*change.before);
+    if (change.hasBefore) {
+        entry.value = std::move(before_.back());
+        before_.pop_back();
+    }
     entry.setFor = change.setFor;
     entry.changedFor = change.changedFor;
+    if (!change.wasThere)
+        entries_.erase(entries_.find(change.entry->first));
 }
 
 void EntryStore::forgetOrder() {
@@ -79,7 +79,7 @@ const char* EntryStore::schema() const {
     return "CREATE TABLE entries (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID";
 }
 
-void EntryStore::load(SQLite::Database& file) {
+void EntryStore::load(Connection& file) {
     for (auto& [key, entry] : entries_) // which another process may have removed
         if (entry.setFor != writing_)
             entry.value.reset();
@@ -94,13 +94,13 @@ void EntryStore::load(SQLite::Database& file) {
     }
 }
 
-void EntryStore::write(SQLite::Database& file, Contents contents) {
+void EntryStore::write(Connection& file, Contents contents) {
     if (contents == Contents::ChangedByOthers)
         load(file);
     if (changes_.size() > 2 * entries_.size())
         keepOneChangeOfEach(); // it could not be written for long
-    SQLite::Statement upsert(file, "REPLACE INTO entries (key, value) VALUES (?, ?)");
-    SQLite::Statement removal(file, "DELETE FROM entries WHERE key = ?");
+    SQLite::Statement& upsert = file.prepared("REPLACE INTO entries (key, value) VALUES (?, ?)");
+    SQLite::Statement& removal = file.prepared("DELETE FROM entries WHERE key = ?");
     for (const Change& change : changes_) {
         const auto& [key, entry] = *change.entry;
         if (contents == Contents::Known && entry.changedFor != writing_)
@@ -116,8 +116,11 @@ void EntryStore::write(SQLite::Database& file, Contents contents) {
 
 // No scope is open when entries are written, so nothing will be taken back.
 void EntryStore::keepOneChangeOfEach() {
-    for (Change& change : changes_)
+    before_.clear();
+    for (Change& change : changes_) {
         change.entry->second.setFor = 0;
+        change.hasBefore = false;
+    }
     std::erase_if(changes_, [&](Change& change) {
         return std::exchange(change.entry->second.setFor, writing_) == writing_;
     });
@@ -125,14 +128,16 @@ void EntryStore::keepOneChangeOfEach() {
 
 void EntryStore::written() {
     changes_.clear();
+    before_.clear();
     ++writing_;
 }
 
 void EntryStore::lost() {
     changes_.clear();
+    before_.clear();
     for (auto& entry : entries_) {
         entry.second.setFor = entry.second.changedFor = writing_;
-        changes_.push_back({&entry, {}, writing_, writing_, true});
+        changes_.push_back({&entry, writing_, writing_, true, false});
     }
 }
 

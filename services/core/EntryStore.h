@@ -44,24 +44,24 @@ private:
     using Entries = std::unordered_map<std::string, Entry, TextHash, std::equal_to<>>;
     struct Change {
         Node* entry;
-        std::optional<Value> before;      // absent: the value did not change
         std::uint32_t setFor, changedFor; // before
         bool wasThere;
+        bool hasBefore; // the value changed; the one before is in `before_`
     };
 
     const char* schema() const override;
-    void load(SQLite::Database& file) override;
+    void load(Connection& file) override;
     bool pending() const override { return !changes_.empty(); }
     std::size_t mark() const override { return changes_.size(); }
     void rollBack(std::size_t mark) override;
-    void write(SQLite::Database& file, Contents contents) override;
+    void write(Connection& file, Contents contents) override;
     void written() override;
     void lost() override;
 
     void put(std::string_view key, std::optional<std::string_view> value);
     Node* find(std::string_view key) const;
     Node* insert(std::string_view key);
-    void takeBack(Change& change);
+    void takeBack(const Change& change);
     void forgetOrder();
     void keepOneChangeOfEach();
 
@@ -69,6 +69,7 @@ private:
     mutable Entries entries_;
     mutable Node* last_ = nullptr; // asked for last
     std::vector<Change> changes_;  // all settings since the last writing, in order
+    std::vector<Value> before_;    // of those that changed a value, in the same order
     std::uint32_t writing_ = 1;    // the next one
 };
 

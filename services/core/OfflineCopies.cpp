@@ -34,7 +34,7 @@ const char* OfflineCopies::schema() const {
            "etag TEXT NOT NULL, text TEXT NOT NULL)";
 }
 
-void OfflineCopies::write(SQLite::Database& file, Contents) {
+void OfflineCopies::write(Connection& file, Contents) {
     for (const Replacement& replacement : replacements_) {
         SQLite::Statement upsert(file, "REPLACE INTO documents (name, address, etag, text) "
                                        "VALUES (?, ?, ?, ?)");

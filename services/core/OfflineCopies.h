@@ -33,11 +33,11 @@ private:
     };
 
     const char* schema() const override;
-    void load(SQLite::Database&) override {}
+    void load(Connection&) override {}
     bool pending() const override { return !replacements_.empty(); }
     std::size_t mark() const override { return replacements_.size(); }
     void rollBack(std::size_t mark) override { replacements_.resize(mark); }
-    void write(SQLite::Database& file, Contents contents) override;
+    void write(Connection& file, Contents contents) override;
     void written() override { replacements_.clear(); }
     void lost() override {}
 

@@ -55,7 +55,7 @@ const char* Outbox::schema() const {
 }
 
 // Requests that are in memory alone come after those that the file holds.
-void Outbox::load(SQLite::Database& file) {
+void Outbox::load(Connection& file) {
     std::deque<Request> loaded;
     SQLite::Statement rows(
         file, "SELECT id, url, body, created, next_try, attempts FROM outbox ORDER BY id");
@@ -76,9 +76,9 @@ void Outbox::load(SQLite::Database& file) {
     requests_.swap(loaded);
 }
 
-void Outbox::write(SQLite::Database& file, Contents) {
+void Outbox::write(Connection& file, Contents) {
     stored_.clear();
-    SQLite::Statement removal(file, "DELETE FROM outbox WHERE id = ?");
+    SQLite::Statement& removal = file.prepared("DELETE FROM outbox WHERE id = ?");
     for (std::int64_t id : removed_) {
         removal.bind(1, id);
         removal.exec();
@@ -90,17 +90,19 @@ void Outbox::write(SQLite::Database& file, Contents) {
         write(file, *find(number));
 }
 
-void Outbox::write(SQLite::Database& file, const Request& request) {
+void Outbox::write(Connection& file, const Request& request) {
     const auto created = static_cast<std::int64_t>(request.created);
     const auto nextTry = static_cast<std::int64_t>(request.nextTry);
     if (request.isStored()) {
-        SQLite::Statement update(file, "UPDATE outbox SET next_try = ?, attempts = ? WHERE id = ?");
+        SQLite::Statement& update =
+            file.prepared("UPDATE outbox SET next_try = ?, attempts = ? WHERE id = ?");
         SQLite::bind(update, nextTry, request.attempts, request.id);
         update.exec();
         return;
     }
-    SQLite::Statement insertion(file, "INSERT INTO outbox (url, body, created, next_try, attempts) "
-                                      "VALUES (?, ?, ?, ?, ?)");
+    SQLite::Statement& insertion =
+        file.prepared("INSERT INTO outbox (url, body, created, next_try, attempts) "
+                      "VALUES (?, ?, ?, ?, ?)");
     SQLite::bind(insertion, request.url, request.body, created, nextTry, request.attempts);
     insertion.exec();
     stored_.emplace_back(request.number, file.getLastInsertRowid());

@@ -44,15 +44,15 @@ public:
 
 private:
     const char* schema() const override;
-    void load(SQLite::Database& file) override;
+    void load(Connection& file) override;
     bool pending() const override { return !changed_.empty() || !removed_.empty(); }
     std::size_t mark() const override { return nextNumber_; }
     void rollBack(std::size_t mark) override;
-    void write(SQLite::Database& file, Contents contents) override;
+    void write(Connection& file, Contents contents) override;
     void written() override;
     void lost() override;
 
-    void write(SQLite::Database& file, const Request& request);
+    void write(Connection& file, const Request& request);
 
     Database& database_;
     std::deque<Request> requests_; // by number

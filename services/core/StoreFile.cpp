@@ -74,14 +74,14 @@ StoreFile::StoreFile(const fs::path& path) : path_(path) {
         path_ = std::move(whole);
 }
 
-std::unique_ptr<SQLite::Database> StoreFile::connect() {
+std::unique_ptr<Connection> StoreFile::connect() {
     makeDirectory();
     makeFile();
     tighten();
-    auto database = std::make_unique<SQLite::Database>(
-        path_.string(),
-        SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE | SQLite::OPEN_NOFOLLOW | SQLite::OPEN_NOMUTEX,
-        kBusyTimeout);
+    auto database = std::make_unique<Connection>(path_.string(),
+                                                 SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE |
+                                                     SQLite::OPEN_NOFOLLOW | SQLite::OPEN_NOMUTEX,
+                                                 kBusyTimeout);
     connected_ = fileStatus(path_).value_or(Status()).st_ino;
     if (!isOurs(*database))
         throw SQLite::Exception("it belongs to another program", SQLITE_NOTADB);

@@ -7,7 +7,7 @@
 
 #include <sys/types.h>
 
-#include <SQLiteCpp/SQLiteCpp.h>
+#include "services/core/Connection.h"
 
 namespace vx::services {
 
@@ -20,7 +20,7 @@ public:
     /// A connection to the file, which is made, with its directory, when it is not there. Only the
     /// user may read it. Throws what SQLite or the file system has to say; what `meansDamage` calls
     /// damage can be cured by `moveAside`.
-    std::unique_ptr<SQLite::Database> connect();
+    std::unique_ptr<Connection> connect();
 
     /// Marks an empty file as ours.
     static void claim(SQLite::Database& database);
