@@ -184,11 +184,11 @@ TEST(GridPlan, ContradictionsLeaveARowForEach) {
 // A constraint of any two views of a small tree, however senseless.
 LayoutConstraint anyConstraint(const std::vector<std::shared_ptr<View>>& views) {
     LayoutConstraint constraint;
-    constraint.firstItem = *rc::gen::elementOf(views);
+    constraint.firstItem = (*rc::gen::elementOf(views)).get();
     constraint.firstAttribute = static_cast<LayoutConstraint::Attribute>(*rc::gen::inRange(0, 9));
     constraint.relation = static_cast<LayoutConstraint::Relation>(*rc::gen::inRange(0, 3));
     if (*rc::gen::inRange(0, 4) > 0) {
-        constraint.secondItem = *rc::gen::elementOf(views);
+        constraint.secondItem = (*rc::gen::elementOf(views)).get();
         constraint.secondAttribute =
             static_cast<LayoutConstraint::Attribute>(*rc::gen::inRange(0, 9));
     }
@@ -226,7 +226,7 @@ RC_GTEST_PROP(GridPlan, PlacesEveryChildOnceAndNoTwoOnOneSpotWhateverTheRules, (
     views.push_back(stranger);
     const int rules = *rc::gen::inRange(0, 40);
     for (int i = 0; i < rules; ++i)
-        container->addConstraints({anyConstraint(views)});
+        container->addConstraints({"", 0, {anyConstraint(views)}});
 
     const GridPlan plan = gridPlan(*container, kScreenWidth);
     std::set<const View*> placed;

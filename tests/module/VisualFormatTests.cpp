@@ -27,9 +27,9 @@ struct Screen {
         metrics.set("low", 250.5);
     }
 
-    std::string nameOf(const std::weak_ptr<View>& item) const {
+    std::string nameOf(const View* item) const {
         for (const auto& [name, view] : views)
-            if (view == item.lock())
+            if (view.get() == item)
                 return name;
         return "";
     }
@@ -39,7 +39,8 @@ struct Screen {
                                            "width", "height", "midX",  "midY"};
         constexpr std::array relations = {"<=", "==", ">="};
         std::ostringstream text;
-        for (const auto& each : constraintsWithVisualFormat(format, options, metrics, views)) {
+        const auto made = constraintsWithVisualFormat(format, options, metrics, views);
+        for (const auto& each : made.constraints) {
             text << nameOf(each.firstItem) << '.'
                  << attributes[static_cast<std::size_t>(each.firstAttribute)]
                  << relations[static_cast<std::size_t>(each.relation)];
@@ -123,9 +124,15 @@ TEST(View, RemovalTakesTheConstraintsOutsideThatConcernIt) {
     attach(container, "|[a][b]|");
     attach(container, "V:|[b]|");
     attach(a, "[a(wide)]");
+    attach(a, "[b(wide)]"); // which is no view of its tree
+    attach(container, "H:[a(wide)]");
     a.removeFromSuperview();
-    EXPECT_EQ(container.constraints().size(), 3U); // the right edge of b, top and bottom of b
-    EXPECT_EQ(a.constraints().size(), 1U);
+    const auto& kept = container.constraints();
+    ASSERT_EQ(kept.size(), 2U);
+    EXPECT_EQ(kept[0].constraints.size(), 1U); // the right edge of b
+    EXPECT_EQ(kept[1].constraints.size(), 2U); // top and bottom of b
+    ASSERT_EQ(a.constraints().size(), 1U);
+    EXPECT_EQ(a.constraints()[0].text, "[a(wide)]");
 }
 
 TEST(View, TellsWhatChangedSinceAHostLastLooked) {

@@ -40,17 +40,11 @@ void describeText(Event& object, const std::string& text, const std::optional<Fo
         object["color"] = asArray(*colour);
 }
 
-// The formats that still have a constraint on the view, in the order of attaching.
 Event describedConstraints(const View& view) {
     Event formats = Event::array();
-    const VisualFormat* last = nullptr;
-    for (const LayoutConstraint& constraint : view.constraints()) {
-        if (constraint.format.get() == last)
-            continue;
-        last = constraint.format.get();
-        formats.push_back(last->options ? Event::array({last->text, last->options})
-                                        : Event(last->text));
-    }
+    for (const VisualFormat& format : view.constraints())
+        formats.push_back(format.options ? Event::array({format.text, format.options})
+                                         : Event(format.text));
     return formats;
 }
 

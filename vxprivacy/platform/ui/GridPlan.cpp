@@ -48,8 +48,9 @@ public:
         std::ranges::sort(numbers_);
         horizontal.children.resize(children.size());
         vertical.children.resize(children.size());
-        for (const LayoutConstraint& constraint : container.constraints())
-            take(constraint);
+        for (const VisualFormat& format : container.constraints())
+            for (const LayoutConstraint& constraint : format.constraints)
+                take(constraint);
     }
 
     GridAxis horizontal;
@@ -67,23 +68,20 @@ private:
     }
 
     void take(const LayoutConstraint& constraint) {
-        const auto first = constraint.firstItem.lock();
-        const auto second = constraint.secondItem.lock();
-        const bool alone = constraint.secondAttribute == Attribute::None;
-        if (!first || (!second && !alone))
-            return;
+        const View* first = constraint.firstItem;
+        const View* second = constraint.secondItem;
         GridAxis& axis = isVertical(constraint.firstAttribute) ? vertical : horizontal;
-        const Child child = numberOf(first.get());
-        const Child other = numberOf(second.get());
+        const Child child = numberOf(first);
+        const Child other = numberOf(second);
         if (isSize(constraint.firstAttribute) && child)
-            takeSize(axis, *child, constraint, second.get(), other);
-        else if (isEnd(constraint.firstAttribute) && first.get() == &container_ && other)
+            takeSize(axis, *child, constraint, second, other);
+        else if (isEnd(constraint.firstAttribute) && first == &container_ && other)
             take(axis.children[*other].end, length(constraint.constant));
-        else if (isStart(constraint.firstAttribute) && child && second.get() == &container_)
+        else if (isStart(constraint.firstAttribute) && child && second == &container_)
             take(axis.children[*child].start, length(constraint.constant));
         else if (isStart(constraint.firstAttribute) && child && other)
             axis.links.push_back({*other, *child, length(constraint.constant)});
-        else if (child && (other || second.get() == &container_))
+        else if (child && (other || second == &container_))
             takeCentre(axis, *child, other);
     }
 

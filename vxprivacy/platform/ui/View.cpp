@@ -1,7 +1,6 @@
 #include "vxprivacy/platform/ui/View.h"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 #include <utility>
 
@@ -21,31 +20,34 @@ std::shared_ptr<View> View::viewWithTag(std::int32_t tag) {
     return nullptr;
 }
 
-const View::Border& View::border() const {
-    static const Border none;
-    return border_ ? *border_ : none;
+const View::Rare& View::rare() const {
+    static const Rare none;
+    return rare_ ? *rare_ : none;
+}
+
+View::Rare& View::ownRare() {
+    if (!rare_)
+        rare_ = std::make_unique<Rare>();
+    return *rare_;
 }
 
 void View::setBorder(const Border& border) {
-    if (border == this->border())
-        return;
-    border_ = std::make_unique<Border>(border);
-    changed(ViewChange::What::Properties);
+    setRare(&Rare::border, border);
 }
 
 void View::setSize(double width, double height) {
-    set(width_, width);
-    set(height_, height);
+    setRare(&Rare::width, width);
+    setRare(&Rare::height, height);
 }
 
 void View::addTapRecogniser(std::function<void(std::size_t)> action) {
-    tap_ = std::move(action);
+    ownRare().tap = std::move(action);
     changed(ViewChange::What::Properties);
 }
 
 void View::tap(std::size_t character) const {
-    if (tap_)
-        tap_(character);
+    if (takesTaps())
+        rare_->tap(character);
 }
 
 void View::addSubview(const std::shared_ptr<View>& view) {
@@ -74,41 +76,49 @@ bool View::isDescendantOf(const View& view) const {
     return false;
 }
 
-void View::addConstraints(std::vector<LayoutConstraint> constraints) {
-    constraints_.insert(constraints_.end(), std::make_move_iterator(constraints.begin()),
-                        std::make_move_iterator(constraints.end()));
+bool View::concernsOwnTree(const LayoutConstraint& constraint) const {
+    return constraint.firstItem && constraint.firstItem->isDescendantOf(*this) &&
+           (!constraint.secondItem || constraint.secondItem->isDescendantOf(*this));
+}
+
+void View::addConstraints(VisualFormat format) {
+    std::erase_if(format.constraints,
+                  [&](const LayoutConstraint& constraint) { return !concernsOwnTree(constraint); });
+    if (format.constraints.empty())
+        return;
+    constraints_.push_back(std::move(format));
     changed(ViewChange::What::Subviews);
 }
 
 void View::dropConstraintsOn(const View& removed) {
-    const auto concerns = [&](const std::weak_ptr<View>& item) {
-        const auto view = item.lock();
-        return view && view->isDescendantOf(removed);
-    };
-    std::erase_if(constraints_, [&](const LayoutConstraint& constraint) {
-        return concerns(constraint.firstItem) || concerns(constraint.secondItem);
-    });
+    const auto concerns = [&](const View* item) { return item && item->isDescendantOf(removed); };
+    for (VisualFormat& format : constraints_)
+        std::erase_if(format.constraints, [&](const LayoutConstraint& constraint) {
+            return concerns(constraint.firstItem) || concerns(constraint.secondItem);
+        });
+    std::erase_if(constraints_,
+                  [](const VisualFormat& format) { return format.constraints.empty(); });
 }
 
 void View::changed(ViewChange::What what) {
     View* root = this;
     while (root->superview_)
         root = root->superview_;
-    if (root->changes_)
-        root->changes_->push_back({shared_from_this(), what});
+    if (root->rare_ && root->rare_->changes)
+        root->rare_->changes->push_back({shared_from_this(), what});
 }
 
 void View::beginRecordingChanges() {
-    if (!changes_)
-        changes_ = std::make_unique<std::vector<ViewChange>>();
+    if (!rare().changes)
+        ownRare().changes.emplace();
 }
 
 std::vector<ViewChange> View::takeChanges() {
-    if (!changes_)
+    if (!rare().changes)
         return {};
     std::vector<ViewChange> taken;
     std::set<std::pair<const View*, ViewChange::What>> known;
-    for (ViewChange& change : std::exchange(*changes_, {}))
+    for (ViewChange& change : std::exchange(*rare_->changes, {}))
         if (known.emplace(change.view.get(), change.what).second &&
             change.view->isDescendantOf(*this))
             taken.push_back(std::move(change));

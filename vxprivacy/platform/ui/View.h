@@ -56,18 +56,18 @@ public:
     /// Scale in both directions; 1 is the natural size.
     double scale() const { return scale_; }
     void setScale(double scale) { set(scale_, scale); }
-    const Border& border() const;
+    const Border& border() const { return rare().border; }
     void setBorder(const Border& border);
 
     /// Points; what a host or controller last told.
-    double width() const { return width_; }
-    double height() const { return height_; }
+    double width() const { return rare().width; }
+    double height() const { return rare().height; }
     void setSize(double width, double height);
 
     /// The platform calls `action` with the character tapped (Unicode code points, from 0; 0 where
     /// there is no text) when the user taps the view.
     void addTapRecogniser(std::function<void(std::size_t character)> action);
-    bool takesTaps() const { return static_cast<bool>(tap_); }
+    bool takesTaps() const { return static_cast<bool>(rare().tap); }
     void tap(std::size_t character) const;
 
     View* superview() const { return superview_; }
@@ -78,8 +78,11 @@ public:
     void removeFromSuperview();
     bool isDescendantOf(const View& view) const;
 
-    const std::vector<LayoutConstraint>& constraints() const { return constraints_; }
-    void addConstraints(std::vector<LayoutConstraint> constraints);
+    /// The constraints attached to this view, by the format that they were made from, in the order
+    /// of attaching.
+    const std::vector<VisualFormat>& constraints() const { return constraints_; }
+    /// Attaches the constraints of a format. Those of views outside this view's tree are left out.
+    void addConstraints(VisualFormat format);
 
     /// From now on this root keeps account of the changes in its tree.
     void beginRecordingChanges();
@@ -97,21 +100,35 @@ protected:
     }
 
 private:
+    // What few views have, of the thousands that a screen has.
+    struct Rare {
+        Border border;
+        double width = 0;
+        double height = 0;
+        std::function<void(std::size_t)> tap;
+        std::optional<std::vector<ViewChange>> changes; // of a root that records
+    };
+
+    const Rare& rare() const;
+    Rare& ownRare();
+    template <class T>
+    void setRare(T Rare::*property, T value) {
+        if (rare().*property == value)
+            return;
+        ownRare().*property = std::move(value);
+        changed(ViewChange::What::Properties);
+    }
     void changed(ViewChange::What what);
     void dropConstraintsOn(const View& removed);
+    bool concernsOwnTree(const LayoutConstraint& constraint) const;
 
     std::int32_t tag_ = 0;
     std::optional<Colour> background_;
     double scale_ = 1;
-    double width_ = 0;
-    double height_ = 0;
-    std::function<void(std::size_t)> tap_;
     View* superview_ = nullptr; // which owns this view
     std::vector<std::shared_ptr<View>> subviews_;
-    std::vector<LayoutConstraint> constraints_;
-    // What few views have; null for the others, of which a screen has thousands.
-    std::unique_ptr<Border> border_;
-    std::unique_ptr<std::vector<ViewChange>> changes_; // of a root that records
+    std::vector<VisualFormat> constraints_; // of this view's tree alone, so their views live
+    std::unique_ptr<Rare> rare_;
 };
 
 } // namespace vx

@@ -25,10 +25,10 @@ constexpr Axis kVertical = {Attribute::Top, Attribute::Bottom, Attribute::Height
 // Turns the parts of one string into constraints; leaves at the first unknown name.
 class Resolver {
 public:
-    Resolver(const VisualFormatSyntax& syntax, std::shared_ptr<const VisualFormat> format,
-             const MetricsDictionary& metrics, const ViewsDictionary& views)
-        : syntax_(syntax), axis_(syntax.vertical ? kVertical : kHorizontal),
-          format_(std::move(format)), metrics_(metrics), views_(views) {}
+    Resolver(const VisualFormatSyntax& syntax, int options, const MetricsDictionary& metrics,
+             const ViewsDictionary& views)
+        : syntax_(syntax), axis_(syntax.vertical ? kVertical : kHorizontal), options_(options),
+          metrics_(metrics), views_(views) {}
 
     std::vector<LayoutConstraint> resolve() {
         items_.reserve(syntax_.items.size());
@@ -86,43 +86,42 @@ private:
     LayoutConstraint begin(const Predicate& predicate, std::size_t place) const {
         LayoutConstraint constraint;
         constraint.relation = predicate.relation;
-        constraint.format = format_;
         if (predicate.priority)
-            constraint.priority = constant(*predicate.priority, place);
+            constraint.priority = static_cast<float>(constant(*predicate.priority, place));
         return constraint;
     }
 
     void addSize(std::size_t i, const Predicate& predicate) {
         const std::size_t place = syntax_.items[i].place;
         LayoutConstraint constraint = begin(predicate, place);
-        constraint.firstItem = items_[i]->weak_from_this();
+        constraint.firstItem = items_[i];
         constraint.firstAttribute = axis_.size;
         const auto* name = std::get_if<std::string_view>(&predicate.object);
         if (name && !metrics_.contains(*name)) {
-            constraint.secondItem = view(*name, place)->weak_from_this();
+            constraint.secondItem = view(*name, place);
             constraint.secondAttribute = axis_.size;
         } else {
             constraint.constant = constant(predicate.object, place);
             constraint.metric = name != nullptr;
         }
-        constraints_.push_back(std::move(constraint));
+        constraints_.push_back(constraint);
     }
 
     // The later item's edge = the earlier item's edge + gap, so that a gap is never negative.
     void addGap(std::size_t i, const Predicate& predicate) {
         LayoutConstraint constraint = begin(predicate, syntax_.items[i].place);
-        constraint.firstItem = items_[i + 1]->weak_from_this();
+        constraint.firstItem = items_[i + 1];
         constraint.firstAttribute = isSuperview(i + 1) ? axis_.end : axis_.start;
-        constraint.secondItem = items_[i]->weak_from_this();
+        constraint.secondItem = items_[i];
         constraint.secondAttribute = isSuperview(i) ? axis_.start : axis_.end;
         constraint.constant = constant(predicate.object, syntax_.items[i].place);
-        constraints_.push_back(std::move(constraint));
+        constraints_.push_back(constraint);
     }
 
     void addAlignment() {
         for (auto [option, attribute] : {std::pair(kAlignAllCentreX, Attribute::CentreX),
                                          std::pair(kAlignAllCentreY, Attribute::CentreY)})
-            if (format_->options & option)
+            if (options_ & option)
                 alignAll(attribute);
     }
 
@@ -133,11 +132,11 @@ private:
                 continue;
             if (previous) {
                 LayoutConstraint constraint = begin({}, 0);
-                constraint.firstItem = items_[i]->weak_from_this();
+                constraint.firstItem = items_[i];
                 constraint.firstAttribute = attribute;
-                constraint.secondItem = previous->weak_from_this();
+                constraint.secondItem = previous;
                 constraint.secondAttribute = attribute;
-                constraints_.push_back(std::move(constraint));
+                constraints_.push_back(constraint);
             }
             previous = items_[i];
         }
@@ -145,37 +144,36 @@ private:
 
     const VisualFormatSyntax& syntax_;
     const Axis axis_;
-    const std::shared_ptr<const VisualFormat> format_;
+    const int options_;
     const MetricsDictionary& metrics_;
     const ViewsDictionary& views_;
     std::vector<View*> items_; // the superview in place of "|"
     std::vector<LayoutConstraint> constraints_;
 };
 
-std::vector<LayoutConstraint> refuse(std::string_view format, const VisualFormatError& error) {
+void refuse(std::string_view format, const VisualFormatError& error) {
     VXLogger::sharedInstance().logMessage(
         formatted("Visual format \"%@\", character %d: %@",
                   {format, static_cast<std::int32_t>(error.place), error.reason}),
         4);
-    return {};
 }
 
 } // namespace
 
-std::vector<LayoutConstraint> constraintsWithVisualFormat(std::string_view format, int options,
-                                                          const MetricsDictionary& metrics,
-                                                          const ViewsDictionary& views) {
+VisualFormat constraintsWithVisualFormat(std::string_view format, int options,
+                                         const MetricsDictionary& metrics,
+                                         const ViewsDictionary& views) {
+    VisualFormat made{std::string(format), options, {}};
     const auto parsed = parseVisualFormat(format);
-    if (const auto* error = std::get_if<VisualFormatError>(&parsed))
-        return refuse(format, *error);
     try {
-        auto origin =
-            std::make_shared<const VisualFormat>(VisualFormat{std::string(format), options});
-        return Resolver(std::get<VisualFormatSyntax>(parsed), std::move(origin), metrics, views)
-            .resolve();
+        if (const auto* syntax = std::get_if<VisualFormatSyntax>(&parsed))
+            made.constraints = Resolver(*syntax, options, metrics, views).resolve();
+        else
+            refuse(format, std::get<VisualFormatError>(parsed));
     } catch (const VisualFormatError& error) {
-        return refuse(format, error);
+        refuse(format, error);
     }
+    return made;
 }
 
 } // namespace vx

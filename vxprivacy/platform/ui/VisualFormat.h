@@ -5,7 +5,6 @@
 
 #include <memory>
 #include <string_view>
-#include <vector>
 
 namespace vx {
 
@@ -18,15 +17,15 @@ using MetricsDictionary = OrderedDictionary<double>;
 inline constexpr int kAlignAllCentreX = 512;
 inline constexpr int kAlignAllCentreY = 1024;
 
-/// The constraints that a visual-format string describes, resolved now:
+/// A visual-format string with the constraints that it describes, resolved now:
 ///
 ///     H:|-10-[title]-[button(oneFourthH)]|     V:[row(==title)]     [a(>=20@750)]-(<=8)-[b]
 ///
 /// "|" is the superview of the first view named. "-" alone is the standard gap, 8 points. A string
 /// that does not parse, or that names an unknown view or metric, gives no constraint and one log
 /// line at level 4 with the string and the place.
-std::vector<LayoutConstraint> constraintsWithVisualFormat(std::string_view format, int options,
-                                                          const MetricsDictionary& metrics,
-                                                          const ViewsDictionary& views);
+VisualFormat constraintsWithVisualFormat(std::string_view format, int options,
+                                         const MetricsDictionary& metrics,
+                                         const ViewsDictionary& views);
 
 } // namespace vx
