@@ -103,7 +103,9 @@ TEST(Lint, Categories) {
         expect(with(zero).c_str(), {{kError, path, "not saved"}});
     for (const char* high : {"1000", "\"1000\"", "\"99999999999\"", "1e9"})
         expect(with(high).c_str(), {{kError, path, "IAB"}});
-    for (const char* other : {"[]", "{}", "true", "\"-3\""})
+    for (const char* low : {"-3", "\"-3\"", "\"-99999999999\""})
+        expect(with(low).c_str(), {{kError, path, "nobody asks for"}});
+    for (const char* other : {"[]", "{}", "true"})
         expect(with(other).c_str(), {{kError, path, ""}});
     expect(R"({"categories":[{"ID":"1","name":"n"},{"ID":"2","name":"n","subcategories":[
                {"ID":"1","name":"m"}]}]})",

@@ -33,6 +33,10 @@ std::optional<Advice> adviceOn(const Node& id) {
         return Advice{"The ID counts as 0, which stands for the switch of everything.",
                       "The row's choice is not saved.",
                       "Write a string with a number from 1 to 999."};
+    if (number < 0)
+        return Advice{"The ID is " + std::to_string(number) + ", not above 0.",
+                      "The choice is saved under a number that nobody asks for.",
+                      "Write a string with a number from 1 to 999."};
     if (number >= kVXVendorOffset)
         return Advice{"The ID is " + std::to_string(number) + ", not below 1000.",
                       "The choice is taken for one about a vendor or a purpose of the IAB.",
