@@ -33,7 +33,7 @@ void expectAnswer(const std::string& text) {
     vx::tools::lint::asJSON(findings).dump(); // refuses what is no UTF-8
 }
 
-std::string sample() {
+std::string sampleText() {
     std::ifstream file(SAMPLES "/category.json", std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
@@ -72,7 +72,7 @@ TEST(LintOfAnyText, AgreesWithTheModuleWhatIsJSON) {
 }
 
 TEST(LintOfAnyText, SurvivesMutations) {
-    const std::string text = sample();
+    const std::string text = sampleText();
     const std::string bytes = "{}[]\",:0e-\\u\n\xC3\xFF";
     std::mt19937 random(20);
     const auto below = [&](std::size_t bound) { return random() % bound; };

@@ -103,7 +103,7 @@ void model(Session& session, const Step&) {
     session.answer({{"savedConsent", recording::asObject(center->savedConsent())}});
 }
 
-constexpr Action kActions[] = {
+constexpr Action kCenterActions[] = {
     {"present", present}, {"dismiss", dismiss}, {"tap", tap},
     {"tapText", tapText}, {"screen", screen},   {"model", model},
 };
@@ -111,7 +111,7 @@ constexpr Action kActions[] = {
 } // namespace
 
 std::span<const Action> centerActions() {
-    return kActions;
+    return kCenterActions;
 }
 
 } // namespace vx::tools::play

@@ -78,7 +78,7 @@ void change(Session& session, const Step& step) {
     session.answer(file.specificUpdate(oldText, newText));
 }
 
-constexpr Action kQuestions[] = {
+constexpr Action kDocumentQuestions[] = {
     {"configuration", configuration},
     {"text", text},
     {"colour", colour},
@@ -88,7 +88,7 @@ constexpr Action kQuestions[] = {
 } // namespace
 
 std::span<const Action> documentQuestions() {
-    return kQuestions;
+    return kDocumentQuestions;
 }
 
 } // namespace vx::tools::play

@@ -81,7 +81,7 @@ void notify(Session& session, const Step& step) {
     session.engine().onNotificationReceived(notification);
 }
 
-constexpr Action kActions[] = {
+constexpr Action kEngineActions[] = {
     {"setSiteID", setSiteID},
     {"customPCMSetSiteID", customPCMSetSiteID},
     {"init", call<&VXMobilePrivacy::init>},
@@ -108,7 +108,7 @@ constexpr Action kActions[] = {
 } // namespace
 
 std::span<const Action> engineActions() {
-    return kActions;
+    return kEngineActions;
 }
 
 } // namespace vx::tools::play

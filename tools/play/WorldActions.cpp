@@ -49,7 +49,7 @@ void relaunch(Session& session, const Step&) {
     session.relaunch();
 }
 
-constexpr Action kActions[] = {
+constexpr Action kWorldActions[] = {
     {"world", world},     {"clock", clock},       {"write", write},
     {"install", install}, {"relaunch", relaunch},
 };
@@ -57,7 +57,7 @@ constexpr Action kActions[] = {
 } // namespace
 
 std::span<const Action> worldActions() {
-    return kActions;
+    return kWorldActions;
 }
 
 } // namespace vx::tools::play

@@ -10,7 +10,8 @@ namespace vx::tools::studio {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience{15}; // a vendor list may be large and the machine slow
+constexpr std::chrono::seconds kReplyPatience{
+    15}; // a vendor list may be large and the machine slow
 
 } // namespace
 
@@ -37,7 +38,7 @@ Reply ApplicationProcess::ask(Json command) {
     if (!process_ || !process_->send(line))
         return {.problem = "the application is not running"};
     std::unique_lock lock(mutex_);
-    if (!answered_.wait_for(lock, kPatience, [&] { return lastDone_ >= id || !running_; }))
+    if (!answered_.wait_for(lock, kReplyPatience, [&] { return lastDone_ >= id || !running_; }))
         return {.problem = "the application does not answer"};
     if (lastDone_ < id)
         return {.problem = "the application ended"};

@@ -28,12 +28,12 @@ void answerWith(httplib::Response& response, const Reply& reply, const char* typ
         answerText(response, reply.text, type);
 }
 
-struct File {
+struct CenterFile {
     const char* path;
     const char* type;
     std::string (*text)();
 };
-constexpr File kFiles[] = {
+constexpr CenterFile kCenterFiles[] = {
     {"/center/center.js", "text/javascript", [] { return asset("center.js"); }},
     {"/center/surface.css", "text/css", [] { return std::string(web::surfaceCSS()); }},
     {"/center/surface.js", "text/javascript", [] { return std::string(web::surfaceJS()); }},
@@ -59,7 +59,7 @@ void addCenter(httplib::Server& server, Session& session) {
     server.Get("/center/layout.css", [&](const httplib::Request&, httplib::Response& response) {
         answerWith(response, session.centerLayout(), "text/css; charset=utf-8");
     });
-    for (const File& file : kFiles)
+    for (const CenterFile& file : kCenterFiles)
         server.Get(file.path, [file](const httplib::Request&, httplib::Response& response) {
             answerText(response, file.text(), std::string(file.type) + "; charset=utf-8");
         });

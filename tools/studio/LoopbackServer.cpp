@@ -10,7 +10,7 @@ namespace vx::tools::studio {
 namespace {
 
 constexpr std::size_t kThreads = 24; // an open page keeps one
-constexpr std::size_t kMostBytes = 8u << 20;
+constexpr std::size_t kLargestBody = 8u << 20;
 
 // The library's own options share a port with whoever else listens on it.
 void claimAlone(socket_t socket) {
@@ -24,7 +24,7 @@ std::unique_ptr<httplib::Server> makeServer() {
         return new httplib::ThreadPool(kThreads);
     }; // the server's to free
     server->set_socket_options(claimAlone);
-    server->set_payload_max_length(kMostBytes);
+    server->set_payload_max_length(kLargestBody);
     server->set_keep_alive_max_count(1); // an idle connection would hold up `stop`
     server->set_keep_alive_timeout(1);
     return server;

@@ -20,7 +20,7 @@ struct File {
     const char* name;
     const char* type;
 };
-constexpr File kFiles[] = {
+constexpr File kPageFiles[] = {
     {"application.js", "text/javascript"},
     {"connection.js", "text/javascript"},
     {"controls.js", "text/javascript"},
@@ -66,7 +66,7 @@ void PageServer::addAssets(httplib::Server& server) const {
         page.replace(page.find(mark), mark.size(), token());
         answerText(response, page, "text/html; charset=utf-8");
     });
-    for (const File& file : kFiles)
+    for (const File& file : kPageFiles)
         server.Get(std::string("/") + file.name, [file](const httplib::Request&,
                                                         httplib::Response& response) {
             answerText(response, asset(file.name), std::string(file.type) + "; charset=utf-8");

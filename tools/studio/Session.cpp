@@ -11,7 +11,7 @@ namespace vx::tools::studio {
 
 namespace {
 
-std::int64_t now() {
+std::int64_t currentTime() {
     return std::chrono::system_clock::now().time_since_epoch() / std::chrono::milliseconds(1);
 }
 
@@ -21,8 +21,9 @@ Session::Session(const Options& options, VendorList vendorList, EventStream& eve
     : options_(options), vendorList_({{"version", vendorList.version},
                                       {"vendors", vendorList.vendors},
                                       {"file", options.gvl.string()}}),
-      started_(now()), events_(events), installations_{makeInstallation(options, vendorList, false),
-                                                       makeInstallation(options, vendorList, true)},
+      started_(currentTime()),
+      events_(events), installations_{makeInstallation(options, vendorList, false),
+                                      makeInstallation(options, vendorList, true)},
       iab_(options.iab), backend_(options.site, options.privacy, std::move(vendorList), events),
       application_(events) {
     reportSession();

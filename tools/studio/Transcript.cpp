@@ -12,7 +12,7 @@ namespace vx::tools::studio {
 namespace {
 
 using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
 // Only a start-up that finds no newer document, or a slow one, takes that long.
 constexpr std::chrono::seconds kPatience{10};
@@ -58,7 +58,7 @@ bool isUpToDate(const Json& state) {
 // Prints the entries as they come.
 void printStartUp(EventStream& events) {
     EventStream::Position position;
-    for (const auto end = Clock::now() + kPatience; Clock::now() < end;) {
+    for (const auto end = SteadyClock::now() + kPatience; SteadyClock::now() < end;) {
         const EventStream::News news = events.waitAfter(position, 100ms);
         position = news.position;
         for (const Json& entry : news.entries)

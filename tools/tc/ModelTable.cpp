@@ -19,7 +19,7 @@ constexpr int kIndent = 2;
 constexpr int kNameWidth = 30;
 constexpr std::size_t kValueWidth = 68;
 
-std::string asText(const IdentifierSet& set) {
+std::string rangesIn(const IdentifierSet& set) {
     std::string text;
     set.forEachRange([&](std::uint32_t first, std::uint32_t last) {
         text += (text.empty() ? "" : " ") + std::to_string(first);
@@ -49,13 +49,13 @@ public:
     void flag(std::string_view field, bool value) { line(field, value ? "yes" : "no"); }
     void letters(std::string_view field, const std::string& value) { line(field, value); }
     void identifiers(std::string_view field, unsigned, const IdentifierSet& set) {
-        line(field, asText(set));
+        line(field, rangesIn(set));
     }
     void vendors(std::string_view field, const VendorSection& section) {
         line(field,
              std::to_string(section.vendors.size()) + " of " + std::to_string(section.maxVendorId));
         if (!section.vendors.empty())
-            line("", asText(section.vendors));
+            line("", rangesIn(section.vendors));
     }
     void restrictions(std::string_view field, const Restrictions& restrictions);
 
@@ -71,7 +71,7 @@ void Printer::restrictions(std::string_view field, const Restrictions& restricti
     for (const auto& [restriction, vendors] : restrictions) {
         line(field, "purpose " + std::to_string(restriction.purpose) + ", " +
                         std::string(meaningOf(restriction.type)) + ":");
-        line("", asText(vendors));
+        line("", rangesIn(vendors));
         field = "";
     }
 }

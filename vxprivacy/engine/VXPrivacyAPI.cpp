@@ -11,17 +11,17 @@ namespace vx {
 
 namespace {
 
-std::optional<std::string> stored(std::string_view key) {
+std::optional<std::string> storedText(std::string_view key) {
     return VXUserDefaults::retrieveInfoFromUserDefaults(key);
 }
 
 std::vector<std::string> acceptedKeys(std::string_view list) {
     std::vector<std::string> accepted;
-    const std::string keys = stored(list).value_or("");
+    const std::string keys = storedText(list).value_or("");
     if (keys.empty())
         return accepted;
     for (std::string_view key : split(keys, ';'))
-        if (stored(key) == "1")
+        if (storedText(key) == "1")
             accepted.emplace_back(key);
     return accepted;
 }
@@ -29,24 +29,24 @@ std::vector<std::string> acceptedKeys(std::string_view list) {
 } // namespace
 
 bool VXPrivacyAPI::isConsentAlreadyGiven() {
-    return !stored(kVXPrivacyConsent).value_or("").empty();
+    return !storedText(kVXPrivacyConsent).value_or("").empty();
 }
 
 bool VXPrivacyAPI::shouldDisplayPrivacyCenter() {
-    const std::string flag = stored(kVXShouldDisplayPrivacyCenter).value_or("");
+    const std::string flag = storedText(kVXShouldDisplayPrivacyCenter).value_or("");
     return flag.empty() || flag == "1";
 }
 
 std::int64_t VXPrivacyAPI::getLastTimeConsentWasSaved() {
-    return decimalInteger(stored(kVXConsentTime).value_or("")).value_or(0);
+    return decimalInteger(storedText(kVXConsentTime).value_or("")).value_or(0);
 }
 
 bool VXPrivacyAPI::isCategoryAccepted(std::int32_t categoryID) {
-    return stored(numberedKey(kVXCategoryPrefix, categoryID)) == "1";
+    return storedText(numberedKey(kVXCategoryPrefix, categoryID)) == "1";
 }
 
 bool VXPrivacyAPI::isVendorAccepted(std::int32_t vendorID) {
-    return stored(numberedKey(kVXVendorPrefix, vendorID)) == "1";
+    return storedText(numberedKey(kVXVendorPrefix, vendorID)) == "1";
 }
 
 std::vector<std::string> VXPrivacyAPI::getAcceptedCategories() {

@@ -15,7 +15,7 @@ namespace {
 constexpr std::int32_t kHighestVendor = 65535; // the identifiers of the framework have 16 bits
 
 // A number or a text as text; absent for anything else.
-std::optional<std::string> textOf(const JSONValue& value) {
+std::optional<std::string> textIfAny(const JSONValue& value) {
     if (const auto text = value.string())
         return std::string(*text);
     return value.number() ? std::optional(std::to_string(value.integerValue())) : std::nullopt;
@@ -47,7 +47,7 @@ void VXIABPrivacyCenterViewController::parsePublisherRestrictions() {
     for (const auto& [purpose, vendors] : restrictions.members()) {
         OrderedDictionary<std::string> types;
         for (const auto& [vendor, type] : vendors.members())
-            if (auto text = textOf(type))
+            if (auto text = textIfAny(type))
                 types.set(vendor, std::move(*text));
         if (!types.empty())
             pubRestrictions_->set(purpose, std::move(types));
@@ -71,7 +71,7 @@ VXIABPrivacyCenterViewController::purposesForbiddenTo(const JSONValue& vendorID)
     std::vector<std::int32_t> purposes;
     if (!pubRestrictions_)
         return purposes;
-    const std::string vendor = textOf(vendorID).value_or("");
+    const std::string vendor = textIfAny(vendorID).value_or("");
     for (const auto& [purpose, vendors] : *pubRestrictions_)
         if (const std::string* type = vendors.find(vendor); type && *type == "0")
             purposes.push_back(integerValue(purpose));

@@ -12,7 +12,7 @@ WakeUp::WakeUp() : event_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 
 void WakeUp::signal() const {
     const std::uint64_t one = 1;
-    [[maybe_unused]] const ssize_t written = write(event_.get(), &one, sizeof one);
+    [[maybe_unused]] const ssize_t written = ::write(event_.get(), &one, sizeof one);
 }
 
 bool WakeUp::waitFor(int fd, std::chrono::milliseconds patience) const {
@@ -20,7 +20,7 @@ bool WakeUp::waitFor(int fd, std::chrono::milliseconds patience) const {
     if (poll(waits, 2, static_cast<int>(patience.count())) <= 0)
         return false;
     std::uint64_t signals = 0;
-    [[maybe_unused]] const ssize_t count = read(event_.get(), &signals, sizeof signals);
+    [[maybe_unused]] const ssize_t count = ::read(event_.get(), &signals, sizeof signals);
     return waits[0].revents != 0;
 }
 
