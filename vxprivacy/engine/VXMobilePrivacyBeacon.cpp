@@ -11,6 +11,8 @@
 #include "vxprivacy/platform/core/VXVariables.h"
 #include "vxprivacy/platform/foundation/Text.h"
 
+#include <utility>
+
 namespace vx {
 
 namespace {
@@ -27,10 +29,11 @@ std::string acceptedIDs(ConsentKind kind) {
     const auto [prefix, list] = consentNames(kind);
     const std::string keys = VXUserDefaults::retrieveInfoFromUserDefaults(list).value_or("");
     std::string ids;
+    bool first = true; // not whether `ids` is empty: a key may be nothing but its prefix
     forEachPiece(keys, ';', [&](std::string_view key) {
         if (consentKind(key) != kind || VXUserDefaults::retrieveInfoFromUserDefaults(key) != "1")
             return;
-        if (!ids.empty())
+        if (!std::exchange(first, false))
             ids += ',';
         ids += removingAll(key.substr(prefix.size()), prefix);
     });
