@@ -3,6 +3,10 @@
 #include <regex>
 #include <string>
 
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 namespace vx::tests {
@@ -80,6 +84,26 @@ TEST(StudioGuard, ABodyThatIsTooLargeIsRefused) {
                              std::string(9u << 20, ' '), "application/json");
     EXPECT_TRUE(!result || result->status == 413);
     EXPECT_EQ(studio.get("state")["published"]["version"], 1);
+}
+
+TEST(StudioGuard, APostWithoutABodyNeedsNoLength) {
+    StudioProcess studio;
+    const std::string page = studio.valueOf("page"); // http://127.0.0.1:PORT/
+    const int port = std::stoi(page.substr(page.rfind(':') + 1));
+    const tools::studio::Descriptor connection(socket(AF_INET, SOCK_STREAM, 0));
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    ASSERT_EQ(connect(connection.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    const std::string request =
+        "POST /api/refuse HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(port) +
+        "\r\nX-Studio-Token: " + studio.valueOf("token") + "\r\n\r\n";
+    ASSERT_EQ(write(connection.get(), request.data(), request.size()), ssize_t(request.size()));
+    std::string status(12, ' ');
+    EXPECT_EQ(read(connection.get(), status.data(), status.size()), ssize_t(status.size()));
+    EXPECT_EQ(status, "HTTP/1.1 200");
+    EXPECT_EQ(studio.get("state")["application"]["engine"]["privacyState"], 2);
 }
 
 } // namespace vx::tests

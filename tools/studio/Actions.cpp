@@ -22,33 +22,33 @@ constexpr double kMillisecondsPerDay = 86'400'000.0;
 constexpr double kMostDays = 200 * 366;
 constexpr double kPhoneWidth = 390; // points
 
-Json argument(const httplib::Request& request, const char* name) {
-    const Json body = parsed(request.body);
-    return body.is_object() ? body.value(name, Json()) : Json();
+Json argument(const std::string& body, const char* name) {
+    const Json arguments = parsed(body);
+    return arguments.is_object() ? arguments.value(name, Json()) : Json();
 }
 
-Problem sendHit(Session& session, const httplib::Request& request) {
-    const Json name = argument(request, "name");
+Problem sendHit(Session& session, const std::string& body) {
+    const Json name = argument(body, "name");
     return session.hit(name.is_string() ? name.get<std::string>() : "screen_view");
 }
 
-Problem setNetwork(Session& session, const httplib::Request& request) {
-    const Json on = argument(request, "on");
+Problem setNetwork(Session& session, const std::string& body) {
+    const Json on = argument(body, "on");
     if (!on.is_boolean())
         return "say {\"on\": true} or {\"on\": false}";
     return session.setNetwork(on.get<bool>());
 }
 
-Problem setMode(Session& session, const httplib::Request& request) {
-    const Json iab = argument(request, "iab");
+Problem setMode(Session& session, const std::string& body) {
+    const Json iab = argument(body, "iab");
     if (!iab.is_boolean())
         return "say {\"iab\": true} or {\"iab\": false}";
     return session.setMode(iab.get<bool>());
 }
 
-Problem moveClock(Session& session, const httplib::Request& request) {
-    const Json advance = argument(request, "advance");
-    const Json days = advance.is_number() ? advance : argument(request, "offset");
+Problem moveClock(Session& session, const std::string& body) {
+    const Json advance = argument(body, "advance");
+    const Json days = advance.is_number() ? advance : argument(body, "offset");
     if (!days.is_number() || std::abs(days.get<double>()) > kMostDays)
         return "say {\"advance\": DAYS} or {\"offset\": DAYS}";
     const std::chrono::milliseconds move(
@@ -56,35 +56,39 @@ Problem moveClock(Session& session, const httplib::Request& request) {
     return session.moveClock(advance.is_number() ? session.clockOffset() + move : move);
 }
 
-Problem openCenter(Session& session, const httplib::Request& request) {
-    const Json width = argument(request, "width");
+Problem openCenter(Session& session, const std::string& body) {
+    const Json width = argument(body, "width");
     const double points = width.is_number() ? width.get<double>() : kPhoneWidth;
     return session.openCenter(std::clamp(points, 100.0, 2000.0));
 }
 
 struct Action {
     const char* path;
-    Problem (*perform)(Session&, const httplib::Request&);
+    Problem (*perform)(Session&, const std::string& body);
 };
 constexpr Action kActions[] = {
-    {"/api/accept", [](Session& session, const httplib::Request&) { return session.accept(); }},
-    {"/api/refuse", [](Session& session, const httplib::Request&) { return session.refuse(); }},
+    {"/api/accept", [](Session& session, const std::string&) { return session.accept(); }},
+    {"/api/refuse", [](Session& session, const std::string&) { return session.refuse(); }},
     {"/api/center/open", openCenter},
     {"/api/center/dismiss",
-     [](Session& session, const httplib::Request&) { return session.dismissCenter(); }},
-    {"/api/relaunch", [](Session& session, const httplib::Request&) { return session.relaunch(); }},
-    {"/api/kill", [](Session& session, const httplib::Request&) { return session.killHard(); }},
-    {"/api/reset", [](Session& session, const httplib::Request&) { return session.reset(); }},
+     [](Session& session, const std::string&) { return session.dismissCenter(); }},
+    {"/api/relaunch", [](Session& session, const std::string&) { return session.relaunch(); }},
+    {"/api/kill", [](Session& session, const std::string&) { return session.killHard(); }},
+    {"/api/reset", [](Session& session, const std::string&) { return session.reset(); }},
     {"/api/hit", sendHit},
     {"/api/network", setNetwork},
     {"/api/clock", moveClock},
     {"/api/mode", setMode},
 };
 
-// The library takes no more than 8 KiB of the content type that curl gives a body unasked, unless
-// the body is read here. Nothing when it cannot be read whole; then the answer says so already.
-std::optional<std::string> bodyOf(const httplib::ContentReader& read) {
+// Read here, because the library takes no more than 8 KiB of the content type that curl gives a
+// body unasked, and waits for the end of a body of which no length is said, such as that of a plain
+// "curl -X POST". Nothing when it cannot be read whole; then the answer says so already.
+std::optional<std::string> bodyOf(const httplib::Request& request,
+                                  const httplib::ContentReader& read) {
     std::string body;
+    if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding"))
+        return body;
     const bool whole = read([&](const char* data, std::size_t size) {
         body.append(data, size);
         return true;
@@ -103,23 +107,26 @@ void publish(Session& session, const std::string& text, httplib::Response& respo
 } // namespace
 
 void addActions(httplib::Server& server, Session& session, const EventStream& events) {
+    const auto post = [&](const char* path, auto perform) {
+        server.Post(path, [perform](const httplib::Request& request, httplib::Response& response,
+                                    const httplib::ContentReader& read) {
+            if (const auto body = bodyOf(request, read))
+                perform(*body, response);
+        });
+    };
     for (const Action& action : kActions)
-        server.Post(action.path, [&](const httplib::Request& request, httplib::Response& response) {
-            if (const Problem problem = action.perform(session, request))
+        post(action.path, [&](const std::string& body, httplib::Response& response) {
+            if (const Problem problem = action.perform(session, body))
                 answerError(response, 409, *problem);
             else
                 answer(response, events.state());
         });
-    server.Post("/api/configuration", [&](const httplib::Request&, httplib::Response& response,
-                                          const httplib::ContentReader& read) {
-        if (const auto text = bodyOf(read))
-            publish(session, *text, response);
+    post("/api/configuration", [&](const std::string& body, httplib::Response& response) {
+        publish(session, body, response);
     });
     // Changes nothing, but is work.
-    server.Post("/api/lint", [](const httplib::Request&, httplib::Response& response,
-                                const httplib::ContentReader& read) {
-        if (const auto text = bodyOf(read))
-            answer(response, lint::asJSON(lint::lint(*text)));
+    post("/api/lint", [](const std::string& body, httplib::Response& response) {
+        answer(response, lint::asJSON(lint::lint(body)));
     });
 }
 
