@@ -25,6 +25,7 @@ struct Settings {
     std::filesystem::path packaged{};
     /// https, or plain http for loopback addresses only.
     Hosts hosts = defaultHosts();
+    /// Named in beacons and in every request.
     std::string userAgent = "VXPrivacy";
     /// Lines below this level are not logged.
     int logLevel = 1;

@@ -66,6 +66,11 @@ TEST_F(IABModel, ListsTheWholeSectionWithoutConfiguredVendors) {
     EXPECT_EQ(center->keysToDisplay("specialFeatures"), (Keys{{"1", "2"}}));
     EXPECT_EQ(center->keysToDisplay("specialPurposes"), Keys{IDs()});
     EXPECT_EQ(center->keysToDisplay("features"), Keys());
+    const JSONValue vendor = center->JSONDictionary()["vendors"]["1"];
+    center->addPurposesFromVendor(vendor); // there is no set to add to
+    center->addLegitimateInterestFromVendor(vendor);
+    center->saveVendorRestriction();
+    EXPECT_FALSE(center->purposes() || center->legitimateInterest());
 }
 
 TEST_F(IABModel, ListsVendorsByNameByteByByte) {

@@ -10,8 +10,8 @@ namespace vx::tools::studio {
 
 namespace {
 
-constexpr std::chrono::seconds kReplyPatience{
-    15}; // a vendor list may be large and the machine slow
+// A vendor list may be large and the machine slow.
+constexpr std::chrono::seconds kReplyPatience{15};
 
 } // namespace
 

@@ -17,6 +17,7 @@ public:
     /// Sets all that `savedConsent` lists.
     virtual void actionAcceptAll() = 0;
     virtual void actionRefuseAll() = 0;
+    /// Entries by consent key, "1" accepted and "0" refused.
     virtual const ConsentDictionary& savedConsent() const = 0;
 };
 

@@ -115,17 +115,23 @@ public:
     void changeNotificationCenter(NotificationCenter& center) override;
     void onNotificationReceived(const Notification& notification) override;
 
+    /// Whether the IAB library is there, so that saves write TC strings.
     bool enableIAB() const { return enableIAB_; }
     /// 0 no decision known, 1 consent given, 2 consent refused.
     std::int32_t privacyState() const { return privacyState_; }
+    /// As start-up gave them; 0 before it.
     std::int32_t clientSiteID() const { return clientSiteID_; }
     std::int32_t privacyID() const { return privacyID_; }
+    /// Whether the saved consent was too old when it was last checked.
     bool consentExpired() const { return consentExpired_; }
     /// Whether the TC string is to carry a publisher segment.
     bool generatePublisherTC() const { return generatePublisherTC_; }
     void setGeneratePublisherTC(bool generate) { generatePublisherTC_ = generate; }
+    /// The tag SDK; null without one.
     const std::shared_ptr<Zentrix>& vxInstance() const { return vxInstance_; }
+    /// What `setConsentUser` was given; absent before.
     const std::optional<std::string>& userID() const { return userID_; }
+    /// Null when nobody is registered.
     const std::shared_ptr<VXPrivacyCallbacks>& callback() const { return callback_; }
     /// The vendor list's version that the TC string names when no list is loaded.
     std::int32_t vendorListVersion() const { return vendorListVersion_; }
@@ -135,7 +141,9 @@ public:
     void setSwitchDefaultState(bool on) { switchDefaultState_ = on; }
     /// The highest accepted IAB vendor of the last save.
     std::int32_t maxVendorID() const { return maxVendorID_; }
+    /// Absent until a language was selected.
     const std::optional<std::string>& languageCode() const { return languageCode_; }
+    /// Through which the engine's notifications go out and come in.
     const VXEventSender& senderDelegate() const { return *senderDelegate_; }
     const VXEventListener& listenerDelegate() const { return *listenerDelegate_; }
 

@@ -186,6 +186,8 @@ void VXIABPrivacyCenterViewController::addDeclaredBy(const JSONValue& vendor) {
 }
 
 void VXIABPrivacyCenterViewController::addPurposesFromVendor(const JSONValue& vendor) {
+    if (!purposes_)
+        return;
     const std::vector<std::int32_t> forbidden = purposesForbiddenTo(vendor["id"]);
     for (const JSONValue& purpose : vendor["purposes"].elements())
         if (std::ranges::find(forbidden, purpose.integerValue()) == forbidden.end())
@@ -194,7 +196,8 @@ void VXIABPrivacyCenterViewController::addPurposesFromVendor(const JSONValue& ve
 
 // Restrictions never narrow these, deliberately.
 void VXIABPrivacyCenterViewController::addLegitimateInterestFromVendor(const JSONValue& vendor) {
-    addAll(vendor["legIntPurposes"], *legitimateInterest_);
+    if (legitimateInterest_)
+        addAll(vendor["legIntPurposes"], *legitimateInterest_);
 }
 
 std::vector<const VXIABPrivacyCenterViewController::Vendor*>

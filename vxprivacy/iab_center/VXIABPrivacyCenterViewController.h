@@ -55,9 +55,12 @@ public:
     /// Takes over the publisher's restrictions, where the application ships any, and hands them to
     /// the IAB library.
     void parsePublisherRestrictions();
+    /// Hands `pubRestrictions`, where there are any, to the IAB library.
     void saveVendorRestriction() const;
     /// Collects what the configured vendors declare. Without configured vendors it changes nothing.
     void computeVendorsAndPurposes();
+    /// Add what a record of the vendor list declares: to `purposes`, except what the publisher
+    /// forbids the vendor; to `legitimateInterest`. Nothing where that set is absent.
     void addPurposesFromVendor(const JSONValue& vendor);
     void addLegitimateInterestFromVendor(const JSONValue& vendor);
 
@@ -67,6 +70,7 @@ public:
     /// The IDs of a section of the vendor list that concern the configured vendors; absent when
     /// none do. Without configured vendors, all of the section.
     std::optional<std::vector<std::string>> keysToDisplay(std::string_view section) const;
+    /// Whether a record of the vendor list declares what the filter asks for; without one, true.
     bool isVendorRelatedToFilterCategory(const JSONValue& vendor) const;
     /// Sets the filter from a number above one of the offsets; any other number changes nothing.
     void filterByNumber(std::int32_t number);

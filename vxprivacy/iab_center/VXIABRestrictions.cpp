@@ -56,6 +56,8 @@ void VXIABPrivacyCenterViewController::parsePublisherRestrictions() {
 }
 
 void VXIABPrivacyCenterViewController::saveVendorRestriction() const {
+    if (!pubRestrictions_)
+        return;
     PublisherRestrictions restrictions;
     for (const auto& [purpose, vendors] : *pubRestrictions_) {
         std::string types;

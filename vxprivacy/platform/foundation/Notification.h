@@ -11,6 +11,7 @@ namespace vx {
 struct Notification {
     using UserInfo = OrderedDictionary<std::string>;
 
+    /// Compared letter for letter.
     std::string name;
     /// Who sent it; for telling senders apart, never to be dereferenced. May be null.
     const void* object = nullptr;

@@ -14,6 +14,7 @@ class NotificationObserver {
 public:
     virtual ~NotificationObserver();
 
+    /// Called while the notification is posted, on the poster's thread.
     virtual void onNotificationReceived(const Notification& notification) = 0;
 };
 
@@ -26,6 +27,7 @@ public:
     /// From now on `observer` hears every notification of exactly this name, each one once however
     /// often it was added. It must be removed before it dies.
     virtual void addObserver(std::string_view name, NotificationObserver& observer);
+    /// From now on `observer` hears nothing.
     virtual void removeObserver(NotificationObserver& observer);
 
     /// Calls the observers of the notification's name in the order in which they were added.

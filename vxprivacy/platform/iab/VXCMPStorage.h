@@ -13,6 +13,7 @@ class VXCMPStorage {
 public:
     static bool present();
 
+    // Each as the `IABLibrary` operation of its name; without the library "" is answered.
     static void setCMPSDKID();
     static std::string getCreatedDate();
     static void setPublisherRestrictions(const PublisherRestrictions& restrictions);

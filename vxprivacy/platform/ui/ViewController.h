@@ -15,11 +15,14 @@ class ViewController {
 public:
     virtual ~ViewController();
 
+    /// Never null.
     const std::shared_ptr<View>& view() const { return view_; }
 
+    // As told above; these do nothing.
     virtual void viewDidLoad();
     virtual void viewDidAppear(bool animated);
     virtual void viewWillDisappear(bool animated);
+    /// The platform is short of memory; a controller may drop what it can make again.
     virtual void didReceiveMemoryWarning();
 
 private:
