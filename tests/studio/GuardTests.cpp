@@ -99,7 +99,7 @@ TEST(StudioGuard, APostWithoutABodyNeedsNoLength) {
     const std::string request =
         "POST /api/refuse HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(port) +
         "\r\nX-Studio-Token: " + studio.valueOf("token") + "\r\n\r\n";
-    ASSERT_EQ(write(connection.get(), request.data(), request.size()), ssize_t(request.size()));
+    ASSERT_EQ(::write(connection.get(), request.data(), request.size()), ssize_t(request.size()));
     std::string status(12, ' ');
     EXPECT_EQ(read(connection.get(), status.data(), status.size()), ssize_t(status.size()));
     EXPECT_EQ(status, "HTTP/1.1 200");
