@@ -77,12 +77,26 @@ TEST(StudioGuard, OnlyTheEmbeddedFilesAreServedAndThePageHasNoInlineCode) {
         EXPECT_EQ(client.Get(path)->status, 404) << path;
 }
 
-TEST(StudioGuard, ABodyThatIsTooLargeIsRefused) {
+TEST(StudioGuard, ABodyThatIsTooLargeOrAFormIsRefused) {
     StudioProcess studio;
-    const auto result =
-        studio.client().Post("/api/configuration", {{"X-Studio-Token", studio.valueOf("token")}},
-                             std::string(9u << 20, ' '), "application/json");
-    EXPECT_TRUE(!result || result->status == 413);
+    const httplib::Headers headers{{"X-Studio-Token", studio.valueOf("token")}};
+    const std::string body(9u << 20, ' ');
+    const auto announced =
+        studio.client().Post("/api/configuration", headers, body, "application/json");
+    const auto inPieces = studio.client().Post(
+        "/api/configuration", headers,
+        [&](std::size_t, httplib::DataSink& sink) {
+            sink.write(body.data(), body.size());
+            sink.done();
+            return true;
+        },
+        "application/json");
+    for (const auto* result : {&announced, &inPieces}) // who still writes may not hear the answer
+        EXPECT_TRUE(!*result || (*result)->status == 413);
+    const auto form = studio.client().Post("/api/configuration", headers,
+                                           httplib::MultipartFormDataItems{{"a", "{}", "", ""}});
+    ASSERT_TRUE(form);
+    EXPECT_EQ(form->status, 415);
     EXPECT_EQ(studio.get("state")["published"]["version"], 1);
 }
 

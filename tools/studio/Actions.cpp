@@ -12,6 +12,7 @@
 #include "tools/lint/Report.h"
 #include "tools/studio/Answers.h"
 #include "tools/studio/EventStream.h"
+#include "tools/studio/LoopbackServer.h"
 #include "tools/studio/Session.h"
 
 namespace vx::tools::studio {
@@ -83,13 +84,15 @@ constexpr Action kActions[] = {
 
 // Read here, because the library takes no more than 8 KiB of the content type that curl gives a
 // body unasked, and waits for the end of a body of which no length is said, such as that of a plain
-// "curl -X POST". Nothing when it cannot be read whole; then the answer says so already.
+// "curl -X POST". Nothing when it cannot be read whole or is too large.
 std::optional<std::string> bodyOf(const httplib::Request& request,
                                   const httplib::ContentReader& read) {
     std::string body;
     if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding"))
         return body;
     const bool whole = read([&](const char* data, std::size_t size) {
+        if (size > kLargestBody - body.size()) // of which the library only saw a length announced
+            return false;
         body.append(data, size);
         return true;
     });
@@ -110,8 +113,12 @@ void addActions(httplib::Server& server, Session& session, const EventStream& ev
     const auto post = [&](const char* path, auto perform) {
         server.Post(path, [perform](const httplib::Request& request, httplib::Response& response,
                                     const httplib::ContentReader& read) {
-            if (const auto body = bodyOf(request, read))
+            if (request.is_multipart_form_data())
+                answerError(response, 415, "post the text itself, not a form");
+            else if (const auto body = bodyOf(request, read))
                 perform(*body, response);
+            else
+                answerError(response, 413, "a body has 8 MiB at most");
         });
     };
     for (const Action& action : kActions)

@@ -10,7 +10,6 @@ namespace vx::tools::studio {
 namespace {
 
 constexpr std::size_t kThreads = 24; // an open page keeps one
-constexpr std::size_t kLargestBody = 8u << 20;
 
 // The library's own options share a port with whoever else listens on it.
 void claimAlone(socket_t socket) {

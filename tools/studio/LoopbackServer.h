@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -8,6 +9,9 @@
 #include <httplib.h>
 
 namespace vx::tools::studio {
+
+/// The longest body of a request, in bytes.
+inline constexpr std::size_t kLargestBody = 8u << 20;
 
 /// An HTTP server on 127.0.0.1 with a thread of its own, from `start` to `stop`.
 class LoopbackServer {
