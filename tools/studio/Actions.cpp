@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -99,6 +100,13 @@ std::optional<std::string> bodyOf(const httplib::Request& request,
     return whole ? std::optional(std::move(body)) : std::nullopt;
 }
 
+// Reads it to its end, so that its sender hears the answer.
+void refuseForm(const httplib::ContentReader& read, httplib::Response& response) {
+    read([](const httplib::MultipartFormData&) { return true; },
+         [](const char*, std::size_t) { return true; });
+    answerError(response, 415, "post the text itself, not a form");
+}
+
 void publish(Session& session, const std::string& text, httplib::Response& response) {
     const Publication::Draft draft = session.publish(text);
     if (!draft.problem.empty())
@@ -114,7 +122,7 @@ void addActions(httplib::Server& server, Session& session, const EventStream& ev
         server.Post(path, [perform](const httplib::Request& request, httplib::Response& response,
                                     const httplib::ContentReader& read) {
             if (request.is_multipart_form_data())
-                answerError(response, 415, "post the text itself, not a form");
+                refuseForm(read, response);
             else if (const auto body = bodyOf(request, read))
                 perform(*body, response);
             else
