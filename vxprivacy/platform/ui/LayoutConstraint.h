@@ -24,6 +24,8 @@ struct LayoutConstraint {
     };
     enum class Relation : std::uint8_t { LessThanOrEqual, Equal, GreaterThanOrEqual };
 
+    /// Both must live until the constraint is attached; from then on the view it is attached to
+    /// sees to it.
     View* firstItem = nullptr;
     /// Null, with the attribute None, where the constant stands alone.
     View* secondItem = nullptr;
