@@ -1,14 +1,14 @@
-// Composition of the category privacy center's screen.
-
-#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
-
-#include "vxprivacy/configuration/VXPrivacyConfiguration.h"
-#include "vxprivacy/engine/VXMobilePrivacy.h"
-#include "vxprivacy/engine/VXPrivacyConstants.h"
-#include "vxprivacy/platform/foundation/Text.h"
+// Composition of the category privacy center's screen, as the eye reads it. What its switches and
+// links do is in VXPrivacyCenterViewController.cpp.
 
 #include <array>
 #include <utility>
+
+#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "vxprivacy/configuration/VXPrivacyConfiguration.h"
+#include "vxprivacy/engine/ConsentEntry.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx {
 
@@ -105,7 +105,8 @@ void VXPrivacyCenterViewController::addGlobalCategory() {
 }
 
 void VXPrivacyCenterViewController::addCategories() {
-    for (const JSONValue& category : JSONDictionary_["categories"].elements()) {
+    for (const JSONValue& category :
+         VXPrivacyConfiguration::objectsOf(JSONDictionary_["categories"])) {
         const auto consentSwitch = addCategoryRow(category);
         consentSwitch->setScale(0.75);
         consentSwitch->addTouchUpInside(
@@ -124,7 +125,8 @@ void VXPrivacyCenterViewController::addCategories() {
 std::vector<std::int32_t> VXPrivacyCenterViewController::addSubCategories(const JSONValue& category,
                                                                           std::int32_t parentID) {
     std::vector<std::int32_t> children;
-    for (const JSONValue& subcategory : category["subcategories"].elements()) {
+    for (const JSONValue& subcategory :
+         VXPrivacyConfiguration::objectsOf(category["subcategories"])) {
         if (const auto key = subcategory["ID"].string())
             categoryLinks_.set(*key, {parentID});
         const auto consentSwitch = addCategoryRow(subcategory);
@@ -144,7 +146,8 @@ std::shared_ptr<Switch> VXPrivacyCenterViewController::addCategoryRow(const JSON
     const std::int32_t categoryID = category["ID"].integerValue();
     const std::string key = numberedKey(kVXCategoryPrefix, categoryID);
     if (!savedConsent_.contains(key))
-        savedConsent_.set(key, VXMobilePrivacy::sharedInstance().switchDefaultState() ? "1" : "0");
+        savedConsent_.set(
+            key, std::string(consentValue(VXMobilePrivacy::sharedInstance().switchDefaultState())));
     return addRow(category, categoryID);
 }
 
@@ -229,7 +232,7 @@ std::shared_ptr<Switch> VXPrivacyCenterViewController::createSwitchBtn(std::int3
     auto consentSwitch = std::make_shared<Switch>();
     consentSwitch->setTag(categoryID);
     const std::string* saved = savedConsent_.find(numberedKey(kVXCategoryPrefix, categoryID));
-    consentSwitch->setOn(!saved || *saved != "0");
+    consentSwitch->setOn(!saved || *saved != kConsentRefused);
     if (const Colour* colour = customisation_.find("button_backgroundcolor"))
         consentSwitch->setOnTintColor(*colour);
     viewsDictionary_.set(numbered("switchBtn%d"), consentSwitch);

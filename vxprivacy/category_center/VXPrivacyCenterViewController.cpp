@@ -2,18 +2,19 @@
 
 #include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
 
+#include "vxprivacy/configuration/ConfigurationNames.h"
+#include "vxprivacy/engine/ConsentEntry.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
-#include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 #include "vxprivacy/platform/core/VXUserDefaults.h"
 #include "vxprivacy/platform/foundation/Text.h"
 #include "vxprivacy/platform/ui/Application.h"
+#include "vxprivacy/platform/ui/ViewKinds.h"
 
 namespace vx {
 
 VXPrivacyCenterViewController::VXPrivacyCenterViewController() {
-    const auto& factory = VXConfigurationFileFactory::sharedInstance();
-    if (const auto file = factory.getConfigurationFile("privacy"))
+    if (const auto file = configurationFile(kPrivacyConfiguration))
         JSONDictionary_ = file->getJSONDictionary();
 }
 
@@ -56,8 +57,8 @@ void VXPrivacyCenterViewController::forEachSwitchOfRow(std::int32_t categoryID,
                                                        Action action) const {
     if (const auto row = contentView_->viewWithTag(categoryID))
         for (const auto& view : row->subviews())
-            if (view->kind() == View::Kind::Switch)
-                action(static_cast<Switch&>(*view));
+            if (auto* found = viewAs<Switch>(*view))
+                action(*found);
 }
 
 const std::vector<std::int32_t>*
@@ -99,7 +100,8 @@ void VXPrivacyCenterViewController::selectSubCategory(const Switch& sender) {
 void VXPrivacyCenterViewController::savePrivacy() {
     ConsentDictionary consent;
     forEachCategorySwitch([&](const Switch& each) {
-        consent.set(numberedKey(kVXCategoryPrefix, each.tag()), each.on() ? "1" : "0");
+        consent.set(numberedKey(kVXCategoryPrefix, each.tag()),
+                    std::string(consentValue(each.on())));
     });
     VXMobilePrivacy::sharedInstance().saveConsent(consent);
 }

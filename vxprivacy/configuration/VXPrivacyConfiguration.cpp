@@ -1,14 +1,17 @@
-#include "vxprivacy/configuration/VXPrivacyConfiguration.h"
+// What the privacy configuration says: IDs of categories, texts, colours and buttons. What a newer
+// document changes is in VXPrivacyConfigurationChange.cpp.
 
-#include "vxprivacy/platform/core/VXLogger.h"
-#include "vxprivacy/platform/core/VXNotifications.h"
-#include "vxprivacy/platform/foundation/Text.h"
+#include "vxprivacy/configuration/VXPrivacyConfiguration.h"
 
 #include <algorithm>
 #include <charconv>
 #include <initializer_list>
 #include <limits>
 #include <utility>
+
+#include "vxprivacy/platform/core/VXLogger.h"
+#include "vxprivacy/platform/core/VXNotifications.h"
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx {
 
@@ -89,12 +92,18 @@ VXPrivacyConfiguration::initFromConfiguration(const VXConfigurationFile& source)
 
 std::vector<JSONValue> VXPrivacyConfiguration::categoryList(const JSONValue& dictionary) {
     std::vector<JSONValue> list;
-    for (const JSONValue& category : dictionary["categories"].elements()) {
+    for (const JSONValue& category : objectsOf(dictionary["categories"])) {
         appendID(list, category);
-        for (const JSONValue& subcategory : category["subcategories"].elements())
+        for (const JSONValue& subcategory : objectsOf(category["subcategories"]))
             appendID(list, subcategory);
     }
     return list;
+}
+
+std::vector<JSONValue> VXPrivacyConfiguration::objectsOf(const JSONValue& list) {
+    std::vector<JSONValue> objects = list.elements();
+    std::erase_if(objects, [](const JSONValue& element) { return !element.isObject(); });
+    return objects;
 }
 
 std::optional<std::string>
@@ -118,7 +127,7 @@ Colour VXPrivacyConfiguration::parseUIColorFromHex(std::string_view text) {
 
 void VXPrivacyConfiguration::parseComponents(const JSONValue& object) {
     const auto report = [](std::string_view message) {
-        VXLogger::sharedInstance().logMessage(message, 4);
+        VXLogger::sharedInstance().logMessage(message, kLogProblem);
     };
     if (!addPositions(components_, object, "firstLayerButton", "Detail"))
         report("Error parsing first layer buttons, Detail button should be in the list of buttons");

@@ -1,11 +1,11 @@
+#include <algorithm>
+#include <unordered_set>
+
 #include "vxprivacy/configuration/VXConfigurationChange.h"
 #include "vxprivacy/configuration/VXPrivacyConfiguration.h"
 #include "vxprivacy/platform/core/VXLogger.h"
 #include "vxprivacy/platform/core/VXNotifications.h"
 #include "vxprivacy/platform/foundation/Text.h"
-
-#include <algorithm>
-#include <unordered_set>
 
 namespace vx {
 
@@ -28,7 +28,7 @@ bool VXPrivacyConfiguration::significantUpdate(std::string_view newText) {
     const JSONValue document = JSONValue::parse(newText, &error);
     if (!document) {
         VXLogger::sharedInstance().logMessage(formatted("new privacy parsing error: %@", {error}),
-                                              4);
+                                              kLogProblem);
         return false;
     }
     const auto flag = document["information"]["significantChanges"].string();

@@ -1,7 +1,22 @@
+// The engine's operations: start-up, decisions, and hearing of changes. What a decision leads to
+// lies in the units below: ConsentSave first.
+
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <thread>
+#include <utility>
+
+#include "vxprivacy/configuration/ConfigurationNames.h"
 #include "vxprivacy/configuration/VXPrivacyConfiguration.h"
-#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/engine/ConsentBeacon.h"
+#include "vxprivacy/engine/ConsentSave.h"
+#include "vxprivacy/engine/GlobalDecision.h"
+#include "vxprivacy/engine/SDKSwitch.h"
+#include "vxprivacy/engine/SavedConsent.h"
+#include "vxprivacy/engine/SavedEntries.h"
 #include "vxprivacy/platform/core/Runtime.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 #include "vxprivacy/platform/core/VXCoreInitialisation.h"
@@ -11,18 +26,11 @@
 #include "vxprivacy/platform/foundation/Text.h"
 #include "vxprivacy/platform/iab/VXCMPStorage.h"
 
-#include <algorithm>
-#include <array>
-#include <chrono>
-#include <thread>
-#include <utility>
-
 namespace vx {
 
 namespace {
 
-constexpr std::string_view kPrivacyFile = "privacy";
-constexpr std::string_view kVendorListVersionPath = "vendorListVersion";
+constexpr std::int32_t kVendorListVersionOfOwnCenter = 146;
 
 // English is not among them: the vendor list itself carries the English texts.
 constexpr std::array<std::string_view, 25> kTranslations = {
@@ -38,10 +46,12 @@ VXConfigurationFileFactory& files() {
 } // namespace
 
 VXMobilePrivacy::VXMobilePrivacy() {
+    state_.engine = this;
     init();
 }
 
 VXMobilePrivacy::~VXMobilePrivacy() {
+    platform().store.setObserver(nullptr);
     platform().notifications.removeObserver(*this);
 }
 
@@ -60,20 +70,21 @@ VXMobilePrivacy& VXMobilePrivacy::init() {
         std::this_thread::sleep_for(std::chrono::hours(1));
     VX_INIT_STATE = Running;
     VXCoreInitialisation();
-    enableIAB_ = false;
-    languageCode_.reset();
-    userID_.reset();
-    senderDelegate_ = std::make_unique<VXEventSender>();
-    senderDelegate_->setParent(this);
-    listenerDelegate_ = std::make_unique<VXEventListener>();
-    listenerDelegate_->setParent(this);
-    switchDefaultState_ = true;
-    maxVendorID_ = 0;
-    generatePublisherTC_ = false;
-    listenerDelegate_->listen(kVXNotification_ConfigurationChanged);
+    state_.enableIAB = false;
+    state_.languageCode.reset();
+    state_.userID.reset();
+    state_.senderDelegate = std::make_unique<VXEventSender>();
+    state_.senderDelegate->setParent(this);
+    state_.listenerDelegate = std::make_unique<VXEventListener>();
+    state_.listenerDelegate->setParent(this);
+    state_.switchDefaultState = true;
+    state_.maxVendorID = 0;
+    state_.generatePublisherTC = false;
+    state_.listenerDelegate->listen(kVXNotification_ConfigurationChanged);
     VX_INIT_STATE = Done;
     VXLogger::sharedInstance().logMessage(
-        formatted("Halvane Privacy module init with version: %@", {kVXPrivacyVersion}), 2);
+        formatted("Halvane Privacy module init with version: %@", {kVXPrivacyVersion}),
+        kLogStartUp);
     return *this;
 }
 
@@ -85,20 +96,15 @@ VXMobilePrivacy& VXMobilePrivacy::reinit() {
 void VXMobilePrivacy::setSiteID(std::int32_t siteID, std::int32_t containerID,
                                 std::int32_t privacyID, std::shared_ptr<Zentrix> vxInstance) {
     StoreTransaction transaction = VXUserDefaults::transaction();
-    clientSiteID_ = siteID;
-    privacyID_ = privacyID;
-    vxInstance_ = std::move(vxInstance);
-    enableIAB_ = VXCMPStorage::present();
+    identify(siteID, privacyID, std::move(vxInstance));
     files().initWithSiteID(siteID, containerID);
-    files().addConfigurationFile(kPrivacyFile,
-                                 VXPrivacyConfiguration::initPrivacyWithSiteID(
-                                     siteID, privacyID, kPrivacyFile, *listenerDelegate_),
-                                 *this);
-    armDisplayFlagOnFirstStart();
-    if (enableIAB_)
-        loadIAB();
-    checkSavedConsent();
-    checkConsentValidity();
+    files().addConfigurationFile(
+        kPrivacyConfiguration,
+        VXPrivacyConfiguration::initPrivacyWithSiteID(siteID, privacyID, kPrivacyConfiguration,
+                                                      *state_.listenerDelegate),
+        *this);
+    SavedEntries::armDisplayFlagIfAbsent();
+    restore();
     transaction.commit();
 }
 
@@ -120,17 +126,11 @@ void VXMobilePrivacy::customPCMSetSiteID(std::int32_t siteID, std::int32_t priva
                                          std::int32_t containerID,
                                          std::shared_ptr<Zentrix> vxInstance) {
     StoreTransaction transaction = VXUserDefaults::transaction();
-    clientSiteID_ = siteID;
-    privacyID_ = privacyID;
-    vxInstance_ = std::move(vxInstance);
-    enableIAB_ = VXCMPStorage::present();
-    vendorListVersion_ = 146;
-    armDisplayFlagOnFirstStart(); // before the factory is told, deliberately
+    identify(siteID, privacyID, std::move(vxInstance));
+    state_.vendorListVersion = kVendorListVersionOfOwnCenter;
+    SavedEntries::armDisplayFlagIfAbsent(); // before the factory is told, deliberately
     files().initWithSiteID(siteID, containerID);
-    if (enableIAB_)
-        loadIAB();
-    checkSavedConsent();
-    checkConsentValidity();
+    restore();
     transaction.commit();
 }
 
@@ -138,9 +138,20 @@ void VXMobilePrivacy::customPCMSetSiteID(std::int32_t siteID, std::int32_t priva
     customPCMSetSiteID(siteID, privacyID, 0, nullptr);
 }
 
-void VXMobilePrivacy::armDisplayFlagOnFirstStart() {
-    if (!VXUserDefaults::retrieveInfoFromUserDefaults(kVXShouldDisplayPrivacyCenter))
-        VXUserDefaults::saveInfoToUserDefaults("1", kVXShouldDisplayPrivacyCenter);
+void VXMobilePrivacy::identify(std::int32_t siteID, std::int32_t privacyID,
+                               std::shared_ptr<Zentrix> vxInstance) {
+    state_.clientSiteID = siteID;
+    state_.privacyID = privacyID;
+    state_.vxInstance = std::move(vxInstance);
+    state_.enableIAB = VXCMPStorage::present();
+    platform().store.setObserver(this);
+}
+
+void VXMobilePrivacy::restore() {
+    if (state_.enableIAB)
+        loadIAB();
+    checkSavedConsent();
+    checkConsentValidity();
 }
 
 void VXMobilePrivacy::loadIAB() {
@@ -160,14 +171,147 @@ bool VXMobilePrivacy::supportsLanguage(std::string_view code) {
 void VXMobilePrivacy::setLanguage(std::string_view code) {
     if (!supportsLanguage(code))
         return;
-    languageCode_ = code;
-    const std::string name = formatted("purposes-%@", {code});
+    state_.languageCode = code;
+    const std::string name = formatted(kTranslationFormat, {code});
     files().addConfigurationFile(name, kVendorListVersionPath,
                                  platform().hosts.vendorList + formatted("/v2/%@.json", {name}));
 }
 
 void VXMobilePrivacy::setConsentUser(std::string_view user) {
-    userID_ = user;
+    state_.userID = user;
+}
+
+void VXMobilePrivacy::registerCallback(std::shared_ptr<VXPrivacyCallbacks> callback) {
+    state_.callback = std::move(callback);
+}
+
+void VXMobilePrivacy::registerIABPrivacyCenter(IABPrivacyCenterFactory factory) {
+    GlobalDecision::registerIABPrivacyCenter(factory);
+}
+
+void VXMobilePrivacy::acceptAllConsent() {
+    saveAll(kConsentAccepted);
+}
+
+void VXMobilePrivacy::refuseAllConsent() {
+    saveAll(kConsentRefused);
+}
+
+void VXMobilePrivacy::saveAll(std::string_view value) {
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    if (!state_.enableIAB)
+        saveConsent(GlobalDecision::ofCategories(value));
+    else if (const auto center = GlobalDecision::ofIAB(value))
+        saveConsent(center->savedConsent());
+    transaction.commit();
+}
+
+void VXMobilePrivacy::saveConsent(const ConsentDictionary& consent) {
+    ConsentSave::saveConsent(consent, state_);
+}
+
+void VXMobilePrivacy::saveCustomCategoriesInSharedPreferences(const ConsentDictionary& consent) {
+    ConsentSave::saveCustomCategories(consent, state_);
+}
+
+void VXMobilePrivacy::propagateConsent(const ConsentDictionary* consent) {
+    ConsentSave::propagate(consent, state_);
+}
+
+void VXMobilePrivacy::resetSavedConsent() {
+    SavedConsent::reset(state_);
+}
+
+void VXMobilePrivacy::viewConsent() {
+    sendConsentHit(kBeaconView, kVXTypeActionViewPrivacyCenter);
+}
+
+void VXMobilePrivacy::sendConsentHit(std::int32_t action, std::string_view type) {
+    sendConsentHitToVX(state_, action, type);
+}
+
+void VXMobilePrivacy::checkSavedConsent() {
+    SavedConsent::restore(state_);
+}
+
+void VXMobilePrivacy::checkConsentValidity() {
+    SavedConsent::checkValidity(state_);
+}
+
+void VXMobilePrivacy::enableSDK() {
+    SDKSwitch::enable(state_);
+}
+
+void VXMobilePrivacy::disableSDK() {
+    SDKSwitch::disable(state_);
+}
+
+std::vector<std::string> VXMobilePrivacy::getSavedCategoriesAndVendors() {
+    return SavedEntries::getSavedCategoriesAndVendors();
+}
+
+void VXMobilePrivacy::appendByParsing(const std::optional<std::string>& list,
+                                      std::vector<std::string>& keys) {
+    SavedEntries::appendByParsing(list, keys);
+}
+
+std::string VXMobilePrivacy::categoriesToStartWith() {
+    return SavedEntries::categoriesToStartWith();
+}
+
+std::string VXMobilePrivacy::addToHit(std::string_view list) {
+    return vx::addToHit(list);
+}
+
+bool VXMobilePrivacy::getCustomCategories(const ConsentDictionary& consent,
+                                          std::string_view prefix) {
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    const bool accepted = SavedEntries::getCustomCategories(consent, prefix);
+    transaction.commit();
+    return accepted;
+}
+
+void VXMobilePrivacy::changeNotificationCenter(NotificationCenter& center) {
+    state_.senderDelegate->setNotificationCenter(center);
+}
+
+void VXMobilePrivacy::onNotificationReceived(const Notification& notification) {
+    if (notification.name.find(kVXNotification_ConfigurationChanged) == std::string::npos)
+        return;
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    const auto asksFor = [&](std::string_view key) {
+        return notification.userInfo && notification.userInfo->contains(key);
+    };
+    if (asksFor(kVXUserInfo_ResetSave)) {
+        SavedEntries::storeDisplayFlag(kMustDisplay);
+        resetSavedConsent();
+    }
+    // Without a callback a significant change does not even arm the display flag, deliberately.
+    if (state_.callback)
+        reportChange(asksFor(kVXUserInfo_SignificantChanges));
+    transaction.commit();
+}
+
+void VXMobilePrivacy::entriesWillChange() {
+    if (!entriesBefore_)
+        entriesBefore_ = SavedEntries::snapshot();
+}
+
+void VXMobilePrivacy::entriesChanged() {
+    const auto before = std::exchange(entriesBefore_, std::nullopt);
+    if (before && *before != SavedEntries::snapshot())
+        SavedConsent::takeOver(*before, state_);
+}
+
+// Both operations are asked for with a colon and sent without one, deliberately.
+void VXMobilePrivacy::reportChange(bool significant) {
+    if (significant) {
+        SavedEntries::storeDisplayFlag(kMustDisplay);
+        if (const auto callback = state_.callbackAnswering("significantChangesInPrivacy:"))
+            callback->significantChangesInPrivacy();
+    }
+    if (const auto callback = state_.callbackAnswering("consentCategoryChanged:"))
+        callback->consentCategoryChanged();
 }
 
 } // namespace vx

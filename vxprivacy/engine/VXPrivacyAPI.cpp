@@ -1,27 +1,21 @@
 #include "vxprivacy/engine/VXPrivacyAPI.h"
 
-#include "vxprivacy/engine/VXPrivacyConstants.h"
-#include "vxprivacy/platform/core/VXUserDefaults.h"
-#include "vxprivacy/platform/foundation/Text.h"
-
-#include <optional>
 #include <string_view>
+
+#include "vxprivacy/engine/SavedEntries.h"
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx {
 
 namespace {
 
-std::optional<std::string> storedText(std::string_view key) {
-    return VXUserDefaults::retrieveInfoFromUserDefaults(key);
-}
-
 std::vector<std::string> acceptedKeys(std::string_view list) {
     std::vector<std::string> accepted;
-    const std::string keys = storedText(list).value_or("");
+    const std::string keys = SavedEntries::text(list).value_or("");
     if (keys.empty())
         return accepted;
     for (std::string_view key : split(keys, ';'))
-        if (storedText(key) == "1")
+        if (SavedEntries::isAccepted(key))
             accepted.emplace_back(key);
     return accepted;
 }
@@ -29,24 +23,24 @@ std::vector<std::string> acceptedKeys(std::string_view list) {
 } // namespace
 
 bool VXPrivacyAPI::isConsentAlreadyGiven() {
-    return !storedText(kVXPrivacyConsent).value_or("").empty();
+    return !SavedEntries::text(kVXPrivacyConsent).value_or("").empty();
 }
 
 bool VXPrivacyAPI::shouldDisplayPrivacyCenter() {
-    const std::string flag = storedText(kVXShouldDisplayPrivacyCenter).value_or("");
-    return flag.empty() || flag == "1";
+    const std::string flag = SavedEntries::text(kVXShouldDisplayPrivacyCenter).value_or("");
+    return flag.empty() || flag == kMustDisplay;
 }
 
 std::int64_t VXPrivacyAPI::getLastTimeConsentWasSaved() {
-    return decimalInteger(storedText(kVXConsentTime).value_or("")).value_or(0);
+    return decimalInteger(SavedEntries::text(kVXConsentTime).value_or("")).value_or(0);
 }
 
 bool VXPrivacyAPI::isCategoryAccepted(std::int32_t categoryID) {
-    return storedText(numberedKey(kVXCategoryPrefix, categoryID)) == "1";
+    return SavedEntries::isAccepted(numberedKey(kVXCategoryPrefix, categoryID));
 }
 
 bool VXPrivacyAPI::isVendorAccepted(std::int32_t vendorID) {
-    return storedText(numberedKey(kVXVendorPrefix, vendorID)) == "1";
+    return SavedEntries::isAccepted(numberedKey(kVXVendorPrefix, vendorID));
 }
 
 std::vector<std::string> VXPrivacyAPI::getAcceptedCategories() {

@@ -7,25 +7,35 @@
 namespace vx {
 
 /// What the user decided. Every answer is read from the store at the moment of the call, so it is
-/// right before start-up as well. Application's thread; never waits.
+/// right even before start-up. It needs a `Runtime`, not the engine. Application's thread; never
+/// waits, never throws.
+///
+///     if (VXPrivacyAPI::shouldDisplayPrivacyCenter())
+///         show();   // ask the user
+///     VXPrivacyAPI::isCategoryAccepted(3);      // category 3 of the privacy configuration
+///     VXPrivacyAPI::isVendorAccepted(1015);     // consent for IAB vendor 8: 1000 + 2 * 8 - 1
 class VXPrivacyAPI {
 public:
-    /// Whether the user decided at all, whichever way.
+    /// Whether the user decided at all, whichever way. No again after a reset; consent that is too
+    /// old still counts.
     static bool isConsentAlreadyGiven();
-    /// Whether a privacy center must be shown: on a first start, after expiry, and after a
-    /// configuration change that asks for it.
+    /// Whether a privacy center must be shown: on a first start, when consent was found too old,
+    /// and after a configuration change that asks for it.
     static bool shouldDisplayPrivacyCenter();
-    /// Milliseconds since 1970; 0 when consent was never saved.
+    /// Milliseconds since 1970; 0 when consent was never saved. A reset leaves it as it is.
     static std::int64_t getLastTimeConsentWasSaved();
 
-    /// IDs are stored IDs: a category's own, or for IAB purpose n `kVXPurposeOffset` + 2n - 1
-    /// (consent) and + 2n (legitimate interest). An unknown one is not accepted.
+    // IDs are stored IDs. An unknown one is not accepted.
+
+    /// A category's own ID, or for IAB purpose n `kVXPurposeOffset` + 2n - 1 (consent) and + 2n
+    /// (legitimate interest).
     static bool isCategoryAccepted(std::int32_t categoryID);
     /// A custom vendor's own ID, or for IAB vendor n `kVXVendorOffset` + 2n - 1 (consent) and + 2n
     /// (legitimate interest).
     static bool isVendorAccepted(std::int32_t vendorID);
 
     /// The accepted entries' full keys ("PRIVACY_CAT_3"), in the order in which they were saved.
+    /// Empty when none is accepted. Time: the number of saved entries.
     static std::vector<std::string> getAcceptedCategories();
     static std::vector<std::string> getAcceptedVendors();
     static std::vector<std::string> getAcceptedFeatures();

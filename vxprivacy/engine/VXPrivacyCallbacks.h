@@ -1,25 +1,34 @@
 #pragma once
 
-#include "vxprivacy/platform/foundation/OrderedDictionary.h"
-
 #include <string_view>
+
+#include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx {
 
 /// What an application hears from the engine. Override what is of interest; the rest does nothing.
+/// Registered with `VXMobilePrivacy::registerCallback`, which shares the object.
+///
 /// Called on the application's thread, in the middle of the operation that caused it; must not
-/// throw. What it asks of `VXPrivacyAPI` is answered from the new state.
+/// throw. What it asks of `VXPrivacyAPI` is answered from the new state, which is durable when that
+/// operation returns. So note here what is to be done, and do it later, from the application's
+/// loop.
 class VXPrivacyCallbacks {
 public:
     virtual ~VXPrivacyCallbacks();
 
-    /// Consent was saved, restored at start-up, or reset (then the dictionary is empty).
+    /// Consent was saved, restored at start-up, or forgotten by `propagateConsent` (then the
+    /// dictionary is empty). `consent` is what was saved, not all that is known; it is good for the
+    /// call only.
     virtual void consentUpdated(const ConsentDictionary& consent);
-    /// The saved consent is older than `kVXConsentExpirationDuration`: ask the user again.
+    /// The saved consent is older than `kVXConsentExpirationDuration`: ask the user again. Until
+    /// the user answers, the old choices stay in force.
     virtual void consentOutdated();
-    /// The publisher marked the new privacy configuration as significantly changed.
+    /// The publisher marked the new privacy configuration as significantly changed: ask the user
+    /// again.
     virtual void significantChangesInPrivacy();
-    /// A new privacy configuration differs in something that concerns consent.
+    /// A new privacy configuration differs in something that concerns consent. Comes last, after
+    /// what the change asked for was done.
     virtual void consentCategoryChanged();
 
     /// Whether the object answers `operation`. The engine asks for "consentUpdated:",

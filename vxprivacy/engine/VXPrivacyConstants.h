@@ -1,13 +1,14 @@
 #pragma once
 
-#include "vxprivacy/configuration/VXConfigurationChange.h" // exported with these
-
 #include <cstdint>
 #include <string_view>
 
+#include "vxprivacy/configuration/VXConfigurationChange.h" // exported with these
+
 namespace vx {
 
-/// Holder of the exported constants.
+/// Holder of the exported constants; it has no members. They are all below, and the two of
+/// VXConfigurationChange.h.
 class VXPrivacyConstants {};
 
 // Found again in every user's store: never change one of these.
@@ -23,20 +24,24 @@ inline constexpr std::string_view kVXCategoryPrefix = "PRIVACY_CAT_";
 inline constexpr std::string_view kVXVendorPrefix = "PRIVACY_VEN_";
 /// The same for IAB special features.
 inline constexpr std::string_view kVXFeaturePrefix = "PRIVACY_FEAT_";
-/// Lists of saved keys, each key followed by ";".
+/// Lists of keys, of the last save that had any of the kind, each followed by ";":
+/// "PRIVACY_CAT_1;PRIVACY_CAT_2;". Empty after a reset.
 inline constexpr std::string_view kVXSavedCategories = "SAVED_CATEGORIES";
 inline constexpr std::string_view kVXSavedVendors = "SAVED_VENDORS";
 inline constexpr std::string_view kVXSavedFeatures = "SAVED_FEATURES";
 /// "1": the privacy center must be shown; "0": it need not.
 inline constexpr std::string_view kVXShouldDisplayPrivacyCenter = "VXShouldDisplayPrivacyCenter";
-/// Under which the offline copy of the IAB vendor list is kept.
+/// A key for applications that keep a vendor list of their own. Neither the module nor its services
+/// keep anything under it: their offline copy is the store's, by the name of the configuration
+/// file.
 inline constexpr std::string_view kVXVendorListOfflineKey = "VXSavedVendorList";
 
 /// Milliseconds; 395 days. Consent of exactly this age is still valid.
 inline constexpr std::uint64_t kVXConsentExpirationDuration = 34128000000;
 
 // Where the numbers of each kind of IAB item begin. Item n takes offset + 2n - 1 for consent and
-// offset + 2n for legitimate interest (or opt-in).
+// offset + 2n for legitimate interest (or opt-in). Below 1000 are the categories of the privacy
+// configuration; nothing checks that they stay there.
 /// Vendor 12 is 1023 and 1024.
 inline constexpr std::int32_t kVXVendorOffset = 1000;
 /// Purpose 1 is 10001 and 10002.

@@ -1,28 +1,25 @@
-// The model of the IAB privacy center: vendors, purposes and the working consent.
-
-#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
-
-#include "vxprivacy/engine/VXMobilePrivacy.h"
-#include "vxprivacy/engine/VXPrivacyAPI.h"
-#include "vxprivacy/engine/VXPrivacyConstants.h"
-#include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
-#include "vxprivacy/platform/core/VXLogger.h"
-#include "vxprivacy/platform/core/VXUserDefaults.h"
-#include "vxprivacy/platform/foundation/Text.h"
+// The model of the IAB privacy center: vendors, purposes and the working consent. The publisher's
+// restrictions are in VXIABRestrictions.cpp.
 
 #include <algorithm>
 #include <array>
 #include <utility>
+
+#include "vxprivacy/configuration/ConfigurationNames.h"
+#include "vxprivacy/engine/ConsentEntry.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/engine/VXPrivacyAPI.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
+#include "vxprivacy/platform/core/VXLogger.h"
+#include "vxprivacy/platform/core/VXUserDefaults.h"
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx {
 
 namespace {
 
 using Identifiers = VXIABPrivacyCenterViewController::Identifiers;
-
-std::shared_ptr<VXConfigurationFile> fileNamed(std::string_view name) {
-    return VXConfigurationFileFactory::sharedInstance().getConfigurationFile(name);
-}
 
 void add(const JSONValue& number, Identifiers& identifiers) {
     if (number.number())
@@ -75,13 +72,13 @@ std::int32_t legitimateInterestNumber(std::int32_t offset, std::int32_t n) {
 } // namespace
 
 VXIABPrivacyCenterViewController::VXIABPrivacyCenterViewController()
-    : IABConf_(fileNamed(kVXVendorListConfiguration)) {
+    : IABConf_(configurationFile(kVXVendorListConfiguration)) {
     if (IABConf_)
         JSONDictionary_ = IABConf_->getJSONDictionary();
     for (auto& [id, record] : JSONDictionary_["vendors"].members())
         vendors_.set(id, {id, record["name"].string().value_or(""), record});
     if (const auto& language = VXMobilePrivacy::sharedInstance().languageCode())
-        translationConf_ = fileNamed("purposes-" + *language);
+        translationConf_ = configurationFile(formatted(kTranslationFormat, {*language}));
 }
 
 void VXIABPrivacyCenterViewController::registerWithEngine() {
@@ -102,7 +99,7 @@ void VXIABPrivacyCenterViewController::viewWillDisappear(bool animated) {
 }
 
 void VXIABPrivacyCenterViewController::loadModel() {
-    if (const auto file = fileNamed("privacy"))
+    if (const auto file = configurationFile(kPrivacyConfiguration))
         configuration_ = VXPrivacyConfiguration::initFromConfiguration(*file);
     parsePublisherRestrictions();
     computeVendorsAndPurposes();
@@ -114,29 +111,29 @@ void VXIABPrivacyCenterViewController::loadIABWithoutPC() {
     savedConsent_ = {};
     loadModel();
     const auto refuse = [this](std::string_view prefix, std::int32_t number) {
-        savedConsent_.set(numberedKey(prefix, number), "0");
+        savedConsent_.set(numberedKey(prefix, number), std::string(kConsentRefused));
     };
     for (const Vendor* vendor : listedVendors()) {
         const std::int32_t n = vendor->record["id"].integerValue();
         refuse(kVXVendorPrefix, consentNumber(kVXVendorOffset, n));
         refuse(kVXVendorPrefix, legitimateInterestNumber(kVXVendorOffset, n));
     }
-    if (!purposes_)
+    if (!declared_)
         return;
-    for (std::int32_t purpose : *purposes_)
+    for (std::int32_t purpose : declared_->purposes)
         refuse(kVXCategoryPrefix, consentNumber(kVXPurposeOffset, purpose));
-    for (std::int32_t purpose : *legitimateInterest_)
+    for (std::int32_t purpose : declared_->legitimateInterest)
         refuse(kVXCategoryPrefix, legitimateInterestNumber(kVXPurposeOffset, purpose));
-    for (std::int32_t feature : *specialFeatures_)
+    for (std::int32_t feature : declared_->specialFeatures)
         refuse(kVXFeaturePrefix, legitimateInterestNumber(kVXSpeFeatureOffset, feature));
 }
 
 void VXIABPrivacyCenterViewController::actionAcceptAll() {
-    setAll("1");
+    setAll(kConsentAccepted);
 }
 
 void VXIABPrivacyCenterViewController::actionRefuseAll() {
-    setAll("0");
+    setAll(kConsentRefused);
 }
 
 void VXIABPrivacyCenterViewController::setAll(std::string_view value) {
@@ -166,38 +163,37 @@ void VXIABPrivacyCenterViewController::computeVendorsAndPurposes() {
     const std::string configured = configuredVendors();
     if (configured.empty())
         return;
-    for (auto* identifiers :
-         {&purposes_, &legitimateInterest_, &specialPurposes_, &features_, &specialFeatures_})
-        identifiers->emplace();
+    declared_.emplace();
     for (std::string_view id : split(configured, ','))
         if (const Vendor* vendor = vendors_.find(id))
             addDeclaredBy(vendor->record);
         else
             VXLogger::sharedInstance().logMessage(
-                formatted("The configured vendor \"%@\" is not in the vendor list", {id}), 4);
+                formatted("The configured vendor \"%@\" is not in the vendor list", {id}),
+                kLogProblem);
 }
 
 void VXIABPrivacyCenterViewController::addDeclaredBy(const JSONValue& vendor) {
     addPurposesFromVendor(vendor);
     addLegitimateInterestFromVendor(vendor);
-    addAll(vendor["specialPurposes"], *specialPurposes_);
-    addAll(vendor["features"], *features_);
-    addAll(vendor["specialFeatures"], *specialFeatures_);
+    addAll(vendor["specialPurposes"], declared_->specialPurposes);
+    addAll(vendor["features"], declared_->features);
+    addAll(vendor["specialFeatures"], declared_->specialFeatures);
 }
 
 void VXIABPrivacyCenterViewController::addPurposesFromVendor(const JSONValue& vendor) {
-    if (!purposes_)
+    if (!declared_)
         return;
-    const std::vector<std::int32_t> forbidden = purposesForbiddenTo(vendor["id"]);
+    const std::vector<std::int64_t> forbidden = purposesForbiddenTo(vendor["id"]);
     for (const JSONValue& purpose : vendor["purposes"].elements())
         if (std::ranges::find(forbidden, purpose.integerValue()) == forbidden.end())
-            add(purpose, *purposes_);
+            add(purpose, declared_->purposes);
 }
 
 // Restrictions never narrow these, deliberately.
 void VXIABPrivacyCenterViewController::addLegitimateInterestFromVendor(const JSONValue& vendor) {
-    if (legitimateInterest_)
-        addAll(vendor["legIntPurposes"], *legitimateInterest_);
+    if (declared_)
+        addAll(vendor["legIntPurposes"], declared_->legitimateInterest);
 }
 
 std::vector<const VXIABPrivacyCenterViewController::Vendor*>
@@ -227,11 +223,9 @@ std::vector<std::string> VXIABPrivacyCenterViewController::vendorsToDisplay() co
 
 std::optional<std::vector<std::string>>
 VXIABPrivacyCenterViewController::keysToDisplay(std::string_view section) const {
-    if (!purposes_)
+    if (!declared_)
         return sectionKeys(JSONDictionary_[section]);
-    std::vector<std::int32_t> identifiers = identifiersOf(section).elements();
-    if (section == "purposes")
-        identifiers = mergedAndSorted(identifiers, legitimateInterest_->elements());
+    const std::vector<std::int32_t> identifiers = declared_->of(section);
     if (identifiers.empty())
         return {};
     std::vector<std::string> keys;
@@ -240,12 +234,13 @@ VXIABPrivacyCenterViewController::keysToDisplay(std::string_view section) const 
     return keys;
 }
 
-const Identifiers& VXIABPrivacyCenterViewController::identifiersOf(std::string_view section) const {
+std::vector<std::int32_t>
+VXIABPrivacyCenterViewController::Declared::of(std::string_view section) const {
     if (section == "purposes")
-        return *purposes_;
+        return mergedAndSorted(purposes.elements(), legitimateInterest.elements());
     if (section == "specialPurposes")
-        return *specialPurposes_;
-    return section == "features" ? *features_ : *specialFeatures_;
+        return specialPurposes.elements();
+    return section == "features" ? features.elements() : specialFeatures.elements();
 }
 
 bool VXIABPrivacyCenterViewController::isVendorRelatedToFilterCategory(
@@ -270,7 +265,7 @@ bool VXIABPrivacyCenterViewController::isVendorRelatedToFilterCategory(
 }
 
 // A number equal to an offset is none of its items.
-void VXIABPrivacyCenterViewController::filterByNumber(std::int32_t number) {
+void VXIABPrivacyCenterViewController::displayRelatedVendorsList(std::int32_t number) {
     constexpr std::array offsets = {kVXPurposeOffset, kVXSpePurposeOffset, kVXFeatureOffset,
                                     kVXSpeFeatureOffset, 14000};
     for (std::size_t i = 0; i + 1 < offsets.size(); ++i)

@@ -1,10 +1,10 @@
 // The publisher's restrictions of vendors.
 
-#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
-
 #include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 #include "vxprivacy/platform/core/VXLogger.h"
+#include "vxprivacy/platform/core/VXUtils.h"
 #include "vxprivacy/platform/foundation/Text.h"
 #include "vxprivacy/platform/iab/VXCMPStorage.h"
 
@@ -13,6 +13,10 @@ namespace vx {
 namespace {
 
 constexpr std::int32_t kHighestVendor = 65535; // the identifiers of the framework have 16 bits
+
+// Types of restriction.
+constexpr std::string_view kNotAllowed = "0";
+constexpr char kNothingSaid = '1'; // or consent required
 
 // A number or a text as text; absent for anything else.
 std::optional<std::string> textIfAny(const JSONValue& value) {
@@ -23,23 +27,23 @@ std::optional<std::string> textIfAny(const JSONValue& value) {
 
 // Vendor `n` has the character at place n - 1.
 void setType(std::string_view vendor, std::string_view type, std::string& types) {
-    const std::int32_t n = integerValue(vendor);
+    const std::int32_t n = VXUtils::numberFromNSString(vendor);
     if (n < 1 || n > kHighestVendor) {
         VXLogger::sharedInstance().logMessage(
-            formatted("The restriction of \"%@\" is skipped: it is no vendor", {vendor}), 4);
+            formatted("The restriction of \"%@\" is skipped: it is no vendor", {vendor}),
+            kLogProblem);
         return;
     }
     const auto place = static_cast<std::size_t>(n);
     if (types.size() < place)
-        types.append(place - types.size(), '1');
+        types.append(place - types.size(), kNothingSaid);
     types.replace(place - 1, 1, type);
 }
 
 } // namespace
 
 void VXIABPrivacyCenterViewController::parsePublisherRestrictions() {
-    const auto file = VXConfigurationFileFactory::sharedInstance().getConfigurationFile(
-        kVXPublisherRestrictionConfiguration);
+    const auto file = configurationFile(kVXPublisherRestrictionConfiguration);
     if (!file)
         return;
     pubRestrictions_.emplace();
@@ -66,17 +70,19 @@ void VXIABPrivacyCenterViewController::saveVendorRestriction() const {
         restrictions.set(purpose, std::move(types));
     }
     VXCMPStorage::setPublisherRestrictions(restrictions);
+    VXCMPStorage::setExplicitRestrictions(*pubRestrictions_);
 }
 
-std::vector<std::int32_t>
+std::vector<std::int64_t>
 VXIABPrivacyCenterViewController::purposesForbiddenTo(const JSONValue& vendorID) const {
-    std::vector<std::int32_t> purposes;
+    std::vector<std::int64_t> purposes;
     if (!pubRestrictions_)
         return purposes;
     const std::string vendor = textIfAny(vendorID).value_or("");
     for (const auto& [purpose, vendors] : *pubRestrictions_)
-        if (const std::string* type = vendors.find(vendor); type && *type == "0")
-            purposes.push_back(integerValue(purpose));
+        if (const std::string* type = vendors.find(vendor); type && *type == kNotAllowed)
+            if (const auto number = VXUtils::nsNumberFromString(purpose))
+                purposes.push_back(*number);
     return purposes;
 }
 

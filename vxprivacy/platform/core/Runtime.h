@@ -1,10 +1,5 @@
 #pragma once
 
-#include "vxprivacy/platform/core/Doors.h"
-#include "vxprivacy/platform/core/KeyValueStore.h"
-#include "vxprivacy/platform/core/VXSingleton.h"
-#include "vxprivacy/platform/foundation/NotificationCenter.h"
-
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -12,6 +7,11 @@
 #include <typeindex>
 #include <utility>
 #include <vector>
+
+#include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/platform/core/KeyValueStore.h"
+#include "vxprivacy/platform/core/VXSingleton.h"
+#include "vxprivacy/platform/foundation/NotificationCenter.h"
 
 namespace vx {
 
@@ -21,59 +21,79 @@ class IABLibrary;
 /// Where the module's addresses begin: scheme and host, with a port where needed, no final slash
 /// ("https://cdn.example.com").
 struct Hosts {
+    /// Has the privacy configurations, under "/mobile/SITE/PRIVACY/privacy.json".
     std::string configurationCDN;
+    /// Has the IAB vendor list, "/v2/vendor-list.json", and its translations beside it.
     std::string vendorList;
+    /// Takes the consent beacons, at "/privacy-consent/".
     std::string consentCollector;
 };
 
-/// Everything that the module asks of its surroundings. What stands behind each door is the
-/// application's choice; the doors must outlive the `Runtime` made on them.
+/// The doors of the module, all in one place. What stands behind each is the application's choice:
+/// take the struct that the services give and put your own objects in before you make the `Runtime`
+/// on it. It owns none of them; they must outlive that `Runtime`.
 struct Platform {
+    /// Keeps the user's choices between two runs.
     KeyValueStore& store;
+    /// Finds and updates the privacy configuration, the vendor list and the like.
     ConfigurationDocuments& documents;
+    /// Carries what the engine tells others (start, stop, beacons) and what configuration files
+    /// tell the engine.
     NotificationCenter& notifications;
     Logger& logger;
     Clock& clock;
+    /// Asked for the user agent and the SDK identifier, and for what a user identifier names.
     Variables& coreVariables;
+    /// Asked for what a user identifier names, before the core variables; only with a tag SDK.
     Variables& predefinedVariables;
     Hosts hosts;
-    /// Null when the IAB library is absent.
+    /// Null when the IAB library is absent. Its presence at start-up turns the IAB mode on.
     IABLibrary* iab = nullptr;
-    /// Null where no screen is shown; then no address is opened.
+    /// Opens the links of the screens. Null where no screen is shown; then no address is opened.
     Application* application = nullptr;
 };
 
-/// The module's life on one platform: made once, before anything else of the module is called, and
-/// kept until the application ends. It holds the shared instances (`VXMobilePrivacy` and others),
-/// which come into being at first use and go with it.
+/// Connects the module with its doors and owns its shared instances.
+///
+/// An application makes one, before it calls anything else of the module, and keeps it until it
+/// ends. The shared instances (`VXMobilePrivacy` and others) are made at first use; they end with
+/// the runtime, the last made first, and references to them with them.
 ///
 ///     vx::services::Services services(settings);
 ///     vx::Runtime runtime(services.platform());
 ///     vx::VXMobilePrivacy::sharedInstance().setSiteID(12, 5);
 class Runtime {
 public:
-    /// Installs `platform`. There may be one runtime at a time.
+    /// Puts `platform` in force. While another runtime is in force, a new one is logged and
+    /// ignored. After one has ended another may be made, as tests do.
     explicit Runtime(Platform platform);
+    /// Ends the shared instances. The doors must still be there.
     ~Runtime();
     Runtime(const Runtime&) = delete;
     Runtime& operator=(const Runtime&) = delete;
 
-    /// The runtime in force. Calling the module before one is made is a programming error.
+    /// The runtime in force. Without one, a runtime on a platform where nothing is stored and
+    /// nothing kept; the next one that is made logs that it was missed.
     static Runtime& current();
 
     const Platform& platform() const { return platform_; }
 
-    /// The one instance of `T`, made by `make` at first use. Safe on any thread.
+    /// The one instance of the class `type`, which the runtime owns. At first use `make` makes it,
+    /// on the caller's thread. Safe on any thread.
     VXSingleton& shared(std::type_index type,
                         const std::function<std::unique_ptr<VXSingleton>()>& make);
 
 private:
+    struct WithoutEffect {};
+    Runtime(Platform platform, WithoutEffect) : platform_(std::move(platform)) {}
+    static Runtime& ofNothing();
+
     Platform platform_;
     std::recursive_mutex mutex_; // guards singletons_; making one may ask for another
     std::vector<std::pair<std::type_index, std::unique_ptr<VXSingleton>>> singletons_;
 };
 
-/// The doors of the runtime in force.
+/// The doors of the runtime in force, good while it is.
 inline const Platform& platform() {
     return Runtime::current().platform();
 }

@@ -1,8 +1,9 @@
 #include "vxprivacy/platform/core/VXConfigurationFile.h"
 
-#include "vxprivacy/platform/foundation/Text.h"
-
+#include <limits>
 #include <utility>
+
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx {
 
@@ -30,15 +31,28 @@ void VXConfigurationFile::setDocument(JSONValue document) {
     version_ = getJsonLeaf(document_, versionPath_).integerValue();
 }
 
+// One that 32 bits do not hold would be the highest there is, and bar all later ones.
+std::int32_t VXConfigurationFile::versionOf(const JSONValue& document) const {
+    using Limits = std::numeric_limits<std::int32_t>;
+    const JSONValue version = getJsonLeaf(document, versionPath_);
+    const double exact = version.number().value_or(
+        static_cast<double>(longIntegerValue(version.string().value_or(""))));
+    return exact < Limits::min() || exact > Limits::max() ? 0 : version.integerValue();
+}
+
 void VXConfigurationFile::install(std::string_view oldText, std::string_view newText,
                                   JSONValue newDocument) {
+    setDocument(std::move(newDocument)); // first, for who hears of the change looks at it
     specificUpdate(oldText, newText);
-    setDocument(std::move(newDocument));
 }
 
 JSONValue VXConfigurationFile::getJSONDictionaryFromString(std::string_view text) {
     const JSONValue value = JSONValue::parse(text);
     return value.isObject() ? value : JSONValue();
+}
+
+JSONValue VXConfigurationFile::getJsonLeafFromPath(std::string_view path) const {
+    return getJsonLeaf(document_, path);
 }
 
 JSONValue VXConfigurationFile::getJsonLeaf(const JSONValue& dictionary, std::string_view path) {

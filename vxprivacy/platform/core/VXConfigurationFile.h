@@ -1,19 +1,20 @@
 #pragma once
 
-#include "vxprivacy/platform/core/VXEvents.h"
-#include "vxprivacy/platform/foundation/JSONValue.h"
-
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/core/VXEvents.h"
+#include "vxprivacy/platform/foundation/JSONValue.h"
+
 namespace vx {
 
-/// A JSON document that the core library finds, keeps offline, updates and parses.
+/// A JSON document that is found, kept offline and updated for the module.
 ///
-/// The object knows where its document comes from and holds the parsed document; fetching and
-/// keeping are the installed `ConfigurationDocuments`' work. Application's thread.
+/// The object knows where its document comes from, and holds it parsed. Fetching and keeping it is
+/// the work of the door `ConfigurationDocuments`, once the file is registered with
+/// `VXConfigurationFileFactory`. Application's thread.
 class VXConfigurationFile {
 public:
     /// Where the document comes from.
@@ -25,17 +26,24 @@ public:
 
     virtual ~VXConfigurationFile();
 
-    /// Says what the file is. `versionPath` is the "/"-separated place of the document's version.
-    /// Without `url` the document lies on the configuration CDN under the two IDs.
+    // What the file is; to be said before it is registered.
+
+    /// A file that is downloaded: from `url`, or without one from the configuration CDN under the
+    /// two IDs. `versionPath` says where in the document its version stands, keys joined by "/"
+    /// ("information/version").
     void setSiteID(std::int32_t siteID, std::int32_t fileID, std::string_view fileName,
                    std::string_view versionPath, const std::optional<std::string>& url);
-    /// The same for a file that ships with the application and has no address.
+    /// A file that ships with the application and has no address.
     void setPackaged(std::string_view fileName, std::string_view versionPath);
+
+    // As they were said above; 0, empty or absent where nothing was.
 
     Source source() const { return source_; }
     std::int32_t siteID() const { return siteID_; }
     std::int32_t fileID() const { return fileID_; }
+    /// The file's name without ".json": copies are kept and found under it.
     const std::string& offlineName() const { return offlineName_; }
+    /// The same name.
     const std::string& sharedName() const { return sharedName_; }
     /// The address given, or nothing.
     const std::optional<std::string>& baseURL() const { return baseURL_; }
@@ -44,29 +52,41 @@ public:
     const std::string& bundle() const { return bundle_; }
     void setBundle(std::string_view directory) { bundle_ = directory; }
 
-    /// The number at the version path of the document; 0 when there is no document or no number.
+    // The document.
+
+    /// The number at the version path; 0 when there is no document or no number, the nearest that
+    /// 32 bits hold where it is too large. A text that begins with a number counts as that number.
     std::int32_t version() const { return version_; }
-    /// The document, or absent when none was found yet.
+    /// By which `document` is compared with another: its version, or 0 where 32 bits do not hold
+    /// it.
+    std::int32_t versionOf(const JSONValue& document) const;
+    /// The document, or absent when none was found yet. A copy of the handle, not of the document:
+    /// who holds it keeps this version, also when a newer one is put in place.
     JSONValue getJSONDictionary() const { return document_; }
-    /// Puts `document` in place, silently. Absent: there is none.
+    /// Puts `document` in place and tells nobody. Absent: there is none any more.
     void setDocument(JSONValue document);
-    /// A newer document arrives: asks `specificUpdate`, then puts it in place. The old text is
-    /// empty when there was no document.
+    /// Puts a newer document in place and then asks `specificUpdate`: who is told of the change
+    /// finds the new document here. The texts are the whole documents; the old one is empty when
+    /// there was none.
     void install(std::string_view oldText, std::string_view newText, JSONValue newDocument);
 
     /// The object that `text` holds, or absent.
     static JSONValue getJSONDictionaryFromString(std::string_view text);
-    /// The value at the end of `path` ("information/version"), or absent.
+    /// The value at the end of `path` ("information/version"), or absent when a key on the way is
+    /// missing.
     static JSONValue getJsonLeaf(const JSONValue& dictionary, std::string_view path);
+    /// The same for the file's own document.
+    JSONValue getJsonLeafFromPath(std::string_view path) const;
 
-    /// Asked when a newer document is installed: whether the change concerned this file's owner,
-    /// who is told by then. A file that does not care says no.
+    /// Tells the file's owner of a newer document, where that concerns the owner, and says whether
+    /// it did. As it stands: tells nobody and says no.
     virtual bool specificUpdate(std::string_view oldText, std::string_view newText);
 
-    /// Through which the file posts its notifications.
+    /// Posts the file's notifications.
     VXEventSender& senderDelegate() { return senderDelegate_; }
 
 protected:
+    /// Takes over what `other` is, and its version; not its document.
     void copyDescription(const VXConfigurationFile& other);
 
 private:

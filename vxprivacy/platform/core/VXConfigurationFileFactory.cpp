@@ -1,8 +1,8 @@
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 
-#include "vxprivacy/platform/core/Runtime.h"
-
 #include <utility>
+
+#include "vxprivacy/platform/core/Runtime.h"
 
 namespace vx {
 
@@ -48,6 +48,10 @@ void VXConfigurationFileFactory::add(std::string_view name,
                                      std::shared_ptr<VXConfigurationFile> file) {
     files_.set(name, file);
     platform().documents.registered(file);
+}
+
+std::shared_ptr<VXConfigurationFile> configurationFile(std::string_view name) {
+    return VXConfigurationFileFactory::sharedInstance().getConfigurationFile(name);
 }
 
 } // namespace vx

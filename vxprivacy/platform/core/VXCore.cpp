@@ -1,10 +1,12 @@
-// The core library's small classes: each hands its calls to the installed platform.
+// The core library's small classes: most hand their calls to the installed platform.
 
 #include "vxprivacy/platform/core/Runtime.h"
 #include "vxprivacy/platform/core/VXCoreInitialisation.h"
 #include "vxprivacy/platform/core/VXLogger.h"
 #include "vxprivacy/platform/core/VXUserDefaults.h"
+#include "vxprivacy/platform/core/VXUtils.h"
 #include "vxprivacy/platform/core/VXVariables.h"
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx {
 
@@ -18,6 +20,14 @@ std::optional<std::string> VXUserDefaults::retrieveInfoFromUserDefaults(std::str
 
 void VXUserDefaults::saveInfoToUserDefaults(std::string_view value, std::string_view label) {
     platform().store.set(label, value);
+}
+
+void VXUserDefaults::saveIfAbsent(std::string_view value, std::string_view label) {
+    platform().store.setIfAbsent(label, value);
+}
+
+void VXUserDefaults::standBy(std::string_view value, std::string_view label) {
+    platform().store.standBy(label, value);
 }
 
 StoreTransaction VXUserDefaults::transaction() {
@@ -61,6 +71,14 @@ std::uint64_t VXPredefinedVariables::nowMs() const {
 
 std::string VXPredefinedVariables::nowMsString() const {
     return std::to_string(nowMs());
+}
+
+std::optional<std::int64_t> VXUtils::nsNumberFromString(std::string_view text) {
+    return decimalInteger(text);
+}
+
+std::int32_t VXUtils::numberFromNSString(std::string_view text) {
+    return integerValue(text);
 }
 
 } // namespace vx

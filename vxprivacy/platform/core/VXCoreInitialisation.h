@@ -2,8 +2,9 @@
 
 namespace vx {
 
-/// Initialises the core library when it is made. Here the library is the installed platform, so
-/// what is left to do is to see that there is one.
+/// Initialises the core library when it is made. Here the library is what stands behind the doors,
+/// ready since the `Runtime` was made. So it only sees that there is one: without, calling it is a
+/// programming error.
 class VXCoreInitialisation {
 public:
     VXCoreInitialisation();

@@ -2,14 +2,19 @@
 
 #include <string_view>
 
+#include "vxprivacy/platform/core/LogLevel.h"
+
 namespace vx {
 
-/// The core library's log.
+/// The core library's log: hands its lines to the door `Logger`. Where the module finds something
+/// wrong it says so here and goes on; it has no other way to report a problem. Application's
+/// thread.
 class VXLogger {
 public:
+    /// May be reached before there is a `Runtime`; logging needs one.
     static VXLogger& sharedInstance();
 
-    /// Levels as `Logger::log` has them.
+    /// `level` is a `LogLevel`.
     void logMessage(std::string_view message, int level);
 };
 

@@ -2,7 +2,8 @@
 
 namespace vx {
 
-/// Base of the classes of which a process has one instance.
+/// Base of the classes that have one shared instance. The `Runtime` owns it, from its first use to
+/// the runtime's end; each class has an accessor of its own, `sharedInstance`.
 class VXSingleton {
 public:
     virtual ~VXSingleton();

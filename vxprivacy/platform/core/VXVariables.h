@@ -7,7 +7,11 @@
 
 namespace vx {
 
-/// Facts that the core library and the tag SDK gathered: the user agent, the SDK identifier.
+// Both classes hand their calls to doors of the `Runtime` in force. They may be reached before
+// there is one, but not asked. Application's thread.
+
+/// Facts that the core library and the tag SDK gathered: the user agent, the SDK identifier. The
+/// door is `Platform::coreVariables`.
 class VXCoreVariables {
 public:
     static VXCoreVariables& sharedInstance();
@@ -16,7 +20,8 @@ public:
     std::optional<std::string> getData(std::string_view name) const;
 };
 
-/// Facts that the core library computes when asked, the time among them.
+/// Facts that the core library computes when asked. The doors are `Platform::predefinedVariables`,
+/// and for the time `Platform::clock`.
 class VXPredefinedVariables {
 public:
     static VXPredefinedVariables& sharedInstance();
@@ -24,9 +29,9 @@ public:
     /// The value of the variable `name`, or nothing.
     std::optional<std::string> getData(std::string_view name) const;
 
-    /// Seconds since 1970.
+    /// Whole seconds since 1970, UTC: the milliseconds without their fraction.
     std::uint64_t now() const;
-    /// Milliseconds since 1970.
+    /// Milliseconds since 1970, UTC.
     std::uint64_t nowMs() const;
     /// The same as decimal text.
     std::string nowMsString() const;

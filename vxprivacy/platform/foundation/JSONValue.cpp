@@ -1,13 +1,16 @@
+// The one source that knows the JSON parser, simdjson. A value is an element of the parser's
+// document, kept as plain bits, so that the header need not know it.
+
 #include "vxprivacy/platform/foundation/JSONValue.h"
-
-#include "vxprivacy/platform/foundation/Text.h"
-
-#include <simdjson.h>
 
 #include <bit>
 #include <limits>
 #include <type_traits>
 #include <utility>
+
+#include <simdjson.h>
+
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx {
 

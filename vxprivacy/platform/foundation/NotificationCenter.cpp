@@ -1,6 +1,7 @@
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace vx {
 
@@ -9,20 +10,41 @@ NotificationObserver::~NotificationObserver() = default;
 NotificationCenter::~NotificationCenter() = default;
 
 void NotificationCenter::addObserver(std::string_view name, NotificationObserver& observer) {
-    const std::pair added(std::string(name), &observer);
-    if (std::ranges::find(observers_, added) == observers_.end())
-        observers_.push_back(added);
+    const std::lock_guard lock(mutex_);
+    std::erase_if(observers_, [](const Added& added) { return added.life.expired(); });
+    const auto isSame = [&](const Added& added) {
+        return added.observer == &observer && added.name == name;
+    };
+    if (std::ranges::none_of(observers_, isSame))
+        observers_.push_back({std::string(name), &observer, observer.life_});
 }
 
 void NotificationCenter::removeObserver(NotificationObserver& observer) {
-    std::erase_if(observers_, [&](const auto& added) { return added.second == &observer; });
+    const std::lock_guard lock(mutex_);
+    std::erase_if(observers_, [&](const Added& added) { return added.observer == &observer; });
 }
 
+// Unlocked while they are called, for they may add and remove observers, and post.
 void NotificationCenter::post(const Notification& notification) {
-    const auto observers = observers_; // who hears it may add and remove observers
-    for (const auto& [name, observer] : observers)
-        if (name == notification.name)
-            observer->onNotificationReceived(notification);
+    for (const Added& added : observersOf(notification.name))
+        if (stillHears(added))
+            added.observer->onNotificationReceived(notification);
+}
+
+std::vector<NotificationCenter::Added>
+NotificationCenter::observersOf(std::string_view name) const {
+    const std::lock_guard lock(mutex_);
+    std::vector<Added> found;
+    std::ranges::copy_if(observers_, std::back_inserter(found),
+                         [&](const Added& added) { return added.name == name; });
+    return found;
+}
+
+bool NotificationCenter::stillHears(const Added& added) const {
+    const std::lock_guard lock(mutex_);
+    return !added.life.expired() && std::ranges::any_of(observers_, [&](const Added& present) {
+        return present.observer == added.observer && present.name == added.name;
+    });
 }
 
 } // namespace vx

@@ -1,3 +1,5 @@
+// Formatting, cutting up and reading numbers from text, by bytes alone.
+
 #include "vxprivacy/platform/foundation/Text.h"
 
 #include <algorithm>

@@ -8,6 +8,8 @@ CoreStringBuilder::~CoreStringBuilder() = default;
 
 IABLibrary::~IABLibrary() = default;
 
+void IABLibrary::setExplicitRestrictions(const ExplicitRestrictions&) {}
+
 bool VXCMPStorage::present() {
     return platform().iab != nullptr;
 }
@@ -24,6 +26,11 @@ std::string VXCMPStorage::getCreatedDate() {
 void VXCMPStorage::setPublisherRestrictions(const PublisherRestrictions& restrictions) {
     if (present())
         platform().iab->setPublisherRestrictions(restrictions);
+}
+
+void VXCMPStorage::setExplicitRestrictions(const ExplicitRestrictions& restrictions) {
+    if (present())
+        platform().iab->setExplicitRestrictions(restrictions);
 }
 
 void VXCMPStorage::saveConsentString(std::string_view consent) {

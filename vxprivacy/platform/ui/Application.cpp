@@ -1,9 +1,9 @@
 #include "vxprivacy/platform/ui/Application.h"
 
-#include "vxprivacy/platform/core/Runtime.h"
-
 #include <algorithm>
 #include <cstddef>
+
+#include "vxprivacy/platform/core/Runtime.h"
 
 namespace vx {
 

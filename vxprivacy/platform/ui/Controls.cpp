@@ -2,23 +2,18 @@
 
 namespace vx {
 
+// An action may make the control forget them all, and may be the end of who holds it.
 void Control::sendTouchUpInside() const {
-    for (const auto& action : actions_)
+    const auto kept = weak_from_this().lock();
+    for (std::size_t i = 0; i < actions_.size(); ++i) {
+        const auto action = actions_[i];
         action();
+    }
 }
 
-void touch(View& view) {
-    if (view.kind() == View::Kind::Switch) {
-        auto& control = static_cast<Switch&>(view);
-        control.setOn(!control.on());
-        control.sendTouchUpInside();
-    } else if (view.kind() == View::Kind::Button) {
-        const auto& button = static_cast<const Button&>(view);
-        if (button.enabled())
-            button.sendTouchUpInside();
-    } else {
-        view.tap(0);
-    }
+void Control::forgetActions() {
+    actions_.clear();
+    View::forgetActions();
 }
 
 } // namespace vx

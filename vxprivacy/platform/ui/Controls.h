@@ -1,42 +1,58 @@
 #pragma once
 
-#include "vxprivacy/platform/ui/Label.h"
-#include "vxprivacy/platform/ui/View.h"
-
 #include <functional>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "vxprivacy/platform/ui/Label.h"
+#include "vxprivacy/platform/ui/View.h"
+
 namespace vx {
 
 /// An element that the user operates.
+///
+///     auto consent = std::make_shared<Switch>();
+///     consent->addTouchUpInside([&] { note(consent->on()); });
+///     consent->setOn(true);   // nobody is told
+///     touch(*consent);        // off now, and `note` is called
+///
+/// A control owns its actions. One that keeps a `shared_ptr` to its own control keeps it for ever.
 class Control : public View {
 public:
-    /// `action` is called when the user lifts the finger inside the control.
+    /// `action` is called when the user lifts the finger inside the control, on the user-interface
+    /// thread, after those added before it. There is no way to take it off again.
     void addTouchUpInside(std::function<void()> action) { actions_.push_back(std::move(action)); }
+    /// Whether anybody hears of it.
+    bool takesTouches() const { return !actions_.empty(); }
     /// What the platform does when the user lifts the finger: calls the actions in turn.
     void sendTouchUpInside() const;
+
+    void forgetActions() override;
 
 private:
     std::vector<std::function<void()>> actions_;
 };
 
+/// A control with a title that does something when it is touched.
 class Button : public Control {
 public:
     Kind kind() const override { return Kind::Button; }
 
     const std::string& title() const { return title_; }
     void setTitle(std::string title) { set(title_, std::move(title)); }
-    /// Absent: the platform's.
+    // Font and colour of the title; absent: the platform's.
     const std::optional<Font>& font() const { return font_; }
     void setFont(Font font) { set(font_, std::optional(std::move(font))); }
     const std::optional<Colour>& titleColor() const { return colour_; }
     void setTitleColor(const Colour& colour) { set(colour_, std::optional(colour)); }
+    /// A button that is not enabled takes no touch, and a host shows it so. Enabled unless told
+    /// otherwise.
     bool enabled() const { return enabled_; }
     void setEnabled(bool enabled) { set(enabled_, enabled); }
-    /// Whether a tap shows an address outside the application; a host tells the user beforehand.
+    /// Whether a touch shows an address outside the application. A host tells the user beforehand;
+    /// what the touch does is the actions' business alone.
     bool leavesApplication() const { return leavesApplication_; }
     void setLeavesApplication(bool leaves) { set(leavesApplication_, leaves); }
 
@@ -48,6 +64,7 @@ private:
     bool leavesApplication_ = false;
 };
 
+/// A control that is on or off, and off to begin with.
 class Switch : public Control {
 public:
     Kind kind() const override { return Kind::Switch; }
@@ -63,9 +80,5 @@ private:
     bool on_ = false;
     std::optional<Colour> onTint_;
 };
-
-/// What the platform does when the user touches `view`: a switch moves and tells so, a button that
-/// is enabled tells so, any other view that takes taps is tapped.
-void touch(View& view);
 
 } // namespace vx

@@ -1,3 +1,6 @@
+// One axis of the grid plan. The links put the children in order; one walk forward and one backward
+// tell how many stand before and after each; from that follow its tracks.
+
 #include "vxprivacy/platform/ui/GridAxis.h"
 
 #include <algorithm>

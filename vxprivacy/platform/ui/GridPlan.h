@@ -1,19 +1,25 @@
 #pragma once
 
-#include "vxprivacy/platform/ui/View.h"
-
 #include <cstddef>
 #include <optional>
 #include <vector>
+
+#include "vxprivacy/platform/ui/View.h"
 
 namespace vx {
 
 /// Where the children of a container stand: rows and columns, as any toolkit with a grid can lay
 /// them out. docs/layout.md has the rules that lead here, with a picture.
+///
+/// A title that fills what a switch beside it leaves ("H:|[title]-[switch]|") becomes two columns.
+/// The first fills; the second is as wide as its content, with a gap of 8 points before it.
 struct GridPlan {
+    /// Where an item stands in its tracks when it is smaller than they are. Start is left or top,
+    /// right in a script that runs from there.
     enum class Alignment { Start, Centre, End, Stretch };
 
     struct Length {
+        /// Points or a share, never negative.
         double value = 0;
         /// A share of the screen's width (0.8 is four fifths) in place of points.
         bool share = false;
@@ -21,8 +27,8 @@ struct GridPlan {
         friend bool operator==(const Length&, const Length&) = default;
     };
 
-    /// What limits a width or a height; absent: the content's own. An exact one gives way to the
-    /// room there is, and a height to the text.
+    /// What limits a width or a height; without any of the three it is the content's own. An exact
+    /// width is narrower where there is no room for it, and a height grows with the text.
     struct Size {
         std::optional<Length> exact, least, most;
 
@@ -45,6 +51,7 @@ struct GridPlan {
         Place row;
     };
 
+    /// Rows have no such thing: their gaps are the margins of the items.
     struct Column {
         double gap = 0;    ///< points before it, belonging to no column
         bool fills = true; ///< an equal part of the room that the others leave; else its content
@@ -52,18 +59,15 @@ struct GridPlan {
 
     /// Every subview once, as the eye reads: by row, then by column.
     std::vector<Item> items;
+    /// At least one, and at least one that fills.
     std::vector<Column> columns;
+    /// Points after the last column.
     double gapAfterColumns = 0;
-    /// A row fills the height that the others leave; else it is as high as its content.
+    /// Of each row: whether it fills the height that the others leave; else it is as high as its
+    /// content.
     std::vector<bool> rowFills;
     /// The content may be higher than the container and scrolls in it.
     bool scrolls = false;
 };
-
-/// The plan of `container`, from the constraints attached to it that concern its subviews. Never
-/// fails: rules that contradict each other (circles, two views on one spot) leave one row for each
-/// subview. `screenWidth`, in points, is what metrics were computed from. Time: n log n in
-/// subviews and constraints. The plan points into the tree.
-GridPlan gridPlan(const View& container, double screenWidth);
 
 } // namespace vx

@@ -1,14 +1,15 @@
 #pragma once
 
-#include "vxprivacy/platform/ui/View.h"
-
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
 
+#include "vxprivacy/platform/ui/View.h"
+
 namespace vx {
 
+/// How letters look.
 struct Font {
     /// A face ("TrebuchetMS-Bold"), or "system" for the platform's own.
     std::string name = "system";
@@ -17,21 +18,24 @@ struct Font {
     friend bool operator==(const Font&, const Font&) = default;
 };
 
-/// A piece of text that the user reads.
+/// A piece of text that the user reads. Plain text: a host shows every character as it is and takes
+/// nothing in it for markup.
 class Label : public View {
 public:
+    /// `Natural`: as the user's language runs. `Justified`: both edges straight.
     enum class Alignment { Natural, Justified };
 
     Kind kind() const override { return Kind::Label; }
 
+    /// UTF-8; may have line breaks.
     const std::string& text() const { return text_; }
     void setText(std::string text) { set(text_, std::move(text)); }
-    /// Absent: the platform's.
+    // Font and colour; absent: the platform's.
     const std::optional<Font>& font() const { return font_; }
     void setFont(Font font) { set(font_, std::optional(std::move(font))); }
     const std::optional<Colour>& textColor() const { return colour_; }
     void setTextColor(const Colour& colour) { set(colour_, std::optional(colour)); }
-    /// 0: as many as the text needs.
+    /// How many lines are shown at most; 0: as many as the text needs. 1 unless told otherwise.
     std::int32_t numberOfLines() const { return lines_; }
     void setNumberOfLines(std::int32_t lines) { set(lines_, lines); }
     Alignment alignment() const { return alignment_; }

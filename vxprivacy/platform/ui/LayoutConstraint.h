@@ -9,7 +9,10 @@ namespace vx {
 class View;
 
 /// One rule of a layout: first item's attribute, relation, second item's attribute plus constant.
+/// In "H:[title]-8-[switch]" it says that the switch's leading edge equals the title's trailing
+/// edge plus 8. Made by `constraintsWithVisualFormat` and then only read.
 struct LayoutConstraint {
+    /// Leading is the edge where a line of text begins, trailing the one where it ends.
     // Screens have tens of thousands of constraints: their members are small and lie close.
     enum class Attribute : std::uint8_t {
         None,
@@ -24,8 +27,8 @@ struct LayoutConstraint {
     };
     enum class Relation : std::uint8_t { LessThanOrEqual, Equal, GreaterThanOrEqual };
 
-    /// Both must live until the constraint is attached; from then on the view it is attached to
-    /// sees to it.
+    /// Never null once it is made. Neither item is owned. Both must live until the constraint is
+    /// attached; from then on the view it is attached to takes it off before an item goes.
     View* firstItem = nullptr;
     /// Null, with the attribute None, where the constant stands alone.
     View* secondItem = nullptr;
@@ -34,14 +37,18 @@ struct LayoutConstraint {
     Attribute secondAttribute = Attribute::None;
     /// The constant was a metric's value, computed from the screen's size, not written as a number.
     bool metric = false;
+    /// 1000 is a must, less is a wish. Kept as it was written; the grid plan does not weigh it.
     float priority = 1000;
     double constant = 0; ///< points
 };
 
-/// What a visual-format string describes, with the string and its alignment options.
+/// What a visual-format string describes, with the string itself, for whoever wants to see what a
+/// screen is made of.
 struct VisualFormat {
     std::string text;
+    /// Sum of alignment options (VisualFormat.h); 0: none.
     int options = 0;
+    /// In the order in which the string says them. Empty when it could not be understood.
     std::vector<LayoutConstraint> constraints;
 };
 

@@ -10,4 +10,9 @@ void ScrollView::scrolledTo(Offset offset) {
         delegate_->scrollViewDidScroll(*this);
 }
 
+void ScrollView::forgetActions() {
+    delegate_ = nullptr;
+    View::forgetActions();
+}
+
 } // namespace vx

@@ -6,18 +6,20 @@ namespace vx {
 
 class ScrollView;
 
-/// Hears of a scroll view's movements.
+/// Hears of a scroll view's movements, on the user-interface thread.
 class ScrollViewDelegate {
 public:
     virtual ~ScrollViewDelegate();
 
+    /// The user moved the content; it stands at its new place already. The delegate may move it
+    /// once more with `setContentOffset`, to hold one direction for instance.
     virtual void scrollViewDidScroll(ScrollView& scrollView) = 0;
 };
 
-/// A view whose content may be larger than itself.
+/// A view whose content may be larger than itself. The content is its subviews; the user moves it.
 class ScrollView : public View {
 public:
-    /// Points from the content's top left corner.
+    /// How far the content is moved: points from its top left corner to the view's.
     struct Offset {
         double x = 0;
         double y = 0;
@@ -30,10 +32,16 @@ public:
     /// Must outlive the scroll view; null: none.
     void setDelegate(ScrollViewDelegate* delegate) { delegate_ = delegate; }
 
+    /// The top left corner unless the user or the screen moved the content. It is not held to the
+    /// content's size, which only a host knows.
     const Offset& contentOffset() const { return offset_; }
+    /// Moves the content. The delegate does not hear of it.
     void setContentOffset(Offset offset) { set(offset_, offset, ViewChange::What::Scrolling); }
-    /// What the platform does when the user moved the content.
+    /// What the platform does when the user moved the content: takes the offset and tells the
+    /// delegate. The way of hosts and tests.
     void scrolledTo(Offset offset);
+
+    void forgetActions() override;
 
 private:
     ScrollViewDelegate* delegate_ = nullptr;

@@ -1,3 +1,5 @@
+// The tree of views: its properties, its constraints, and its account of what changed.
+
 #include "vxprivacy/platform/ui/View.h"
 
 #include <algorithm>
@@ -45,9 +47,17 @@ void View::addTapRecogniser(std::function<void(std::size_t)> action) {
     changed(ViewChange::What::Properties);
 }
 
+// A copy, as the action may make the view forget it.
 void View::tap(std::size_t character) const {
-    if (takesTaps())
-        rare_->tap(character);
+    if (const auto action = rare().tap)
+        action(character);
+}
+
+void View::forgetActions() {
+    if (rare_)
+        rare_->tap = nullptr;
+    for (const auto& subview : subviews_)
+        subview->forgetActions();
 }
 
 void View::addSubview(const std::shared_ptr<View>& view) {

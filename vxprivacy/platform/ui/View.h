@@ -1,13 +1,13 @@
 #pragma once
 
-#include "vxprivacy/platform/ui/Colour.h"
-#include "vxprivacy/platform/ui/LayoutConstraint.h"
-
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
+
+#include "vxprivacy/platform/ui/Colour.h"
+#include "vxprivacy/platform/ui/LayoutConstraint.h"
 
 namespace vx {
 
@@ -15,20 +15,34 @@ class View;
 
 /// What became of a view since a host last looked.
 struct ViewChange {
-    /// `Scrolling`: where the content of a scroll view stands, and nothing that is painted.
+    /// `Properties`: what the view itself says, its subviews apart. `Subviews`: those, or the
+    /// constraints on them. `Scrolling`: where the content of a scroll view stands, and nothing
+    /// that is painted.
     enum class What { Properties, Subviews, Scrolling };
 
+    /// Never null. Kept alive by this, also when the screen drops it.
     std::shared_ptr<View> view;
     What what = What::Properties;
 };
 
-/// A plain element of a screen: a node of a tree with properties, which a host paints. Made with
-/// `std::make_shared`. User-interface thread.
+/// A plain element of a screen: a node of a tree with properties, which a host paints.
+///
+///     auto box = std::make_shared<View>();
+///     auto title = std::make_shared<Label>();
+///     box->addSubview(title);
+///     const ViewsDictionary views = {{"title", title}};
+///     box->addConstraints(constraintsWithVisualFormat("H:|-[title]-|", 0, {}, views));
+///     title->superview();   // box.get()
+///
+/// A view must be made with `std::make_shared`. It owns its subviews; it does not own the view it
+/// is in. It lays out and paints nothing itself: a host reads the tree and `gridPlan`. All of it is
+/// used on the user-interface thread. To set a property to the value it has is no change.
 class View : public std::enable_shared_from_this<View> {
 public:
     enum class Kind { View, Label, Button, Switch, Scroll };
 
-    /// Points.
+    /// A line around the view, in points; no line when its width is 0. Without a colour it is the
+    /// text's.
     struct Border {
         double width = 0;
         double cornerRadius = 0;
@@ -42,51 +56,72 @@ public:
     View(const View&) = delete;
     View& operator=(const View&) = delete;
 
+    /// Which class this is, for `visit` and `viewAs` (ViewKinds.h), which know what to make of it.
     virtual Kind kind() const { return Kind::View; }
 
-    /// A number that finds the view again; 0 is none.
+    /// A number that finds the view again; 0 is none. Several views may have the same.
     std::int32_t tag() const { return tag_; }
     void setTag(std::int32_t tag) { set(tag_, tag); }
-    /// The first view with this tag, depth first, this one included; null when there is none.
+    /// The first view with this tag, depth first, this one included and before its subviews; null
+    /// when there is none. Goes through the whole tree below.
     std::shared_ptr<View> viewWithTag(std::int32_t tag);
 
     /// Absent where the screen leaves it to the platform.
     const std::optional<Colour>& backgroundColor() const { return background_; }
     void setBackgroundColor(const Colour& colour) { set(background_, std::optional(colour)); }
-    /// Scale in both directions; 1 is the natural size.
+    /// How much larger or smaller the view is painted, in both directions; 1 is the natural size.
     double scale() const { return scale_; }
     void setScale(double scale) { set(scale_, scale); }
     const Border& border() const { return rare().border; }
     void setBorder(const Border& border);
 
-    /// Points; what a host or controller last told.
+    /// Points; what a host or controller last told, 0 before. Only the root's count: a screen
+    /// computes its metrics from the width, and a host the shares of it.
     double width() const { return rare().width; }
     double height() const { return rare().height; }
     void setSize(double width, double height);
 
     /// The platform calls `action` with the character tapped (Unicode code points, from 0; 0 where
-    /// there is no text) when the user taps the view.
+    /// there is no text) when the user taps the view. There is one action: a later one replaces it.
     void addTapRecogniser(std::function<void(std::size_t character)> action);
     bool takesTaps() const { return static_cast<bool>(rare().tap); }
+    /// What the platform does when the user taps the view; nothing when it takes no taps.
     void tap(std::size_t character) const;
 
+    /// Who acted on this view and its subviews is gone: from now on nobody hears of taps, touches
+    /// and scrolling. May be called from one of them.
+    virtual void forgetActions();
+
+    // The tree.
+
+    /// The view that this one is in; null for the root of a tree.
     View* superview() const { return superview_; }
+    /// In the order in which they were added.
     const std::vector<std::shared_ptr<View>>& subviews() const { return subviews_; }
-    /// Puts `view` behind the last subview, taking it from where it was.
+    /// Puts `view` behind the last subview, taking it from where it was. It must not be this view
+    /// or one that this view is in.
     void addSubview(const std::shared_ptr<View>& view);
-    /// Takes the view off, with the constraints outside it that concern it.
+    /// Takes the view off, with the constraints outside it that concern it or what is in it. A root
+    /// stays as it is.
     void removeFromSuperview();
+    /// Whether this view is `view` or lies in it, however deep.
     bool isDescendantOf(const View& view) const;
 
     /// The constraints attached to this view, by the format that they were made from, in the order
     /// of attaching.
     const std::vector<VisualFormat>& constraints() const { return constraints_; }
-    /// Attaches the constraints of a format. Those of views outside this view's tree are left out.
+    /// Attaches the constraints of a format. Those of views outside this view's tree are left out;
+    /// a format of which none is left is not kept.
     void addConstraints(VisualFormat format);
 
-    /// From now on this root keeps account of the changes in its tree.
+    // For a host that brings a picture up to date instead of painting anew.
+
+    /// From now on this root keeps account of the changes in its tree. Called again it does
+    /// nothing.
     void beginRecordingChanges();
-    /// What changed in the tree since the last call, each view once for each kind of change.
+    /// What changed in the tree since the last call, each view once for each kind of change, in the
+    /// order of the first. Views that have left the tree are not named. Empty for a view that
+    /// records nothing.
     std::vector<ViewChange> takeChanges();
 
 protected:

@@ -2,7 +2,9 @@
 
 namespace vx {
 
-ViewController::~ViewController() = default;
+ViewController::~ViewController() {
+    view_->forgetActions(); // which call the controller
+}
 
 void ViewController::viewDidLoad() {}
 

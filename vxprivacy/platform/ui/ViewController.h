@@ -1,24 +1,31 @@
 #pragma once
 
-#include "vxprivacy/platform/ui/View.h"
-
 #include <memory>
+
+#include "vxprivacy/platform/ui/View.h"
 
 namespace vx {
 
-/// Fills a view and hears of its life on the display.
+/// Fills a view and hears when it is shown and when it goes. User-interface thread.
 ///
-/// Who presents a controller sets the size of its view, calls `viewDidLoad` once, `viewDidAppear`
-/// when the view is shown and `viewWillDisappear` when it is about to go. The views call back into
-/// the controller: it must live while a host shows them.
+/// Whoever presents a controller makes these calls:
+///
+///     controller.view()->setSize(375, 667);   // points; layouts are computed from it
+///     controller.viewDidLoad();               // once: fills the view
+///     controller.viewDidAppear(true);         // each time it is shown
+///     controller.viewWillDisappear(true);     // each time it is about to go: a center saves here
+///
+/// The views call back into the controller while it lives; from then on they call nobody, so that a
+/// host may still show them.
 class ViewController {
 public:
     virtual ~ViewController();
 
-    /// Never null.
+    /// The root of the screen; never null, and empty before `viewDidLoad`.
     const std::shared_ptr<View>& view() const { return view_; }
 
-    // As told above; these do nothing.
+    // As told above; as they stand they do nothing. `animated` says whether the display moves
+    // softly; no controller here minds it.
     virtual void viewDidLoad();
     virtual void viewDidAppear(bool animated);
     virtual void viewWillDisappear(bool animated);

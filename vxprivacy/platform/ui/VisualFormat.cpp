@@ -1,11 +1,14 @@
+// From the parts of a visual-format string to constraints: looks up the views and metrics that it
+// names.
+
 #include "vxprivacy/platform/ui/VisualFormat.h"
+
+#include <string>
+#include <utility>
 
 #include "vxprivacy/platform/core/VXLogger.h"
 #include "vxprivacy/platform/foundation/Text.h"
 #include "vxprivacy/platform/ui/VisualFormatSyntax.h"
-
-#include <string>
-#include <utility>
 
 namespace vx {
 
@@ -155,7 +158,7 @@ void refuse(std::string_view format, const VisualFormatError& error) {
     VXLogger::sharedInstance().logMessage(
         formatted("Visual format \"%@\", character %d: %@",
                   {format, static_cast<std::int32_t>(error.place), error.reason}),
-        4);
+        kLogProblem);
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+// The parser of visual-format strings. It knows the grammar and no views.
+
 #include "vxprivacy/platform/ui/VisualFormatSyntax.h"
 
 #include <algorithm>

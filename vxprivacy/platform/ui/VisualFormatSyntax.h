@@ -1,7 +1,5 @@
 #pragma once
 
-#include "vxprivacy/platform/ui/LayoutConstraint.h"
-
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -9,19 +7,27 @@
 #include <variant>
 #include <vector>
 
+#include "vxprivacy/platform/ui/LayoutConstraint.h"
+
 namespace vx {
 
-/// A visual-format string taken apart, nothing in it resolved yet. Names view into the string.
+/// A visual-format string taken apart, nothing in it resolved yet: it does not matter here which
+/// views and metrics there are. Names view into the string, which must outlive this.
+///
+/// "H:|-[a(20)]" has the items "|" and "a". "|" has one gap, of 8; "a" has one size, of 20.
 struct VisualFormatSyntax {
     /// A number as written, or the name of a metric or view.
     using Operand = std::variant<double, std::string_view>;
 
+    /// A size or a gap: ">=20@750" has all three parts.
     struct Predicate {
         LayoutConstraint::Relation relation = LayoutConstraint::Relation::Equal;
         Operand object;
+        /// Absent: required.
         std::optional<Operand> priority;
     };
 
+    /// A view, or the superview at either end.
     struct Item {
         std::string_view name; ///< "|" for the superview
         std::size_t place = 0; ///< characters from the start of the string
@@ -33,16 +39,18 @@ struct VisualFormatSyntax {
     };
 
     bool vertical = false;
+    /// In the order of the string; at least one of them is a view.
     std::vector<Item> items;
     std::vector<Predicate> predicates; ///< of all items, in order
 };
 
-/// Why a string is no visual format.
+/// Why a string is no visual format, as far as its first fault.
 struct VisualFormatError {
-    std::string reason;
+    std::string reason;    ///< for the log: "a number is missing"
     std::size_t place = 0; ///< characters from the start of the string
 };
 
+/// Takes `format` apart, or says why it cannot. Throws nothing. Time: the length of the string.
 std::variant<VisualFormatSyntax, VisualFormatError> parseVisualFormat(std::string_view format);
 
 } // namespace vx

@@ -1,15 +1,16 @@
-// The consent string of a save in IAB mode.
+// The contents of the TC string: takes the accepted entries of a save apart and fills the IAB
+// library's builder with them.
 
-#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/engine/TCStringContents.h"
 
-#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include <algorithm>
+
+#include "vxprivacy/engine/ConsentEntry.h"
 #include "vxprivacy/platform/core/Runtime.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 #include "vxprivacy/platform/core/VXVariables.h"
 #include "vxprivacy/platform/foundation/Text.h"
 #include "vxprivacy/platform/iab/VXCMPStorage.h"
-
-#include <algorithm>
 
 namespace vx {
 
@@ -17,7 +18,6 @@ namespace {
 
 using Numbers = std::vector<std::int32_t>;
 
-constexpr std::int32_t kCMP = 90;
 constexpr std::int32_t kPolicyVersion = 2;
 constexpr std::string_view kDefaultLanguage = "en";
 
@@ -57,7 +57,7 @@ void addPurpose(std::int32_t above, Accepted& accepted) {
 Accepted decoded(const ConsentDictionary& consent) {
     Accepted accepted;
     for (const auto& [key, value] : consent) {
-        if (value != "1")
+        if (value != kConsentAccepted)
             continue;
         if (key.starts_with(kVXVendorPrefix)) {
             const std::int32_t above = numberAbove(kVXVendorOffset, key, kVXVendorPrefix);
@@ -106,7 +106,7 @@ void setLanguageAndCountry(std::string_view code, CoreStringBuilder& builder) {
 }
 
 void setIdentity(CoreStringBuilder& builder) {
-    builder.setCmpID(kCMP);
+    builder.setCmpID(kCMPID);
     builder.setIsServiceSpecific(true);
     builder.setTcfPolicyVersion(kPolicyVersion);
     builder.setCmpVersion(integerValue(removingAll(kVXPrivacyVersion, ".")));
@@ -115,22 +115,21 @@ void setIdentity(CoreStringBuilder& builder) {
 
 } // namespace
 
-void VXMobilePrivacy::saveConsentStringV2(const ConsentDictionary& consent) {
+void saveConsentStringV2(const ConsentDictionary& consent, EngineState& state) {
     const auto builder = platform().iab->makeCoreStringBuilder();
-    const auto list = VXConfigurationFileFactory::sharedInstance().getConfigurationFile(
-        kVXVendorListConfiguration);
+    const auto list = configurationFile(kVXVendorListConfiguration);
     const std::int32_t version = list ? list->version() : 0;
     const auto now = static_cast<std::int64_t>(VXPredefinedVariables::sharedInstance().now());
-    builder->setVendorListVersion(version != 0 ? version : vendorListVersion_);
+    builder->setVendorListVersion(version != 0 ? version : state.vendorListVersion);
     builder->setConsentRecordCreated(createdOr(now)); // the first save's time, kept by later ones
     builder->setConsentRecordLastUpdated(now);
     const Accepted accepted = decoded(consent);
-    maxVendorID_ = highest(accepted);
-    setChoices(accepted, maxVendorID_, *builder);
+    state.maxVendorID = highest(accepted);
+    setChoices(accepted, state.maxVendorID, *builder);
     setIdentity(*builder);
-    if (languageCode_)
-        setLanguageAndCountry(*languageCode_, *builder);
-    builder->buildConsentString(generatePublisherTC_);
+    if (state.languageCode)
+        setLanguageAndCountry(*state.languageCode, *builder);
+    builder->buildConsentString(state.generatePublisherTC);
     builder->writeTCData();
 }
 

@@ -1,12 +1,15 @@
-#include "vxprivacy/platform/ui/GridPlan.h"
+// The grid plan of a container: sorts its constraints by axis, has each axis arranged, joins the
+// two and shares out gaps and room. docs/layout.md has the rules.
 
-#include "vxprivacy/platform/ui/GridAxis.h"
+#include "vxprivacy/platform/ui/GridPlanner.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <map>
 #include <utility>
+
+#include "vxprivacy/platform/ui/GridAxis.h"
 
 namespace vx {
 

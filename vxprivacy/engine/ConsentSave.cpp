@@ -1,0 +1,99 @@
+#include "vxprivacy/engine/ConsentSave.h"
+
+#include "vxprivacy/engine/ConsentBeacon.h"
+#include "vxprivacy/engine/SDKSwitch.h"
+#include "vxprivacy/engine/SavedConsent.h"
+#include "vxprivacy/engine/SavedEntries.h"
+#include "vxprivacy/engine/TCStringContents.h"
+#include "vxprivacy/platform/core/VXLogger.h"
+#include "vxprivacy/platform/core/VXUserDefaults.h"
+#include "vxprivacy/platform/foundation/Text.h"
+
+namespace vx {
+
+namespace {
+
+// Reports the keys of no kind; they are passed on all the same.
+void checkPrefixes(const ConsentDictionary& consent) {
+    for (const auto& [key, value] : consent)
+        if (consentKind(key) == ConsentKind::None)
+            VXLogger::sharedInstance().logMessage(
+                formatted("Error in category format, it should start with either %@, %@ or %@\n "
+                          "Received: %@",
+                          {kVXCategoryPrefix, kVXVendorPrefix, kVXFeaturePrefix, key}),
+                kLogProblem);
+}
+
+void switchSDK(bool accepted, EngineState& state) {
+    if (accepted)
+        SDKSwitch::enable(state);
+    else
+        SDKSwitch::disable(state);
+    SavedEntries::standByGlobalConsent(consentValue(accepted));
+}
+
+void saveInSharedPreferences(const ConsentDictionary& consent, EngineState& state) {
+    bool accepted = false;
+    for (ConsentKind kind : kConsentKinds)
+        accepted |= SavedEntries::getCustomCategories(consent, consentNames(kind).prefix);
+    switchSDK(accepted, state);
+}
+
+void saveConsentInSDK(const ConsentDictionary& consent, Zentrix& vxInstance) {
+    for (const auto& [key, value] : consent)
+        if (consentKind(key) != ConsentKind::None)
+            vxInstance.addPermanentData(key, value);
+}
+
+} // namespace
+
+void ConsentSave::saveConsent(const ConsentDictionary& consent, EngineState& state) {
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    checkPrefixes(consent);
+    propagate(&consent, state);
+    if (state.enableIAB)
+        saveConsentStringV2(consent, state);
+    SavedEntries::storeDisplayFlag(kNeedNotDisplay);
+    sendConsentHitToVX(state, kBeaconSave, kVXTypeActionSavePrivacyCenter);
+    transaction.commit();
+}
+
+void ConsentSave::propagate(const ConsentDictionary* consent, EngineState& state) {
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    if (consent) {
+        saveInSharedPreferences(*consent, state);
+        if (const auto vxInstance = state.vxInstance)
+            saveConsentInSDK(*consent, *vxInstance);
+    } else {
+        SDKSwitch::disable(state);
+        SavedConsent::reset(state);
+    }
+    state.callBack(consent ? *consent : ConsentDictionary());
+    SavedEntries::saveTimeOfConsent();
+    transaction.commit();
+}
+
+void ConsentSave::saveCustomCategories(const ConsentDictionary& consent, EngineState& state) {
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    bool anyAccepted = false;
+    std::string keys;
+    for (const auto& [key, value] : consent) {
+        // The prefix may stand anywhere in the key, deliberately.
+        if (key.find(kVXCategoryPrefix) == std::string::npos) {
+            VXLogger::sharedInstance().logMessage(
+                formatted("Error in category format, it should start with + %@. Received: %@/%@",
+                          {kVXCategoryPrefix, key, value}),
+                kLogProblem);
+            continue;
+        }
+        keys.append(key).append(1, ';');
+        anyAccepted |= value != kConsentRefused; // anything else is an acceptance, deliberately
+        SavedEntries::store(key, value);
+    }
+    SavedEntries::storeList(kVXSavedCategories, keys);
+    switchSDK(anyAccepted, state);
+    state.callBack(consent);
+    transaction.commit();
+}
+
+} // namespace vx

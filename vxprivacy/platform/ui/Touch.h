@@ -1,0 +1,13 @@
+#pragma once
+
+#include "vxprivacy/platform/ui/View.h"
+
+namespace vx {
+
+/// What the platform does when the user touches `view`: a switch turns over and calls its actions,
+/// a button that is enabled calls its actions, any other view that takes taps is tapped at its
+/// first character. A view whose controller is gone does nothing. The way of hosts and tests; a
+/// screen never calls it.
+void touch(View& view);
+
+} // namespace vx
