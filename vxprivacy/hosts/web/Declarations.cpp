@@ -1,0 +1,201 @@
+#include "vxprivacy/hosts/web/Declarations.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+#include "vxprivacy/platform/ui/ViewKinds.h"
+
+namespace vx::web {
+
+namespace {
+
+constexpr Colour kWhite = {1, 1, 1, 1};
+
+// Switches and links take taps 44 points high, and are laid out as high as a phone draws them: what
+// they reach over, by kind. Less under a link, for the switch that may follow it.
+struct Overlap {
+    double above = 0;
+    double below = 0;
+};
+constexpr Overlap kSwitchOverlap = {6.5, 6.5};
+constexpr Overlap kLinkOverlap = {5, 1.5};
+
+// At most four decimals, independent of the locale.
+std::string number(double value) {
+    const auto parts = std::llround(std::clamp(value, -1e9, 1e9) * 10000);
+    std::string digits = std::to_string(std::abs(parts % 10000) + 10000).substr(1);
+    digits.erase(digits.find_last_not_of('0') + 1);
+    std::string text = parts < 0 ? "-" : "";
+    text += std::to_string(std::abs(parts / 10000));
+    return digits.empty() ? text : text + "." + digits;
+}
+
+std::string points(double value) {
+    return number(value) + "px";
+}
+
+std::string length(const GridPlan::Length& length) {
+    return length.share ? "calc(" + number(length.value) + "*var(--column))" : points(length.value);
+}
+
+std::string colour(const Colour& colour) {
+    const auto part = [](double value) { return std::to_string(std::lround(value * 255)); };
+    std::string text =
+        "rgb(" + part(colour.red) + " " + part(colour.green) + " " + part(colour.blue);
+    return text + (colour.alpha < 1 ? " / " + number(colour.alpha) : "") + ")";
+}
+
+std::string declaration(std::string_view name, const std::string& value) {
+    return std::string(name) + ":" + value + ";";
+}
+
+std::string text(const std::optional<Font>& font, const std::optional<Colour>& textColour) {
+    std::string text;
+    if (textColour)
+        text += declaration("color", colour(*textColour));
+    if (font) {
+        text += declaration("font-size", number(font->size / 16) + "rem");
+        if (font->name.starts_with("TrebuchetMS"))
+            text += declaration("font-family", "var(--trebuchet)");
+        if (font->name.ends_with("-Bold"))
+            text += declaration("font-weight", "700");
+    }
+    return text;
+}
+
+std::string border(const View::Border& border) {
+    return declaration("border", points(border.width) + " solid " +
+                                     (border.colour ? colour(*border.colour) : "currentcolor")) +
+           declaration("border-radius", points(border.cornerRadius));
+}
+
+std::string ofKind(const View& view) {
+    return visit(
+        view,
+        Overloaded{[](const Label& label) {
+                       const bool justified = label.alignment() == Label::Alignment::Justified;
+                       return text(label.font(), label.textColor()) +
+                              (justified ? "text-align:justify;" : "");
+                   },
+                   [](const Button& button) { return text(button.font(), button.titleColor()); },
+                   [](const Switch& control) {
+                       const auto& tint = control.onTintColor();
+                       return tint ? declaration("--tint", colour(*tint)) : std::string();
+                   },
+                   [](const View&) { return std::string(); }});
+}
+
+std::string_view keyword(GridPlan::Alignment alignment) {
+    switch (alignment) {
+    case GridPlan::Alignment::Centre:
+        return "center";
+    case GridPlan::Alignment::End:
+        return "end";
+    case GridPlan::Alignment::Stretch:
+        return "stretch";
+    default:
+        return "start";
+    }
+}
+
+std::string margins(std::string_view axis, double before, double after) {
+    if (before == 0 && after == 0)
+        return "";
+    return declaration("margin-" + std::string(axis), points(before) + " " + points(after));
+}
+
+std::string along(std::string_view property, const std::optional<GridPlan::Length>& value) {
+    return value ? declaration(property, length(*value)) : "";
+}
+
+// The items follow one another, a row each, as they do by themselves.
+bool isStack(const GridPlan& plan) {
+    for (std::size_t i = 0; i < plan.items.size(); ++i)
+        if (plan.items[i].row.first != i || plan.items[i].row.last != i + 1)
+            return false;
+    return plan.columns.size() == 1;
+}
+
+// Lines are counted from 1; the gap before each column is a track of its own.
+std::string lines(const GridPlan::Item& item, bool stack) {
+    const auto& [view, column, row] = item;
+    std::string text = declaration("grid-column", std::to_string(2 * column.first + 2) + "/" +
+                                                      std::to_string(2 * column.last + 1));
+    if (!stack)
+        text += declaration("grid-row",
+                            std::to_string(row.first + 1) + "/" + std::to_string(row.last + 1));
+    return text + declaration("place-self", std::string(keyword(row.alignment)) + " " +
+                                                std::string(keyword(column.alignment)));
+}
+
+Overlap overlapOf(const View& view) {
+    return visit(view, Overloaded{[](const Switch&) { return kSwitchOverlap; },
+                                  [](const Button& button) {
+                                      return button.leavesApplication() ? kLinkOverlap : Overlap();
+                                  },
+                                  [](const View&) { return Overlap(); }});
+}
+
+std::string sizes(const GridPlan::Item& item) {
+    const auto& [view, column, row] = item;
+    const Overlap overlap = overlapOf(*view);
+    std::string text = margins("block", row.before - overlap.above, row.after - overlap.below);
+    text += margins("inline", column.before, column.after);
+    text += along("width", column.size.exact) + along("min-width", column.size.least) +
+            along("max-width", column.size.most);
+    return text + along("min-height", row.size.exact ? row.size.exact : row.size.least);
+}
+
+bool hasColour(const View& view) {
+    const auto& background = view.backgroundColor();
+    const auto* label = viewAs<Label>(view);
+    return (background && (!view.superview() || *background != kWhite)) ||
+           (label && label->textColor());
+}
+
+} // namespace
+
+std::string look(const View& view, Colours colours) {
+    std::string text;
+    const auto& background = view.backgroundColor();
+    if (background && (colours == Colours::Own || *background != kWhite))
+        text += declaration("background-color", colour(*background));
+    if (view.border() != View::Border())
+        text += border(view.border());
+    if (view.scale() != 1)
+        text += declaration("--scale", number(view.scale()));
+    return text + ofKind(view);
+}
+
+std::string grid(const GridPlan& plan) {
+    std::string columns;
+    for (const auto& column : plan.columns)
+        columns += points(column.gap) + (column.fills ? " minmax(0,1fr) " : " auto ");
+    std::string text = declaration("grid-template-columns", columns + points(plan.gapAfterColumns));
+    if (std::ranges::find(plan.rowFills, true) == plan.rowFills.end())
+        return text;
+    std::string rows;
+    for (bool fills : plan.rowFills)
+        rows += fills ? " minmax(0,1fr)" : " auto";
+    return text + declaration("grid-template-rows", rows.substr(1));
+}
+
+std::vector<std::string> placements(const GridPlan& plan) {
+    const bool stack = isStack(plan);
+    std::vector<std::string> texts;
+    for (const auto& item : plan.items)
+        texts.push_back(lines(item, stack) + sizes(item));
+    return texts;
+}
+
+Colours coloursOf(const View& root) {
+    if (hasColour(root))
+        return Colours::Own;
+    for (const auto& subview : root.subviews())
+        if (coloursOf(*subview) == Colours::Own)
+            return Colours::Own;
+    return Colours::Platform;
+}
+
+} // namespace vx::web

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "vxprivacy/platform/ui/ScrollView.h"
+
+namespace vx::web {
+
+/// What the page knows of a view, beside its properties.
+struct Element {
+    std::string id; ///< the host's own, "v12"; never a name out of a document
+    std::weak_ptr<View> view;
+    /// Declarations of its place in its container, and of the container that it is.
+    std::string placement;
+    std::string grid;
+    /// Ids of the labels that name and describe a switch; empty: none.
+    std::string title;
+    std::string description;
+    /// The label that stands right after it in its container.
+    std::weak_ptr<View> following;
+    /// Where the page shows the content of a scroll view.
+    ScrollView::Offset scrolled;
+};
+
+/// The elements of a page, each with an id that stays while its view lives.
+class Elements {
+public:
+    /// The view's element, made at first sight.
+    Element& of(View& view);
+    /// The view of the element with this id; null when there is none (any more).
+    std::shared_ptr<View> view(std::string_view id) const;
+    /// Drops the elements whose views are gone.
+    void forgetGone();
+
+private:
+    std::unordered_map<const View*, Element> elements_;
+    std::map<std::string, const View*, std::less<>> byId_;
+    unsigned made_ = 0;
+};
+
+} // namespace vx::web

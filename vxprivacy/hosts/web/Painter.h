@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+
+#include "vxprivacy/hosts/web/Declarations.h"
+#include "vxprivacy/hosts/web/Elements.h"
+#include "vxprivacy/hosts/web/Markup.h"
+#include "vxprivacy/hosts/web/StyleSheet.h"
+#include "vxprivacy/platform/ui/Controls.h"
+
+namespace vx::web {
+
+/// Writes views as elements of a page.
+class Painter {
+public:
+    /// `leavesText` tells a screen reader that a button leads out of the page.
+    explicit Painter(std::string leavesText) : leavesText_(std::move(leavesText)) {}
+
+    /// The screen's width and colours are looked at once, for all that is painted later.
+    void beginScreen(const View& root);
+
+    /// The element with everything in it.
+    std::string whole(View& view);
+    /// The element with its own text but without its subviews.
+    std::string own(View& view);
+
+    Elements& elements() { return elements_; }
+    StyleSheet& styles() { return styles_; }
+    Colours colours() const { return colours_; }
+
+private:
+    void paint(View& view);
+    void paintLabel(const Label& label, const Element& element);
+    void paintButton(const Button& button, const Element& element);
+    void paintSwitch(const Switch& control, const Element& element);
+    void paintContainer(View& view);
+    void arrange(View& container, const GridPlan& plan);
+    void describeSwitch(Element& element, const GridPlan& plan, const GridPlan::Item& item,
+                        const Element& container);
+    void begin(std::string_view tag, const View& view, const Element& element,
+               std::string_view kind);
+
+    std::string leavesText_;
+    Colours colours_ = Colours::Own;
+    double screenWidth_ = 0;
+    bool deep_ = true;
+    Elements elements_;
+    StyleSheet styles_;
+    Markup markup_;
+};
+
+} // namespace vx::web

@@ -1,0 +1,29 @@
+#include "vxprivacy/services/core/PackagedCopy.h"
+
+#include <fstream>
+#include <system_error>
+
+#include "vxprivacy/services/core/Transfer.h"
+
+namespace vx::services {
+
+PackagedCopy readPackagedCopy(const VXConfigurationFile& file, const std::filesystem::path& usual) {
+    const std::filesystem::path directory =
+        file.bundle().empty() ? usual : std::filesystem::path(file.bundle());
+    const std::filesystem::path path = directory / (file.offlineName() + ".json");
+    if (directory.empty())
+        return {path.string(), {}, "no directory of packaged files is given"};
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (error)
+        return {path.string(), {}, error.message()};
+    if (size > kLargestAnswer)
+        return {path.string(), {}, "it is larger than 8 MiB"};
+    std::string text(size, '\0');
+    std::ifstream stream(path, std::ios::binary);
+    if (!stream.read(text.data(), static_cast<std::streamsize>(size)))
+        return {path.string(), {}, "it cannot be read"};
+    return {path.string(), std::move(text), {}};
+}
+
+} // namespace vx::services

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string_view>
+
+namespace vx::services {
+
+/// The hash of a map from texts that is searched by `std::string_view`, without making a string:
+///
+///     std::unordered_map<std::string, Value, TextHash, std::equal_to<>> map;
+///     map.find(std::string_view("key"));
+struct TextHash {
+    using is_transparent = void;
+
+    /// The same for equal texts, in this process; any thread.
+    // Not noexcept: a map of libstdc++ then keeps each key's hash, and compares fewer texts.
+    std::size_t operator()(std::string_view text) const {
+        return std::hash<std::string_view>{}(text);
+    }
+};
+
+} // namespace vx::services

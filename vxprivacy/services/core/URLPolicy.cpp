@@ -1,0 +1,87 @@
+// Reads the host out of an address, and decides whether anything may be sent to it.
+
+#include "vxprivacy/services/core/URLPolicy.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+#include <arpa/inet.h>
+#include <strings.h>
+
+#include "vxprivacy/services/core/CurlHandles.h"
+
+namespace vx::services {
+
+namespace {
+
+struct Address {
+    bool isHTTPS;
+    std::string_view host; // an IPv6 address in its brackets
+};
+
+bool startsWith(const std::string& text, std::string_view prefix) {
+    return ::strncasecmp(text.c_str(), prefix.data(), prefix.size()) == 0;
+}
+
+bool isHTTPS(const std::string& url) {
+    return startsWith(url, "https://");
+}
+
+bool isVisible(char c) {
+    return c > ' ' && c <= '~';
+}
+
+// Read in the simplest way: odd spellings come out wrong here, and `isReadAlike` then refuses them.
+std::optional<Address> addressOf(const std::string& url) {
+    if ((!isHTTPS(url) && !startsWith(url, "http://")) || !std::ranges::all_of(url, isVisible))
+        return {};
+    const std::size_t start = url.find("//") + 2;
+    const auto authority =
+        std::string_view(url).substr(start, url.find_first_of("/?#", start) - start);
+    const auto host =
+        authority.substr(0, authority.find(':', authority.find(']') + 1)); // npos + 1 is 0
+    if (host.empty() || authority.find('@') != std::string_view::npos)
+        return {};
+    return Address{isHTTPS(url), host};
+}
+
+bool isThisMachine(std::string_view host) {
+    in_addr address{};
+    return host == "localhost" || host == "[::1]" ||
+           (inet_pton(AF_INET, std::string(host).c_str(), &address) == 1 &&
+            ntohl(address.s_addr) >> 24 == 127);
+}
+
+} // namespace
+
+bool isLoopback(const std::string& url) {
+    const std::optional<Address> address = addressOf(url);
+    return address && isThisMachine(address->host);
+}
+
+bool mayRequest(const std::string& url) {
+    const std::optional<Address> address = addressOf(url);
+    return address && (address->isHTTPS || isThisMachine(address->host));
+}
+
+bool namesNoHost(const std::string& url) {
+    return url.starts_with('/');
+}
+
+bool mayRedirect(const std::string& from, const std::string& to) {
+    return mayRequest(to) && (isHTTPS(to) || !isHTTPS(from));
+}
+
+bool isReadAlike(const CurlLibrary& curl, const std::string& url) {
+    const URLHandle handle(curl.url(), curl.urlCleanup);
+    char* host = nullptr;
+    if (curl.urlSet(handle.get(), CURLUPART_URL, url.c_str(), CURLU_DISALLOW_USER) != CURLUE_OK ||
+        curl.urlGet(handle.get(), CURLUPART_HOST, &host, 0) != CURLUE_OK)
+        return false;
+    const std::unique_ptr<char, decltype(&curl_free)> owner(host, curl.free);
+    const std::optional<Address> address = addressOf(url);
+    return address && address->host == host;
+}
+
+} // namespace vx::services

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "vxprivacy/platform/core/KeyValueStore.h"
+#include "vxprivacy/services/iab/PublisherRules.h"
+#include "vxprivacy/services/iab/TCDataSink.h"
+#include "vxprivacy/services/iab/TCModel.h"
+
+namespace vx::services::tcf {
+
+/// The TC data in a key-value store, under the keys and with the values that the IAB has published
+/// for applications. Numbers are decimal; a text of "0" and "1" has the identifier n at index n
+/// - 1. What is written goes to the sink too, where there is one.
+class CMPStorage {
+public:
+    /// Both must outlive it; `sink` may be null.
+    CMPStorage(KeyValueStore& store, TCDataSink* sink) : store_(store), sink_(sink) {}
+
+    void setCMP(std::uint32_t cmp);
+    /// The TC string alone; the empty text takes it away.
+    void setTCString(std::string_view text);
+    std::optional<std::string> tcString() const;
+
+    /// All that is stored of a model; `text` is its TC string. Restrictions of purposes that
+    /// `restrictions` does not have are taken away.
+    void write(const TCModel& model, std::string_view text, const RestrictionTexts& restrictions);
+    /// Forgets everything.
+    void reset();
+    /// Tells the sink of every key what is stored under it.
+    void mirror() const;
+
+private:
+    void setNumber(std::string_view key, std::uint32_t value);
+    void setText(std::string_view key, std::string_view value);
+    void remove(std::string_view key);
+    void putPublisher(const std::optional<PublisherTC>& publisher);
+    void putRestrictions(const RestrictionTexts& restrictions);
+
+    KeyValueStore& store_;
+    TCDataSink* sink_;
+};
+
+} // namespace vx::services::tcf

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/platform/core/KeyValueStore.h"
+#include "vxprivacy/platform/iab/IABLibrary.h"
+#include "vxprivacy/services/iab/TCDataSink.h"
+
+namespace vx::services {
+
+namespace tcf {
+struct PublisherRules;
+}
+
+/// The IAB's Transparency and Consent Framework, version 2: encodes TC strings, and keeps them with
+/// all that goes with them in a store, under the keys that IAB-aware code in an application reads
+/// ("IABTCF_TCString" and others). Its presence turns the IAB mode on.
+///
+///     vx::Platform platform = services.platform();
+///     vx::services::TCFLibrary iab(platform.store, platform.logger);
+///     platform.iab = &iab;
+///     vx::Runtime runtime(platform);
+///
+/// What it writes goes into the store's open transaction, so it becomes durable with the save that
+/// it belongs to. Values that a field cannot hold are left out and logged at level 4. Nothing
+/// throws. Application's thread.
+class TCFLibrary : public IABLibrary {
+public:
+    /// Has the engine accept and refuse all through the module's IAB privacy center. Writes nothing
+    /// yet. All that is given must outlive it; without a `sink` the TC data is in the store alone.
+    TCFLibrary(KeyValueStore& store, Logger& logger, TCDataSink* sink = nullptr);
+    ~TCFLibrary() override;
+    TCFLibrary(const TCFLibrary&) = delete;
+    TCFLibrary& operator=(const TCFLibrary&) = delete;
+
+    /// Stores the number of this CMP, and tells the sink all that is stored.
+    void setCMPSDKID() override;
+    /// When the stored TC string was created, in seconds since 1970 as decimal text. Empty when
+    /// there is none, and, with a log line, when it is damaged or another CMP's.
+    std::string getCreatedDate() const override;
+    /// Keeps these restrictions for the strings that are built from now on, in place of earlier
+    /// ones. Stores nothing: a builder's `writeTCData` does. Purposes other than 1 to 63 are left
+    /// out; the first of them is logged.
+    void setPublisherRestrictions(const PublisherRestrictions& restrictions) override;
+    /// The same, and restrictions of type 1 are encoded too. What is no purpose, vendor or type is
+    /// left out, and logged when a string is built.
+    void setExplicitRestrictions(const ExplicitRestrictions& restrictions) override;
+    /// Stores `consent` as the TC string; the empty text removes it.
+    void saveConsentString(std::string_view consent) override;
+    /// Removes all that is stored.
+    void resetTCData() override;
+    /// A builder on the same store and log; the caller's, and this library must outlive it.
+    std::unique_ptr<CoreStringBuilder> makeCoreStringBuilder() override;
+
+private:
+    KeyValueStore& store_;
+    Logger& logger_;
+    TCDataSink* sink_;
+    std::unique_ptr<tcf::PublisherRules> rules_; // handed over in this run; never null
+};
+
+} // namespace vx::services

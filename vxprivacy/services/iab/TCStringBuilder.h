@@ -1,0 +1,73 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/platform/iab/CoreStringBuilder.h"
+#include "vxprivacy/services/iab/CMPStorage.h"
+#include "vxprivacy/services/iab/PublisherRules.h"
+#include "vxprivacy/services/iab/TCModel.h"
+
+namespace vx::services::tcf {
+
+/// Fits what it is given into the fields of a TC string. What does not fit is left out, and logged
+/// once for each call: a number becomes 0, two letters "AA", and a greatest vendor that of the
+/// section's vendors.
+class TCStringBuilder : public CoreStringBuilder {
+public:
+    /// All must outlive it. The restrictions are those that `rules` has when a string is built.
+    TCStringBuilder(CMPStorage storage, const PublisherRules& rules, Logger& logger)
+        : storage_(storage), rules_(rules), logger_(logger) {}
+
+    void setVendorListVersion(std::int32_t version) override;
+    void setConsentRecordCreated(std::int64_t time) override;
+    void setConsentRecordLastUpdated(std::int64_t time) override;
+    void setVendorConsentSectionMaxVendorId(std::int32_t vendor) override;
+    void setVendorLegitimateInterestSectionMaxVendorId(std::int32_t vendor) override;
+    void setPurposesConsent(Identifiers purposes) override;
+    void setPurposesLITransparency(Identifiers purposes) override;
+    void setVendorConsentSectionBitField(Identifiers vendors) override;
+    void setVendorLegitimateInterestSectionBitField(Identifiers vendors) override;
+    void setSpecialFeatureOptInts(Identifiers features) override;
+    void setCmpID(std::int32_t cmp) override;
+    void setIsServiceSpecific(bool serviceSpecific) override;
+    void setTcfPolicyVersion(std::int32_t version) override;
+    void setCmpVersion(std::int32_t version) override;
+    void setConsentLanguage(std::string_view language) override;
+    void setPublisherCC(std::string_view country) override;
+
+    std::string buildConsentString(bool withPublisherTC) override;
+    void writeTCData() override;
+
+private:
+    std::uint32_t number(std::string_view field, unsigned width, std::int32_t value) const;
+    std::uint64_t time(std::string_view field, std::int64_t seconds) const;
+    std::string letters(std::string_view field, std::string_view value) const;
+    IdentifierSet identifiers(std::string_view field, std::uint32_t greatest,
+                              Identifiers values) const;
+    std::optional<std::uint32_t> maxVendorId(std::string_view field, std::int32_t value) const;
+    VendorSection section(std::string_view field, std::optional<std::uint32_t> maxVendorId,
+                          const IdentifierSet& vendors) const;
+    void leftOut(std::string_view field, const std::string& what) const;
+
+    CMPStorage storage_;
+    const PublisherRules& rules_;
+    Logger& logger_;
+    TCModel model_; // its vendor sections are filled when a string is built
+    struct Vendors {
+        std::optional<std::uint32_t> greatest = 0; // absent: that of the vendors
+        IdentifierSet vendors{};
+    };
+    Vendors consent_;
+    Vendors legitimateInterest_;
+    struct Built {
+        TCModel model;
+        std::string text;
+        RestrictionTexts restrictions;
+    };
+    std::optional<Built> built_;
+};
+
+} // namespace vx::services::tcf
