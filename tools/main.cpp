@@ -1,8 +1,8 @@
 #include <iostream>
 
-#include "tools/Commands.h"
-
 #include <CLI/CLI.hpp>
+
+#include "tools/Commands.h"
 
 int main(int argc, char** argv) {
     CLI::App app("Consent management for C++ applications: tools for developers", "vxprivacy");
@@ -10,12 +10,8 @@ int main(int argc, char** argv) {
     vx::tools::addPlay(app);
     vx::tools::addLint(app);
     vx::tools::addGVL(app);
-#ifdef VXPRIVACY_TC
     vx::tools::addTC(app);
-#endif
-#ifdef VXPRIVACY_STUDIO
     vx::tools::addStudio(app);
-#endif
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty())

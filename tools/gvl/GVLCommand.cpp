@@ -2,10 +2,10 @@
 #include <iostream>
 #include <memory>
 
+#include <CLI/CLI.hpp>
+
 #include "tools/Commands.h"
 #include "tools/gvl/Generator.h"
-
-#include <CLI/CLI.hpp>
 
 namespace vx::tools {
 

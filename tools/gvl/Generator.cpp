@@ -1,3 +1,5 @@
+// Invents vendors; the same from the same seed on every machine.
+
 #include "tools/gvl/Generator.h"
 
 #include <algorithm>
@@ -5,7 +7,7 @@
 #include <random>
 #include <string>
 
-#include "tools/gvl/SampleText.h"
+#include "tools/samples/Samples.h"
 
 namespace vx::tools::gvl {
 
@@ -91,7 +93,7 @@ JSON makeVendor(std::uint32_t id, Chance& chance) {
 
 JSON generate(std::uint32_t vendors, std::uint32_t seed) {
     Chance chance(seed);
-    JSON list = JSON::parse(kSampleText);
+    JSON list = JSON::parse(samples()["gvl/vendor-list.json"]);
     list["vendors"] = JSON::object();
     auto& entries = list["vendors"].get_ref<JSON::object_t&>();
     const std::uint32_t widest = std::min(6u, kMostVendors / std::max(vendors, 1u));

@@ -1,3 +1,5 @@
+// IDs of categories and subcategories: wrong, doubled, or not read at all.
+
 #include <string>
 #include <unordered_map>
 

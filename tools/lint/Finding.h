@@ -27,4 +27,7 @@ struct Finding {
     Advice advice;
 };
 
+/// A document that is all wrong has more; they are not worth gathering.
+inline constexpr std::size_t kMostFindings = 1000;
+
 } // namespace vx::tools::lint

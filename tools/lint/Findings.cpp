@@ -1,3 +1,5 @@
+// Gathers findings, and finds the line and column of each at the end.
+
 #include "tools/lint/Findings.h"
 
 #include <algorithm>

@@ -5,9 +5,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "tools/lint/Document.h"
 #include "tools/lint/Finding.h"
-#include "tools/lint/Lint.h"
+#include "tools/lint/Node.h"
 
 namespace vx::tools::lint {
 

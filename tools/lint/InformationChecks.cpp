@@ -1,4 +1,8 @@
+// The version of a document, whether it asks for anything, and its languages.
+
+#include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <string>
 
 #include "tools/lint/Checks.h"
@@ -15,16 +19,12 @@ const Node* informationOf(const Node& document) {
     return information && information->is(Node::Type::Object) ? information : nullptr;
 }
 
-bool isWholePositive(const Node& version) {
-    const std::int32_t read = integerIn(version);
-    return version.is(Node::Type::Number) && read > 0 &&
-           std::strtod(version.text.c_str(), nullptr) == read;
-}
-
 void checkVersion(const Node& version, Findings& findings) {
-    if (isWholePositive(version))
+    const double exact = std::strtod(version.text.c_str(), nullptr);
+    const bool fits = std::abs(exact) <= std::numeric_limits<std::int32_t>::max();
+    const std::int32_t read = fits ? integerIn(version) : 0; // as the engine reads it
+    if (version.is(Node::Type::Number) && read > 0 && exact == read)
         return;
-    const std::int32_t read = integerIn(version);
     findings.add(Severity::Error, valueOf(version),
                  {"The version is no whole number from 1 to 2147483647: it counts as " +
                       std::to_string(read) + ".",

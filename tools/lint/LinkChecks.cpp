@@ -1,7 +1,7 @@
 #include <string>
 
-#include "hosts/web/Addresses.h"
 #include "tools/lint/Checks.h"
+#include "vxprivacy/hosts/web/Addresses.h"
 #include "vxprivacy/platform/ui/Application.h"
 
 namespace vx::tools::lint {

@@ -11,9 +11,6 @@ namespace vx::tools::lint {
 /// Bytes; the services install no larger document.
 inline constexpr std::size_t kLargestDocument = 8 << 20;
 
-/// A document that is all wrong has more; they are not worth gathering.
-inline constexpr std::size_t kMostFindings = 1000;
-
 /// What is to be mended in the privacy configuration `text`, in the order of the text; empty when
 /// all is well. A text that is no JSON or too large gives one finding. Any text is allowed; the
 /// time grows with its length. Any thread.

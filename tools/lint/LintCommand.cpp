@@ -2,12 +2,12 @@
 #include <memory>
 #include <string>
 
-#include "tools/Commands.h"
-#include "tools/Input.h"
-#include "tools/lint/Lint.h"
-#include "tools/lint/Report.h"
-
 #include <CLI/CLI.hpp>
+
+#include "tools/Commands.h"
+#include "tools/lint/FindingsReport.h"
+#include "tools/lint/Lint.h"
+#include "tools/system/Input.h"
 
 namespace vx::tools {
 
@@ -19,17 +19,17 @@ struct Arguments {
 };
 
 void lintFile(const Arguments& arguments) {
-    const std::string name = arguments.file == "-" ? kStandardInput : arguments.file;
-    const auto text = readInput(arguments.file, lint::kLargestDocument);
+    system::Input input(arguments.file);
+    const auto text = input.read(lint::kLargestDocument);
     if (!text) {
-        std::cerr << "vxprivacy lint: cannot read " << name << '\n';
+        std::cerr << "vxprivacy lint: cannot read " << input.title() << '\n';
         throw CLI::RuntimeError(kUnusableInput);
     }
     const auto findings = lint::lint(*text);
     if (arguments.json)
         std::cout << lint::asJSON(findings).dump(2) << '\n';
     else
-        lint::print(findings, name, std::cout);
+        lint::print(findings, input.title(), std::cout);
     if (!findings.empty())
         throw CLI::RuntimeError(1);
 }

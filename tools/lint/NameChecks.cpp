@@ -1,3 +1,5 @@
+// Finds names that are almost those of the schema.
+
 #include <algorithm>
 #include <string>
 #include <unordered_set>

@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "tools/lint/SchemaText.h"
-
 #include <re2/re2.h>
+
+#include "tools/lint/SchemaFiles.h"
 
 namespace vx::tools::lint {
 
@@ -26,7 +26,7 @@ void appendParts(const Schema& schema, std::vector<const Schema*>& parts) {
 } // namespace
 
 const Schema& privacyConfigurationSchema() {
-    static const Schema schema = Schema::parse(kSchemaText);
+    static const Schema schema = Schema::parse(schemaFiles()["privacy-configuration.schema.json"]);
     return schema;
 }
 

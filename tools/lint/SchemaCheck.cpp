@@ -1,3 +1,6 @@
+// Compares a document with the JSON Schema of its format, and says what a user sees of each
+// difference.
+
 #include <algorithm>
 #include <cstdlib>
 #include <string>

@@ -1,3 +1,5 @@
+// Finds out where each value of a JSON text stands, while the reader says what it is.
+
 #include "tools/lint/TreeBuilder.h"
 
 #include <algorithm>

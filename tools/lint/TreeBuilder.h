@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "tools/lint/Document.h"
-
 #include <nlohmann/json.hpp>
+
+#include "tools/lint/Node.h"
 
 namespace vx::tools::lint {
 

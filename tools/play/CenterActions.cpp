@@ -1,12 +1,14 @@
-#include "tools/play/ScreenDescription.h"
-#include "tools/play/Session.h"
-#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
-#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
-#include "vxprivacy/platform/ui/Controls.h"
+// Steps that show, tap and describe a privacy center.
 
 #include <cstddef>
 #include <memory>
 #include <string>
+
+#include "tools/play/ScreenDescription.h"
+#include "tools/play/Session.h"
+#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/platform/ui/Touch.h"
 
 namespace vx::tools::play {
 
@@ -79,7 +81,7 @@ void screen(Session& session, const Step&) {
                     {"views", describedViews(*center->view(), center->viewsDictionary())}});
 }
 
-Event listed(const std::optional<IABCenter::Identifiers>& identifiers) {
+Event listed(const IABCenter::Identifiers* identifiers) {
     return identifiers ? Event(identifiers->elements()) : Event();
 }
 

@@ -1,5 +1,8 @@
+// Steps that print what a configuration document says, or what a newer one changes.
+
 #include "tools/play/ScreenDescription.h"
 #include "tools/play/Session.h"
+#include "vxprivacy/configuration/ConfigurationNames.h"
 #include "vxprivacy/configuration/VXPrivacyConfiguration.h"
 
 namespace vx::tools::play {
@@ -37,7 +40,7 @@ Event asEvent(const JSONValue& value) {
 
 std::shared_ptr<VXPrivacyConfiguration> configurationOf(const std::string& document) {
     VXConfigurationFile source;
-    source.setPackaged("privacy", kVersionPath);
+    source.setPackaged(kPrivacyConfiguration, kVersionPath);
     source.setDocument(VXConfigurationFile::getJSONDictionaryFromString(document));
     return VXPrivacyConfiguration::initFromConfiguration(source);
 }
@@ -73,7 +76,7 @@ void change(Session& session, const Step& step) {
     // A center that nobody listens to: what is posted is recorded and goes no further.
     recording::RecordingNotificationCenter center(session.world().sink());
     VXPrivacyConfiguration file;
-    file.setPackaged("privacy", kVersionPath);
+    file.setPackaged(kPrivacyConfiguration, kVersionPath);
     file.senderDelegate().setNotificationCenter(center);
     session.answer(file.specificUpdate(oldText, newText));
 }

@@ -1,33 +1,25 @@
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <string>
 
+#include <CLI/CLI.hpp>
+
 #include "tools/Commands.h"
 #include "tools/play/Player.h"
-
-#include <CLI/CLI.hpp>
+#include "tools/system/Input.h"
 
 namespace vx::tools {
 
 namespace {
 
-void playStream(std::istream& input, const std::string& name) {
-    const bool allRan = play::Player(std::cout).run(input);
-    const bool readToTheEnd = !input.bad() && (input.eof() || !allRan);
+void playFile(const std::string& name) {
+    system::Input input(name);
+    const bool allRan = play::Player(std::cout).run(input.stream());
+    const bool readToTheEnd = !input.stream().bad() && (input.stream().eof() || !allRan);
     if (!readToTheEnd)
-        std::cerr << "vxprivacy play: cannot read " << name << '\n';
+        std::cerr << "vxprivacy play: cannot read " << input.title() << '\n';
     if (!allRan || !readToTheEnd)
         throw CLI::RuntimeError(kUnusableInput);
-}
-
-void playFile(const std::string& name) {
-    if (name == "-") {
-        std::ios::sync_with_stdio(false); // so that a failing read shows
-        return playStream(std::cin, "standard input");
-    }
-    std::ifstream file(name, std::ios::binary);
-    playStream(file, name);
 }
 
 } // namespace

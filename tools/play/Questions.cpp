@@ -1,3 +1,5 @@
+// Steps that print what the engine, the store and the registered files answer.
+
 #include <optional>
 
 #include "tools/play/Session.h"

@@ -1,11 +1,13 @@
-#include "tools/play/ScreenDescription.h"
+// Describes a privacy center's screen as JSON: its views, what they show, and their constraints.
 
-#include "vxprivacy/platform/ui/Controls.h"
+#include "tools/play/ScreenDescription.h"
 
 #include <cmath>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+
+#include "vxprivacy/platform/ui/ViewKinds.h"
 
 namespace vx::tools::play {
 
@@ -14,18 +16,11 @@ namespace {
 using recording::Event;
 
 std::string_view typeOf(const View& view) {
-    switch (view.kind()) {
-    case View::Kind::Label:
-        return "label";
-    case View::Kind::Button:
-        return "button";
-    case View::Kind::Switch:
-        return "switch";
-    case View::Kind::Scroll:
-        return "scroll";
-    default:
-        return "view";
-    }
+    return visit(view, Overloaded{[](const Label&) { return "label"; },
+                                  [](const Button&) { return "button"; },
+                                  [](const Switch&) { return "switch"; },
+                                  [](const ScrollView&) { return "scroll"; },
+                                  [](const View&) { return "view"; }});
 }
 
 void describeText(Event& object, const std::string& text, const std::optional<Font>& font,
@@ -54,21 +49,18 @@ struct Description {
     Event object = {};
 
     void text() {
-        if (view.kind() == View::Kind::Label) {
-            const auto& label = static_cast<const Label&>(view);
-            describeText(object, label.text(), label.font(), label.textColor());
-        } else if (view.kind() == View::Kind::Button) {
-            const auto& button = static_cast<const Button&>(view);
-            describeText(object, button.title(), button.font(), button.titleColor());
-        }
+        if (const auto* label = viewAs<Label>(view))
+            describeText(object, label->text(), label->font(), label->textColor());
+        else if (const auto* button = viewAs<Button>(view))
+            describeText(object, button->title(), button->font(), button->titleColor());
     }
 
     void look() {
         if (view.backgroundColor())
             object["background"] = asArray(*view.backgroundColor());
-        if (view.kind() == View::Kind::Switch)
-            state(static_cast<const Switch&>(view));
-        else if (view.kind() == View::Kind::Button && !static_cast<const Button&>(view).enabled())
+        if (const auto* control = viewAs<Switch>(view))
+            state(*control);
+        else if (const auto* button = viewAs<Button>(view); button && !button->enabled())
             object["enabled"] = false;
         if (view.scale() != 1)
             object["scale"] = rounded(view.scale());
@@ -88,12 +80,12 @@ struct Description {
     }
 
     void lines() {
-        if (view.kind() != View::Kind::Label)
+        const auto* label = viewAs<Label>(view);
+        if (!label)
             return;
-        const auto& label = static_cast<const Label&>(view);
-        if (label.alignment() == Label::Alignment::Justified)
+        if (label->alignment() == Label::Alignment::Justified)
             object["align"] = "justified";
-        if (label.numberOfLines() == 0)
+        if (label->numberOfLines() == 0)
             object["lines"] = 0;
     }
 };

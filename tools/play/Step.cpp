@@ -1,3 +1,5 @@
+// Takes the arguments of a step from its line and insists on their types.
+
 #include "tools/play/Step.h"
 
 #include <limits>

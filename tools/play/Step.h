@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "vxprivacy/platform/foundation/OrderedDictionary.h"
-
 #include <nlohmann/json.hpp>
+
+#include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx::tools::play {
 

@@ -1,8 +1,8 @@
 #include "tools/recording/DocumentTexts.h"
 
-#include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
-
 #include <utility>
+
+#include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 
 namespace vx::recording {
 

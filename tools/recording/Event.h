@@ -4,9 +4,9 @@
 #include <map>
 #include <string>
 
-#include "vxprivacy/platform/foundation/OrderedDictionary.h"
-
 #include <nlohmann/json.hpp>
+
+#include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx::recording {
 

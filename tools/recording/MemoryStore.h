@@ -1,9 +1,9 @@
 #pragma once
 
+#include <vector>
+
 #include "tools/recording/Event.h"
 #include "vxprivacy/platform/core/KeyValueStore.h"
-
-#include <vector>
 
 namespace vx::recording {
 

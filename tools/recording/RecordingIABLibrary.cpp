@@ -1,3 +1,5 @@
+// Hands every call to the real IAB library's builder, and tells of it.
+
 #include "tools/recording/RecordingIABLibrary.h"
 
 #include <type_traits>
@@ -9,7 +11,7 @@ namespace vx::recording {
 class RecordingIABLibrary::Builder : public CoreStringBuilder {
 public:
     explicit Builder(RecordingIABLibrary& library)
-        : library_(library), real_(library.library_.makeCoreStringBuilder()) {}
+        : library_(library), real_(library.library_->makeCoreStringBuilder()) {}
 
     void setVendorListVersion(std::int32_t version) override {
         pass("setVendorListVersion", &CoreStringBuilder::setVendorListVersion, version);
@@ -93,31 +95,37 @@ private:
 };
 
 RecordingIABLibrary::RecordingIABLibrary(std::string createdDate, EventSink sink)
-    : sink_(std::move(sink)), createdDate_(std::move(createdDate)), library_(store_, silence_) {}
+    : sink_(std::move(sink)), createdDate_(std::move(createdDate)) {
+    relaunch();
+}
 
 void RecordingIABLibrary::setCMPSDKID() {
     sink_({{"cmp", Event::array({"setCMPSDKID"})}});
-    library_.setCMPSDKID();
+    library_->setCMPSDKID();
 }
 
 std::string RecordingIABLibrary::getCreatedDate() const {
-    return createdDate_ ? *createdDate_ : library_.getCreatedDate();
+    return createdDate_ ? *createdDate_ : library_->getCreatedDate();
 }
 
 void RecordingIABLibrary::setPublisherRestrictions(const PublisherRestrictions& restrictions) {
     sink_({{"cmp", Event::array({"setPublisherRestrictions", asObject(restrictions)})}});
     restrictions_ = restrictions;
-    library_.setPublisherRestrictions(restrictions);
+    library_->setPublisherRestrictions(restrictions);
+}
+
+void RecordingIABLibrary::setExplicitRestrictions(const ExplicitRestrictions& restrictions) {
+    library_->setExplicitRestrictions(restrictions);
 }
 
 void RecordingIABLibrary::saveConsentString(std::string_view consent) {
     sink_({{"cmp", Event::array({"saveConsentString", consent})}});
-    library_.saveConsentString(consent);
+    library_->saveConsentString(consent);
 }
 
 void RecordingIABLibrary::resetTCData() {
     sink_({{"cmp", Event::array({"resetTCData"})}});
-    library_.resetTCData();
+    library_->resetTCData();
     createdDate_.reset();
 }
 

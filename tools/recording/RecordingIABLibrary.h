@@ -1,12 +1,13 @@
 #pragma once
 
-#include "services/iab/TCFLibrary.h"
+#include <memory>
+#include <optional>
+
 #include "tools/recording/Event.h"
 #include "tools/recording/MemoryStore.h"
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
-
-#include <optional>
+#include "vxprivacy/services/iab/TCFLibrary.h"
 
 namespace vx::recording {
 
@@ -22,9 +23,14 @@ public:
     void setCMPSDKID() override;
     std::string getCreatedDate() const override;
     void setPublisherRestrictions(const PublisherRestrictions& restrictions) override;
+    /// Passed on without a line.
+    void setExplicitRestrictions(const ExplicitRestrictions& restrictions) override;
     void saveConsentString(std::string_view consent) override;
     void resetTCData() override;
     std::unique_ptr<CoreStringBuilder> makeCoreStringBuilder() override;
+
+    /// The process ends and starts again: what is stored stays.
+    void relaunch() { library_ = std::make_unique<services::TCFLibrary>(store_, silence_); }
 
     /// What was handed over last; absent: nothing yet.
     const std::optional<PublisherRestrictions>& publisherRestrictions() const {
@@ -43,7 +49,7 @@ private:
     std::optional<PublisherRestrictions> restrictions_;
     Silence silence_;
     MemoryStore store_;
-    services::TCFLibrary library_;
+    std::unique_ptr<services::TCFLibrary> library_; // never null
 };
 
 } // namespace vx::recording

@@ -1,7 +1,5 @@
 #include "tools/recording/World.h"
 
-#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
-
 #include <utility>
 
 namespace vx::recording {
@@ -19,9 +17,7 @@ struct World::Process {
         : notifications(world.sink_),
           runtime({world.store_, world.documents_, notifications, world.logger_, world.clock_,
                    world.coreVariables_, world.predefinedVariables_, kHosts,
-                   world.hasIAB_ ? &world.iab_ : nullptr, &world.application_}) {
-        VXIABPrivacyCenterViewController::registerWithEngine();
-    }
+                   world.hasIAB_ ? &world.iab_ : nullptr, &world.application_}) {}
 
     RecordingNotificationCenter notifications;
     Runtime runtime;
@@ -41,6 +37,7 @@ World::~World() = default;
 
 void World::relaunch() {
     process_.reset(); // before the next one is made: there is one runtime at a time
+    iab_.relaunch();
     process_ = std::make_unique<Process>(*this);
 }
 

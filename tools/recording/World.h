@@ -1,14 +1,14 @@
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include "tools/recording/DocumentTexts.h"
 #include "tools/recording/MemoryStore.h"
 #include "tools/recording/RecordingDoors.h"
 #include "tools/recording/RecordingIABLibrary.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/platform/core/Runtime.h"
-
-#include <memory>
-#include <vector>
 
 namespace vx::recording {
 

@@ -7,8 +7,8 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 
-#include "tools/studio/Descriptor.h"
-#include "tools/studio/Spawn.h"
+#include "tools/system/Descriptor.h"
+#include "tools/system/Spawn.h"
 
 namespace vx::tools::studio {
 
@@ -23,11 +23,11 @@ bool hasDesktop() {
 void openBrowser(const std::string& address) {
     if (!hasDesktop()) // or it might start a text browser in the user's terminal
         return;
-    const Descriptor nowhere(open("/dev/null", O_RDWR | O_CLOEXEC));
+    const system::Descriptor nowhere(::open("/dev/null", O_RDWR | O_CLOEXEC));
     try {
         const pid_t pid =
-            spawn({"xdg-open", address}, {nowhere.get(), nowhere.get(), nowhere.get()});
-        std::thread([pid] { waitpid(pid, nullptr, 0); }).detach();
+            system::spawn({"xdg-open", address}, {nowhere.get(), nowhere.get(), nowhere.get()});
+        std::thread([pid] { ::waitpid(pid, nullptr, 0); }).detach();
     } catch (const std::system_error&) {
         return; // the address is on the terminal
     }

@@ -1,23 +1,26 @@
-#include "tools/Commands.h"
+// The subcommand studio: puts world, page and browser together and runs them until a signal.
 
 #include <csignal>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 #include <string>
+#include <system_error>
 #include <thread>
-
-#include "tools/studio/Browser.h"
-#include "tools/studio/EventStream.h"
-#include "tools/studio/Installation.h"
-#include "tools/studio/Options.h"
-#include "tools/studio/PageServer.h"
-#include "tools/studio/Session.h"
-#include "tools/studio/Transcript.h"
-#include "tools/studio/VendorList.h"
-#include "tools/studio/application/Application.h"
+#include <utility>
 
 #include <CLI/CLI.hpp>
+
+#include "tools/Commands.h"
+#include "tools/studio/Browser.h"
+#include "tools/studio/Transcript.h"
+#include "tools/studio/application/ApplicationLoop.h"
+#include "tools/studio/server/PageServer.h"
+#include "tools/studio/shared/EventStream.h"
+#include "tools/studio/shared/Protocol.h"
+#include "tools/studio/world/Installation.h"
+#include "tools/studio/world/ServedVendorList.h"
+#include "tools/studio/world/StudioSession.h"
+#include "tools/studio/world/WorldOptions.h"
 
 namespace vx::tools {
 
@@ -25,9 +28,24 @@ namespace {
 
 using namespace studio;
 
+struct Options {
+    WorldOptions world;
+    /// Of the page; the next free one is taken when it is in use. 0: any.
+    int port = 8480;
+    bool noBrowser = false;
+    bool iab = false;
+};
+
 [[noreturn]] void fail(const std::string& reason) {
     std::cerr << "vxprivacy studio: " << reason << '\n';
     throw CLI::RuntimeError(kUnusableInput);
+}
+
+template <class Value>
+Value valueOrFail(Result<Value> result) {
+    if (!result)
+        fail(result.problem().text);
+    return std::move(*result);
 }
 
 // Signals that end the studio are taken by `waitForEnd`; every later thread inherits this.
@@ -49,13 +67,15 @@ void waitForEnd(const sigset_t& signals) {
 void run(const Options& options) {
     const sigset_t signals = blockEndingSignals();
     EventStream events;
-    Session session(options, options.gvl.empty() ? sampleVendorList() : readVendorList(options.gvl),
-                    events);
+    const WorldOptions& world = options.world;
+    const ServedVendorList vendorList =
+        world.gvl.empty() ? sampleVendorList() : valueOrFail(readVendorList(world.gvl));
+    StudioSession session(world, valueOrFail(makeInstallations(world, vendorList)), vendorList,
+                          events);
     PageServer page(session, events);
     if (!page.start(options.port))
         fail("no free port from " + std::to_string(options.port));
-    if (const Problem problem = session.start(options.port == 0 ? 0 : page.port() + 1))
-        fail(*problem);
+    valueOrFail(session.start(options.port == 0 ? 0 : page.port() + 1));
 
     std::thread transcript([&] { printTranscript(events, page.address(), page.token()); });
     if (!options.noBrowser)
@@ -68,10 +88,11 @@ void run(const Options& options) {
 }
 
 void runOrFail(Options options) {
-    options.iab |= !options.gvl.empty();
+    if (options.iab || !options.world.gvl.empty())
+        options.world.mode = Mode::IAB;
     try {
         run(options);
-    } catch (const std::runtime_error& error) {
+    } catch (const std::system_error& error) { // a file, a pipe or a process
         fail(error.what());
     }
 }
@@ -82,21 +103,26 @@ void addStudio(CLI::App& app) {
     auto options = std::make_shared<Options>();
     CLI::App* command = app.add_subcommand(
         "studio", "Run an application with consent on a development backend, and watch it");
-    command->add_option("--config", options->config, "Privacy configuration to serve")
+    command->add_option("--config", options->world.config, "Privacy configuration to serve")
         ->type_name("FILE");
-    command->add_option("--store", options->store, "SQLite file of the application")
+    command->add_option("--store", options->world.store, "SQLite file of the application")
         ->type_name("FILE");
     command->add_option("--port", options->port, "Port of the page (8480; 0: any)")
         ->check(CLI::Range(0, 65535));
     command->add_flag("--no-browser", options->noBrowser, "Do not open the page");
     command->add_flag("--iab", options->iab, "Begin in IAB mode");
     CLI::Option* gvl =
-        command->add_option("--gvl", options->gvl, "Vendor list to serve; implies --iab")
+        command->add_option("--gvl", options->world.gvl, "Vendor list to serve; implies --iab")
             ->type_name("FILE");
-    CLI::Option* live = command->add_flag("--live", options->live, "Use the real hosts");
-    CLI::Option* site = command->add_option("--site", options->site, "Site ID, with --live");
+    CLI::Option* live = command->add_flag("--live", options->world.live, "Use the real hosts");
+    CLI::Option* site = command->add_option("--site", options->world.site, "Site ID, with --live");
     CLI::Option* privacy =
-        command->add_option("--privacy", options->privacy, "Privacy ID, with --live");
+        command->add_option("--privacy", options->world.privacy, "Privacy ID, with --live");
+    command
+        ->add_option("--vendor-list-host", options->world.vendorListHost,
+                     "Where the vendor list is, with --live (none)")
+        ->type_name("URL")
+        ->needs(live);
     live->needs(site)->needs(privacy)->excludes("--config")->excludes(gvl);
     site->needs(live);
     privacy->needs(live);

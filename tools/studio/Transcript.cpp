@@ -1,11 +1,14 @@
+// What the studio prints: where it is, what the engine does at start-up, how things stand then.
+
 #include "tools/studio/Transcript.h"
 
 #include <chrono>
 #include <iomanip>
 #include <iostream>
 
-#include "tools/studio/EventStream.h"
-#include "tools/studio/Json.h"
+#include "tools/studio/shared/EventStream.h"
+#include "tools/studio/shared/Json.h"
+#include "vxprivacy/engine/ConsentEntry.h"
 
 namespace vx::tools::studio {
 
@@ -28,6 +31,8 @@ void printHeading(const EventStream& events, const std::string& address, const s
     if (state["session"]["live"] == false)
         field("backend") << state["network"].value("address", "")
                          << " (configuration CDN, vendor list, consent collector)\n";
+    else if (state["session"].value("vendorListHost", "none").empty())
+        field("vendor list") << "no host; name one by --vendor-list-host\n";
     field("store") << state["session"].value("store", "") << '\n';
     field("token") << token << '\n';
     field("try") << "curl -d '' -H 'X-Studio-Token: " << token << "' " << address
@@ -89,8 +94,8 @@ void printOutcome(const Json& state) {
         field("configuration") << "none yet\n";
     if (state["session"]["iab"] == true)
         printVendorList(state);
-    field("display flag") << (decision.value("mustAsk", true) ? "1" : "0") << ", "
-                          << decision.value("text", "") << '\n';
+    field("display flag") << (decision.value("mustAsk", true) ? kMustDisplay : kNeedNotDisplay)
+                          << ", " << decision.value("text", "") << '\n';
     field("state") << engine.value("privacyState", 0) << ", "
                    << decision.value("state", "no decision known") << '\n';
     std::cout << "\nCtrl-C ends the studio." << std::endl;

@@ -7,7 +7,7 @@ namespace vx::tools::studio {
 class EventStream;
 
 /// Prints what the engine did at start-up on standard output: where the page is, what happened
-/// until the privacy configuration was there (or three seconds had passed), and how things stand.
+/// until the privacy configuration was there (or ten seconds had passed), and how things stand.
 /// Returns early when the stream is closed.
 void printTranscript(EventStream& events, const std::string& address, const std::string& token);
 

@@ -3,9 +3,9 @@
 #include <string>
 #include <variant>
 
-#include "services/iab/TCModel.h"
-
 #include <nlohmann/json.hpp>
+
+#include "vxprivacy/services/iab/TCModel.h"
 
 namespace vx::tools::tc {
 

@@ -1,12 +1,13 @@
-#include "tools/tc/ModelJSON.h"
+// Reads a model from JSON, field by field, and says where a field is wrong.
 
 #include <algorithm>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "services/iab/Layout.h"
+#include "tools/tc/ModelJSON.h"
 #include "tools/tc/Time.h"
+#include "vxprivacy/services/iab/Layout.h"
 
 namespace vx::tools::tc {
 

@@ -1,3 +1,5 @@
+// Prints a model for people: a line a field, sets as ranges.
+
 #include "tools/tc/ModelTable.h"
 
 #include <array>
@@ -6,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "services/iab/Layout.h"
 #include "tools/tc/Time.h"
+#include "vxprivacy/services/iab/Layout.h"
 
 namespace vx::tools::tc {
 

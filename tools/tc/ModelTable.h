@@ -2,7 +2,7 @@
 
 #include <iosfwd>
 
-#include "services/iab/TCModel.h"
+#include "vxprivacy/services/iab/TCModel.h"
 
 namespace vx::tools::tc {
 

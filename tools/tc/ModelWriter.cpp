@@ -1,7 +1,6 @@
 #include "tools/tc/ModelJSON.h"
-
-#include "services/iab/Layout.h"
 #include "tools/tc/Time.h"
+#include "vxprivacy/services/iab/Layout.h"
 
 namespace vx::tools::tc {
 

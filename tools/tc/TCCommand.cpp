@@ -1,15 +1,17 @@
+// The subcommand tc: decodes a TC string, or encodes a JSON document as one.
+
 #include <iostream>
 #include <memory>
 #include <string>
 
-#include "services/iab/Decoder.h"
-#include "services/iab/Encoder.h"
+#include <CLI/CLI.hpp>
+
 #include "tools/Commands.h"
-#include "tools/Input.h"
+#include "tools/system/Input.h"
 #include "tools/tc/ModelJSON.h"
 #include "tools/tc/ModelTable.h"
-
-#include <CLI/CLI.hpp>
+#include "vxprivacy/services/iab/Decoder.h"
+#include "vxprivacy/services/iab/Encoder.h"
 
 namespace vx::tools {
 
@@ -32,9 +34,10 @@ struct Arguments {
 }
 
 std::string read(const std::string& name, std::size_t most) {
-    auto text = readInput(name, most);
+    system::Input input(name);
+    auto text = input.read(most);
     if (!text)
-        fail("cannot read " + (name == "-" ? kStandardInput : name), kUnusableInput);
+        fail("cannot read " + input.title(), kUnusableInput);
     return *std::move(text);
 }
 

@@ -1,12 +1,16 @@
+// Shows the privacy center as a page, and reports taps, addresses and choices.
+
 #include "tools/studio/application/CenterDisplay.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "hosts/web/Addresses.h"
-#include "tools/studio/application/Report.h"
+#include "tools/studio/application/StudioReport.h"
+#include "vxprivacy/engine/ConsentEntry.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/hosts/web/Addresses.h"
 #include "vxprivacy/platform/foundation/Text.h"
+#include "vxprivacy/platform/ui/ViewKinds.h"
 
 namespace vx::tools::studio {
 
@@ -17,9 +21,13 @@ constexpr double kHeightOfWidth = 844.0 / 390; // as a phone's display
 // The label beside a switch.
 std::string titleOf(const Switch& control) {
     for (const auto& view : control.superview()->subviews())
-        if (view->kind() == View::Kind::Label)
-            return static_cast<const Label&>(*view).text();
+        if (const auto* label = viewAs<Label>(*view))
+            return label->text();
     return {};
+}
+
+void reportTapOf(Button& button) {
+    button.addTouchUpInside([&button] { report("screen", button.title() + " tapped"); });
 }
 
 } // namespace
@@ -67,28 +75,24 @@ void CenterDisplay::openURL(std::string_view address) {
 
 // As the user of the controls hears of their taps: after the center did what they ask for.
 void CenterDisplay::reportTaps() {
-    for (const auto& [name, view] : center_->viewsDictionary()) {
-        if (view->kind() == View::Kind::Switch) {
-            auto& control = static_cast<Switch&>(*view);
-            control.addTouchUpInside([this, &control] {
-                report("screen",
-                       titleOf(control) + (control.on() ? " switched on" : " switched off"),
-                       choices());
-            });
-        } else if (view->kind() == View::Kind::Button) {
-            auto& button = static_cast<Button&>(*view);
-            button.addTouchUpInside([&button] { report("screen", button.title() + " tapped"); });
-        }
-    }
+    for (const auto& [name, view] : center_->viewsDictionary())
+        visit(*view, Overloaded{[this](Switch& control) { reportSwitching(control); },
+                                [](Button& button) { reportTapOf(button); }, [](View&) {}});
+}
+
+void CenterDisplay::reportSwitching(Switch& control) {
+    control.addTouchUpInside([this, &control] {
+        report("screen", titleOf(control) + (control.on() ? " switched on" : " switched off"),
+               choices());
+    });
 }
 
 // What leaving now would save.
 Json CenterDisplay::choices() const {
     Json choices = Json::object();
     for (const auto& [name, view] : center_->viewsDictionary())
-        if (view->kind() == View::Kind::Switch && view->tag() != 0)
-            choices[numberedKey(kVXCategoryPrefix, view->tag())] =
-                static_cast<const Switch&>(*view).on() ? "1" : "0";
+        if (const auto* control = viewAs<Switch>(*view); control && control->tag() != 0)
+            choices[numberedKey(kVXCategoryPrefix, control->tag())] = consentValue(control->on());
     return choices;
 }
 

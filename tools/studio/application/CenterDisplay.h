@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/web/WebSurface.h"
-#include "tools/studio/Json.h"
+#include "tools/studio/shared/Json.h"
 #include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "vxprivacy/hosts/web/WebSurface.h"
 #include "vxprivacy/platform/ui/Application.h"
 
 namespace vx::tools::studio {
@@ -39,6 +39,7 @@ public:
 
 private:
     void reportTaps();
+    void reportSwitching(Switch& control);
     Json choices() const;
 
     std::unique_ptr<VXPrivacyCenterViewController> center_;

@@ -12,25 +12,35 @@ namespace vx::tools::studio {
 
 namespace {
 
+constexpr const char* kAsk = "Ask the user";
+constexpr const char* kAskAgain = "Ask the user again";
+
 struct Reason {
     const char* name;
-    const char* text;
+    const char* text;        // within a line
+    const char* headline;    // for the page, with
+    const char* explanation; // below it
 };
 
 Reason reason(const std::string& cause) {
     if (!VXPrivacyAPI::shouldDisplayPrivacyCenter())
-        return {"none", "the user need not be asked"};
+        return {"none", "the user need not be asked", "", ""};
     const std::optional<std::string> consent =
         VXUserDefaults::retrieveInfoFromUserDefaults(kVXPrivacyConsent);
     if (!consent)
-        return {"first-start", "first start, no choice was ever made"};
+        return {"first-start", "first start, no choice was ever made", kAsk,
+                "First start: no choice was ever made."};
     if (consent->empty())
-        return {"reset", "a new privacy configuration reset the saved choices"};
+        return {"reset", "a new privacy configuration reset the saved choices", kAskAgain,
+                "Reset: a new privacy configuration wiped the saved choices."};
     if (VXMobilePrivacy::sharedInstance().consentExpired() || cause == "expired")
-        return {"expired", "the choice is older than 395 days"};
+        return {"expired", "the choice is older than 395 days", kAskAgain,
+                "Expired: the choice is older than 395 days."};
     if (cause == "changed")
-        return {"changed", "the privacy configuration changed significantly"};
-    return {"earlier", "asked for at an earlier start and not answered yet"};
+        return {"changed", "the privacy configuration changed significantly", kAskAgain,
+                "Changed: the privacy configuration changed significantly."};
+    return {"earlier", "asked for at an earlier start and not answered yet", kAskAgain,
+            "Asked for at an earlier start and not answered yet."};
 }
 
 const char* stateInWords(std::int32_t privacyState) {
@@ -48,6 +58,8 @@ Json decision(const std::string& cause) {
         {"mustAsk", VXPrivacyAPI::shouldDisplayPrivacyCenter()},
         {"reason", why.name},
         {"text", why.text},
+        {"headline", why.headline},
+        {"explanation", why.explanation},
         {"state", stateInWords(VXMobilePrivacy::sharedInstance().privacyState())},
         {"savedAt", savedAt},
         {"validUntil",

@@ -1,13 +1,15 @@
 #include "tools/studio/application/IABState.h"
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 
-#include "services/iab/Decoder.h"
 #include "tools/tc/ModelJSON.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
+#include "vxprivacy/services/iab/Decoder.h"
 
 namespace vx::tools::studio {
 
@@ -34,6 +36,11 @@ Json vendors(const JSONValue& section) {
     return vendors;
 }
 
+// Item n has the keys with the numbers `offset` + 2n - 1 and + 2n.
+Json keysOf(std::string_view prefix, std::int32_t offset) {
+    return {{"prefix", prefix}, {"offset", offset}};
+}
+
 std::string explained(const tcf::TCError& error) {
     return error.field + ", bit " + std::to_string(error.bit) + ": " + error.why;
 }
@@ -47,6 +54,10 @@ Json vendorListState() {
     if (!list)
         return {};
     return {{"version", file->version()},
+            {"keys",
+             {{"purposes", keysOf(kVXCategoryPrefix, kVXPurposeOffset)},
+              {"specialFeatures", keysOf(kVXFeaturePrefix, kVXSpeFeatureOffset)},
+              {"vendors", keysOf(kVXVendorPrefix, kVXVendorOffset)}}},
             {"purposes", names(list["purposes"])},
             {"specialFeatures", names(list["specialFeatures"])},
             {"vendors", vendors(list["vendors"])}};

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "tools/studio/application/Report.h"
+#include "tools/studio/application/StudioReport.h"
 
 namespace vx::tools::studio {
 

@@ -1,3 +1,5 @@
+// Asks the engine, the services and the store's file for everything that the page shows.
+
 #include "tools/studio/application/State.h"
 
 #include <optional>
@@ -7,6 +9,7 @@
 #include "tools/studio/application/Decision.h"
 #include "tools/studio/application/IABState.h"
 #include "tools/studio/application/StoreView.h"
+#include "vxprivacy/configuration/ConfigurationNames.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
@@ -64,7 +67,8 @@ bool isIAB() {
 }
 
 Json configuration() {
-    const auto file = VXConfigurationFileFactory::sharedInstance().getConfigurationFile("privacy");
+    const auto file =
+        VXConfigurationFileFactory::sharedInstance().getConfigurationFile(kPrivacyConfiguration);
     if (!file)
         return {{"version", 0}, {"names", Json::object()}};
     const JSONValue document = file->getJSONDictionary();

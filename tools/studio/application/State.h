@@ -4,9 +4,9 @@
 #include <map>
 #include <string_view>
 
-#include "services/sdk/TagSDK.h"
-#include "tools/studio/Json.h"
 #include "tools/studio/application/ReportingDoors.h"
+#include "tools/studio/shared/Json.h"
+#include "vxprivacy/services/sdk/TagSDK.h"
 
 namespace vx::tools::studio {
 

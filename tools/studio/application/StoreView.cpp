@@ -8,7 +8,8 @@ namespace {
 
 Json entries(SQLite::Database& file) {
     Json pairs = Json::array();
-    SQLite::Statement rows(file, "SELECT key, value FROM entries ORDER BY key");
+    SQLite::Statement rows(
+        file, "SELECT key, value FROM entries WHERE key <> 'VXStoreDigest' ORDER BY key");
     while (rows.executeStep())
         pairs.push_back({rows.getColumn(0).getString(), rows.getColumn(1).getString()});
     return pairs;

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "tools/studio/Json.h"
+#include "tools/studio/shared/Json.h"
 
 namespace vx::tools::studio {
 

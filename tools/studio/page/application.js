@@ -2,21 +2,14 @@
 
 import { byId, day, element, setText } from "./dom.js";
 
-const headlines = {
-  "first-start": ["Ask the user", "First start: no choice was ever made."],
-  expired: ["Ask the user again", "Expired: the choice is older than 395 days."],
-  reset: ["Ask the user again", "Reset: a new privacy configuration wiped the saved choices."],
-  earlier: ["Ask the user again", "Asked for at an earlier start and not answered yet."],
-  changed: ["Ask the user again", "Changed: the privacy configuration changed significantly."],
-};
-
 function settled(decision, engine) {
   const headline = engine.privacyState === 1 ? "Consent given" : "Consent refused";
   return [headline, `Saved on ${day(decision.savedAt)}, valid until ${day(decision.validUntil)}.`];
 }
 
 function renderDecision(decision, engine) {
-  const [headline, reason] = headlines[decision.reason] ?? settled(decision, engine);
+  const [headline, reason] = decision.mustAsk
+    ? [decision.headline, decision.explanation] : settled(decision, engine);
   setText(byId("decision-headline"), headline);
   setText(byId("decision-reason"), reason);
   byId("decision").dataset.tone =

@@ -1,22 +1,19 @@
 // What the vendor list in force calls the numbers of the store and of the TC string.
 
-const kOffsets = { CAT: 10000, VEN: 1000 };
-const kSpecialFeatures = 13000;
-
 // Of each item the store has two entries: the odd one is consent, the even one legitimate interest.
-function addPair(names, kind, id, name) {
-  const even = kOffsets[kind] + 2 * Number(id);
-  names[`PRIVACY_${kind}_${even - 1}`] = `${name}: consent`;
-  names[`PRIVACY_${kind}_${even}`] = `${name}: legitimate interest`;
+function addPair(names, { prefix, offset }, id, name) {
+  const even = offset + 2 * Number(id);
+  names[`${prefix}${even - 1}`] = `${name}: consent`;
+  names[`${prefix}${even}`] = `${name}: legitimate interest`;
 }
 
-/** Names by key of the store; none without a list. */
-export function keyNames(list) {
+/** Names by key of the store. */
+export function keyNames({ keys, purposes, vendors, specialFeatures }) {
   const names = {};
-  for (const [id, name] of Object.entries(list?.purposes ?? {})) addPair(names, "CAT", id, name);
-  for (const { id, name } of list?.vendors ?? []) addPair(names, "VEN", id, name);
-  for (const [id, name] of Object.entries(list?.specialFeatures ?? {}))
-    names[`PRIVACY_FEAT_${kSpecialFeatures + 2 * Number(id)}`] = name;
+  for (const [id, name] of Object.entries(purposes)) addPair(names, keys.purposes, id, name);
+  for (const { id, name } of vendors) addPair(names, keys.vendors, id, name);
+  for (const [id, name] of Object.entries(specialFeatures)) // only the even one
+    names[`${keys.specialFeatures.prefix}${keys.specialFeatures.offset + 2 * Number(id)}`] = name;
   return names;
 }
 

@@ -1,0 +1,118 @@
+// Puts the engine on its services and the studio's doors, and does what the studio commands.
+
+#include "tools/studio/application/WatchedApplication.h"
+
+#include <string_view>
+#include <utility>
+
+#include "tools/studio/application/State.h"
+#include "tools/studio/application/StudioReport.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+void reportHit(std::string_view name, bool sent, const Json& data) {
+    report("hit", std::string(name) + (sent ? " sent" : " dropped"),
+           {{"name", name}, {"sent", sent}, {"data", data}});
+}
+
+void reportSent(const services::TagSDK::Hit& hit) {
+    reportHit(hit.data, true, sortedData(hit.permanentData));
+}
+
+} // namespace
+
+WatchedApplication::WatchedApplication(const Launch& launch, const system::WakeUp& wakeUp)
+    : store_(launch.store), services_(settings(launch)), runtime_(doors(launch.mode)),
+      sdk_(std::make_shared<services::TagSDK>(notifications_, reportSent)),
+      callbacks_(std::make_shared<ReportingCallbacks>(launch.cause)) {
+    services_.setWakeUp([&wakeUp] { wakeUp.signal(); });
+    VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
+    engine.registerCallback(callbacks_);
+    engine.setSiteID(launch.site, launch.privacy, sdk_);
+}
+
+Reply WatchedApplication::perform(const Command& command) {
+    VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
+    if (command.name == command::kAccept)
+        engine.acceptAllConsent();
+    else if (command.name == command::kRefuse)
+        engine.refuseAllConsent();
+    else if (command.name == command::kHit)
+        sendHit(command.argument.get<std::string>());
+    else if (command.name == command::kMoveClock)
+        moveClock(milliseconds(command.argument.get<std::int64_t>()));
+    else
+        return performOnDisplay(command);
+    return std::string();
+}
+
+void WatchedApplication::reportState() {
+    Json state = applicationState(*sdk_, *callbacks_, store_);
+    state["center"] = display_.state();
+    if (state == lastState_)
+        return;
+    report({{"kind", kind::kState}, {"body", state}});
+    lastState_ = std::move(state);
+}
+
+services::Settings WatchedApplication::settings(const Launch& launch) {
+    clock_.setOffset(launch.clockOffset);
+    services::Settings settings;
+    settings.store = store_;
+    settings.hosts.vendorList = launch.vendorListHost;
+    if (!launch.host.empty())
+        settings.hosts = {.configurationCDN = launch.host,
+                          .vendorList = launch.host,
+                          .consentCollector = launch.host};
+    settings.userAgent = "HarbourWeekly/1.0 (VXPrivacy studio)";
+    settings.logger = &logger_;
+    settings.clock = &clock_;
+    settings.notifications = &notifications_;
+    return settings;
+}
+
+Platform WatchedApplication::doors(Mode mode) {
+    Platform platform = services_.platform();
+    platform.application = &display_;
+    if (mode == Mode::IAB)
+        platform.iab = &iab_.emplace(platform.store, platform.logger);
+    return platform;
+}
+
+Reply WatchedApplication::performOnDisplay(const Command& command) {
+    const bool opens = command.name == command::kPresent;
+    if (iab_)
+        return Problem{"in IAB mode there is no privacy center on the screen yet"};
+    if (display_.shows() == opens)
+        return Problem{opens ? "the privacy center is open already"
+                             : "the privacy center is not open"};
+    if (opens)
+        display_.present(command.argument.get<double>());
+    else if (command.name == command::kDismiss)
+        display_.dismiss();
+    else if (command.name == command::kPage)
+        return display_.page();
+    else if (command.name == command::kLayout)
+        return display_.layoutCSS();
+    else if (command.name == command::kEvent)
+        return display_.dispatch(command.argument.get<std::string>());
+    return std::string();
+}
+
+void WatchedApplication::sendHit(const std::string& name) {
+    if (!sdk_->accept(name))
+        reportHit(name, false, Json::object());
+}
+
+// As an application that comes to the foreground after a long time does.
+void WatchedApplication::moveClock(milliseconds offset) {
+    clock_.setOffset(offset);
+    VXMobilePrivacy::sharedInstance().checkConsentValidity();
+}
+
+} // namespace vx::tools::studio

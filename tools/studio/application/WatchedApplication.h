@@ -1,0 +1,54 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "tools/studio/application/CenterDisplay.h"
+#include "tools/studio/application/ReportingDoors.h"
+#include "tools/studio/shared/Protocol.h"
+#include "tools/system/WakeUp.h"
+#include "vxprivacy/platform/core/Runtime.h"
+#include "vxprivacy/services/core/Services.h"
+#include "vxprivacy/services/iab/TCFLibrary.h"
+#include "vxprivacy/services/sdk/TagSDK.h"
+
+namespace vx::tools::studio {
+
+/// An application as its developer would write it: the engine, its services and a tag SDK, with the
+/// studio's doors where the studio has any. One for a process.
+class WatchedApplication {
+public:
+    /// Starts the engine. The services signal `wakeUp`, which must outlive this, when `poll` has
+    /// work to do.
+    WatchedApplication(const Launch& launch, const system::WakeUp& wakeUp);
+
+    Reply perform(const Command& command);
+    /// Does what the services have waiting for this thread.
+    void poll() { services_.poll(); }
+    /// Reports how things stand, unless that is as it was.
+    void reportState();
+
+private:
+    services::Settings settings(const Launch& launch);
+    Platform doors(Mode mode);
+    Reply performOnDisplay(const Command& command);
+    void sendHit(const std::string& name);
+    void moveClock(std::chrono::milliseconds offset);
+
+    const std::filesystem::path store_;
+    ReportingLogger logger_;
+    ReportingNotifications notifications_;
+    MovableClock clock_;
+    CenterDisplay display_;
+    services::Services services_;
+    std::optional<services::TCFLibrary> iab_; // in IAB mode
+    Runtime runtime_;
+    std::shared_ptr<services::TagSDK> sdk_;
+    std::shared_ptr<ReportingCallbacks> callbacks_;
+    Json lastState_;
+};
+
+} // namespace vx::tools::studio

@@ -1,0 +1,152 @@
+// The page's POST requests: takes their bodies apart and does what they ask of the session.
+
+#include "tools/studio/server/Actions.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "tools/lint/FindingsReport.h"
+#include "tools/lint/Lint.h"
+#include "tools/studio/server/Answers.h"
+#include "tools/studio/shared/EventStream.h"
+#include "tools/studio/world/StudioSession.h"
+#include "tools/system/LoopbackServer.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+constexpr double kMillisecondsPerDay = 86'400'000.0;
+constexpr double kMostDays = 200 * 366;
+constexpr double kPhoneWidth = 390; // points
+
+Json argument(const std::string& body, const char* name) {
+    const Result<Json> arguments = parsed(body);
+    return arguments && arguments->is_object() ? arguments->value(name, Json()) : Json();
+}
+
+Reply sendHit(StudioSession& session, const std::string& body) {
+    const Json name = argument(body, "name");
+    return session.hit(name.is_string() ? name.get<std::string>() : "screen_view");
+}
+
+Reply setNetwork(StudioSession& session, const std::string& body) {
+    const Json on = argument(body, "on");
+    if (!on.is_boolean())
+        return Problem{"say {\"on\": true} or {\"on\": false}"};
+    return session.setNetwork(on.get<bool>());
+}
+
+Reply setMode(StudioSession& session, const std::string& body) {
+    const Json iab = argument(body, "iab");
+    if (!iab.is_boolean())
+        return Problem{"say {\"iab\": true} or {\"iab\": false}"};
+    return session.setMode(iab.get<bool>() ? Mode::IAB : Mode::Category);
+}
+
+Reply moveClock(StudioSession& session, const std::string& body) {
+    const Json advance = argument(body, "advance");
+    const Json days = advance.is_number() ? advance : argument(body, "offset");
+    if (!days.is_number() || std::abs(days.get<double>()) > kMostDays)
+        return Problem{"say {\"advance\": DAYS} or {\"offset\": DAYS}"};
+    const std::chrono::milliseconds move(
+        static_cast<std::int64_t>(days.get<double>() * kMillisecondsPerDay));
+    return session.moveClock(advance.is_number() ? session.clockOffset() + move : move);
+}
+
+Reply openCenter(StudioSession& session, const std::string& body) {
+    const Json width = argument(body, "width");
+    const double points = width.is_number() ? width.get<double>() : kPhoneWidth;
+    return session.openCenter(std::clamp(points, 100.0, 2000.0));
+}
+
+struct Action {
+    const char* path;
+    Reply (*perform)(StudioSession&, const std::string& body);
+};
+constexpr Action kActions[] = {
+    {"/api/accept", [](StudioSession& session, const std::string&) { return session.accept(); }},
+    {"/api/refuse", [](StudioSession& session, const std::string&) { return session.refuse(); }},
+    {"/api/center/open", openCenter},
+    {"/api/center/dismiss",
+     [](StudioSession& session, const std::string&) { return session.dismissCenter(); }},
+    {"/api/relaunch",
+     [](StudioSession& session, const std::string&) { return session.relaunch(); }},
+    {"/api/kill", [](StudioSession& session, const std::string&) { return session.killHard(); }},
+    {"/api/reset", [](StudioSession& session, const std::string&) { return session.reset(); }},
+    {"/api/hit", sendHit},
+    {"/api/network", setNetwork},
+    {"/api/clock", moveClock},
+    {"/api/mode", setMode},
+};
+
+// Read here, because the library takes no more than 8 KiB of the content type that curl gives a
+// body unasked, and waits for the end of a body of which no length is said, such as that of a plain
+// "curl -X POST". Nothing when it cannot be read whole or is too large.
+std::optional<std::string> bodyOf(const httplib::Request& request,
+                                  const httplib::ContentReader& read) {
+    std::string body;
+    if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding"))
+        return body;
+    const bool whole = read([&](const char* data, std::size_t size) {
+        if (size >
+            system::kLargestBody - body.size()) // of which the library only saw a length announced
+            return false;
+        body.append(data, size);
+        return true;
+    });
+    return whole ? std::optional(std::move(body)) : std::nullopt;
+}
+
+// Reads it to its end, so that its sender hears the answer.
+void refuseForm(const httplib::ContentReader& read, httplib::Response& response) {
+    read([](const httplib::MultipartFormData&) { return true; },
+         [](const char*, std::size_t) { return true; });
+    answerError(response, 415, {"post the text itself, not a form"});
+}
+
+void publish(StudioSession& session, const std::string& text, httplib::Response& response) {
+    const Result<Edition> edition = session.publish(text);
+    if (edition)
+        answer(response, {{"version", edition->version}, {"text", edition->text}});
+    else
+        answerError(response, 422, edition.problem());
+}
+
+} // namespace
+
+void addActions(httplib::Server& server, StudioSession& session, const EventStream& events) {
+    const auto post = [&](const char* path, auto perform) {
+        server.Post(path, [perform](const httplib::Request& request, httplib::Response& response,
+                                    const httplib::ContentReader& read) {
+            if (request.is_multipart_form_data())
+                refuseForm(read, response);
+            else if (const auto body = bodyOf(request, read))
+                perform(*body, response);
+            else
+                answerError(response, 413, {"a body has 8 MiB at most"});
+        });
+    };
+    for (const Action& action : kActions)
+        post(action.path, [&](const std::string& body, httplib::Response& response) {
+            if (const Reply reply = action.perform(session, body))
+                answer(response, events.state());
+            else
+                answerError(response, 409, reply.problem());
+        });
+    post("/api/configuration", [&](const std::string& body, httplib::Response& response) {
+        publish(session, body, response);
+    });
+    // Changes nothing, but is work.
+    post("/api/lint", [](const std::string& body, httplib::Response& response) {
+        answer(response, lint::asJSON(lint::lint(body)));
+    });
+}
+
+} // namespace vx::tools::studio

@@ -1,0 +1,56 @@
+#include "tools/studio/server/CenterRoutes.h"
+
+#include <string>
+
+#include "tools/studio/server/Answers.h"
+#include "tools/studio/world/StudioSession.h"
+#include "vxprivacy/hosts/web/StaticFiles.h"
+#include "vxprivacy/hosts/web/WebSurface.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+constexpr std::size_t kLongestEvent = 4096;
+
+// The policy that the center's page needs, and leave to be framed by the studio's own.
+void setFramedPolicy(httplib::Response& response) {
+    response.headers.erase("Content-Security-Policy");
+    response.set_header("Content-Security-Policy",
+                        std::string(web::contentSecurityPolicy()) + "; frame-ancestors 'self'");
+}
+
+void answerWith(httplib::Response& response, const Reply& reply, const char* type,
+                int problemStatus) {
+    if (reply)
+        answerText(response, *reply, type);
+    else
+        answerError(response, problemStatus, reply.problem());
+}
+
+void takeEvent(StudioSession& session, const httplib::Request& request,
+               httplib::Response& response) {
+    if (request.body.size() > kLongestEvent)
+        return answerError(response, 413, {"no event is that long"});
+    answerWith(response, session.centerEvent(request.body), "application/json", 409);
+}
+
+} // namespace
+
+void addCenter(httplib::Server& server, StudioSession& session) {
+    server.Get("/center/", [&](const httplib::Request&, httplib::Response& response) {
+        setFramedPolicy(response);
+        answerWith(response, session.centerPage(), "text/html; charset=utf-8", 404);
+    });
+    server.Get("/center/layout.css", [&](const httplib::Request&, httplib::Response& response) {
+        answerWith(response, session.centerLayout(), "text/css; charset=utf-8", 404);
+    });
+    for (const web::StaticFile& file : web::staticFiles())
+        serveFile(server, "/center/" + std::string(file.name), file);
+    server.Post("/api/center/event",
+                [&](const httplib::Request& request, httplib::Response& response) {
+                    takeEvent(session, request, response);
+                });
+}
+
+} // namespace vx::tools::studio

@@ -1,0 +1,47 @@
+#include "tools/studio/shared/Protocol.h"
+
+namespace vx::tools::studio {
+
+Json asJSON(const Command& command) {
+    return {{"do", command.name}, {"with", command.argument}, {"id", command.id}};
+}
+
+Json asJSON(const Launch& launch) {
+    return {{"store", launch.store.string()},
+            {"site", launch.site},
+            {"privacy", launch.privacy},
+            {"iab", launch.mode == Mode::IAB},
+            {"clockOffset", launch.clockOffset.count()},
+            {"host", launch.host},
+            {"vendorListHost", launch.vendorListHost},
+            {"cause", launch.cause}};
+}
+
+Json asJSON(const Reply& reply) {
+    return reply ? Json{{"text", *reply}} : Json{{"problem", reply.problem().text}};
+}
+
+Command commandIn(const Json& json) {
+    return {.name = json.value("do", ""),
+            .argument = json.value("with", Json()),
+            .id = json.value("id", std::uint64_t{0})};
+}
+
+Launch launchIn(const Json& json) {
+    return {.store = json.value("store", ""),
+            .site = json.value("site", 0),
+            .privacy = json.value("privacy", 0),
+            .mode = json.value("iab", false) ? Mode::IAB : Mode::Category,
+            .clockOffset = std::chrono::milliseconds(json.value("clockOffset", std::int64_t{0})),
+            .host = json.value("host", ""),
+            .vendorListHost = json.value("vendorListHost", ""),
+            .cause = json.value("cause", "")};
+}
+
+Reply replyIn(const Json& json) {
+    if (json.contains("problem"))
+        return Problem{json.value("problem", "")};
+    return json.value("text", "");
+}
+
+} // namespace vx::tools::studio

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "tools/studio/shared/Json.h"
+#include "tools/studio/shared/Mode.h"
+#include "tools/studio/shared/Result.h"
+
+// What the studio and its application, a process of its own, say to each other: JSON objects, one a
+// line, commands on the application's standard input and reports on its standard output.
+
+namespace vx::tools::studio {
+
+/// The hidden subcommand under which the executable is the application.
+inline constexpr const char* kApplicationCommand = "studio-application";
+
+/// Tells the application to do something, or asks it for a text.
+struct Command {
+    std::string name;        ///< one of those below
+    Json argument = nullptr; ///< what its comment says
+    std::uint64_t id = 0;    ///< the report of its end has it too
+};
+
+namespace command {
+inline constexpr const char* kStart = "start"; ///< the first of all; a `Launch`
+inline constexpr const char* kAccept = "accept";
+inline constexpr const char* kRefuse = "refuse";
+inline constexpr const char* kHit = "hit";         ///< its name
+inline constexpr const char* kMoveClock = "clock"; ///< milliseconds ahead of the system's
+inline constexpr const char* kPresent = "present"; ///< the width of the display, in points
+inline constexpr const char* kDismiss = "dismiss";
+inline constexpr const char* kPage = "page";     ///< asks for the privacy center's page,
+inline constexpr const char* kLayout = "layout"; ///< for its generated style sheet,
+inline constexpr const char* kEvent = "event";   ///< for the patch for this event of the page
+} // namespace command
+
+/// What an application starts with.
+struct Launch {
+    std::filesystem::path store;
+    std::int32_t site = 0;
+    std::int32_t privacy = 0;
+    Mode mode = Mode::Category;
+    std::chrono::milliseconds clockOffset{0};
+    std::string host;           ///< in place of all hosts; empty: the real ones
+    std::string vendorListHost; ///< the real one; empty: there is none
+    std::string cause; ///< why the user must be asked, as far as an earlier process was told
+};
+
+/// What a command gives: the text that was asked for, else an empty one.
+using Reply = Result<std::string>;
+
+/// Kinds of reports. Every other one is an entry of the timeline.
+namespace kind {
+inline constexpr const char* kState = "state"; ///< "body": how things stand
+inline constexpr const char* kDone = "done";   ///< "id", "reply": a command's end
+} // namespace kind
+
+Json asJSON(const Command& command);
+Json asJSON(const Launch& launch);
+Json asJSON(const Reply& reply);
+
+// The same back; what is missing is empty or 0.
+
+Command commandIn(const Json& json);
+Launch launchIn(const Json& json);
+Reply replyIn(const Json& json);
+
+} // namespace vx::tools::studio

@@ -1,0 +1,90 @@
+// The development backend's routes: privacy configuration, vendor list, consent collector.
+
+#include "tools/studio/world/Backend.h"
+
+#include <functional>
+#include <utility>
+
+#include "tools/studio/shared/EventStream.h"
+#include "tools/studio/shared/Json.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+std::string entityTag(const std::string& document) {
+    return '"' + std::to_string(std::hash<std::string>{}(document)) + '"';
+}
+
+void answerDocument(const std::string& document, const httplib::Request& request,
+                    httplib::Response& response) {
+    const std::string tag = entityTag(document);
+    response.set_header("ETag", tag);
+    response.set_header("Cache-Control", "no-cache");
+    if (request.get_header_value("If-None-Match") == tag)
+        response.status = 304;
+    else
+        response.set_content(document, "application/json"); // compressed when the client takes it
+}
+
+} // namespace
+
+Backend::Backend(std::int32_t siteID, std::int32_t privacyID, ServedVendorList vendorList,
+                 EventStream& events)
+    : configurationPath_("/mobile/" + std::to_string(siteID) + "/" + std::to_string(privacyID) +
+                         "/privacy.json"),
+      vendorList_(std::move(vendorList)), events_(events),
+      server_([this](httplib::Server& server) { addRoutes(server); }) {}
+
+bool Backend::start(int port) {
+    return server_.start(port) || server_.start(0);
+}
+
+void Backend::publish(std::string document) {
+    const std::lock_guard lock(mutex_);
+    document_ = std::move(document);
+}
+
+std::string Backend::published() const {
+    const std::lock_guard lock(mutex_);
+    return document_;
+}
+
+void Backend::addRoutes(httplib::Server& server) {
+    server.Get(configurationPath_,
+               [this](const httplib::Request& request, httplib::Response& response) {
+                   answerDocument(published(), request, response);
+               });
+    server.Get("/v2/([^/]+)", [this](const httplib::Request& request, httplib::Response& response) {
+        answerVendorList(request, response);
+    });
+    server.Post("/privacy-consent/",
+                [this](const httplib::Request& request, httplib::Response& response) {
+                    collect(request, response);
+                });
+    // Before the answer goes out, so that it stands before what the answer causes.
+    server.set_post_routing_handler(
+        [this](const httplib::Request& request, httplib::Response& response) {
+            events_.append("request", request.method + " " + request.target + " \u2192 " +
+                                          std::to_string(response.status));
+        });
+}
+
+void Backend::answerVendorList(const httplib::Request& request, httplib::Response& response) const {
+    const auto document = vendorList_.documents.find(request.matches[1]);
+    if (document == vendorList_.documents.end())
+        response.status = 404;
+    else
+        answerDocument(document->second, request, response);
+}
+
+void Backend::collect(const httplib::Request& request, httplib::Response& response) {
+    const Result<Json> beacon = parsed(request.body);
+    events_.append({{"kind", "beacon"},
+                    {"title", "Beacon arrived at " + request.path},
+                    {"text", request.body},
+                    {"body", beacon ? *beacon : Json(request.body)}});
+    response.set_content("{}", "application/json");
+}
+
+} // namespace vx::tools::studio

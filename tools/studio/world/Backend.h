@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <mutex>
+#include <string>
+
+#include "tools/studio/world/ServedVendorList.h"
+#include "tools/system/LoopbackServer.h"
+
+namespace vx::tools::studio {
+
+class EventStream;
+
+/// The servers an application talks to, for development: configuration CDN, vendor list and
+/// consent collector, on one loopback port. Tells the stream of every request ("request") and of
+/// every beacon that arrives ("beacon").
+class Backend {
+public:
+    Backend(std::int32_t siteID, std::int32_t privacyID, ServedVendorList vendorList,
+            EventStream& events);
+
+    /// Chooses the address, on `port` if it is free, and brings the network up there. Beacons that
+    /// wait in a store and offline copies keep the address, so it should be the same in every run.
+    bool start(int port);
+    /// The network comes up again at its address; false when that was taken meanwhile.
+    bool connect() { return server_.running() || server_.start(server_.port()); }
+    /// The network goes down: connections are refused.
+    void disconnect() { server_.stop(); }
+    bool connected() const { return server_.running(); }
+    std::string address() const { return server_.address(); }
+
+    /// Serves `document` as the privacy configuration from now on.
+    void publish(std::string document);
+    std::string published() const;
+
+private:
+    void addRoutes(httplib::Server& server);
+    void answerVendorList(const httplib::Request& request, httplib::Response& response) const;
+    void collect(const httplib::Request& request, httplib::Response& response);
+
+    const std::string configurationPath_;
+    const ServedVendorList vendorList_;
+    EventStream& events_;
+    mutable std::mutex mutex_; // guards document_
+    std::string document_;
+    system::LoopbackServer server_;
+};
+
+} // namespace vx::tools::studio

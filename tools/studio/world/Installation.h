@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "tools/studio/shared/Mode.h"
+#include "tools/studio/shared/Result.h"
+#include "tools/studio/world/Publication.h"
+#include "tools/studio/world/ServedVendorList.h"
+#include "tools/studio/world/WorldOptions.h"
+
+namespace vx::tools::studio {
+
+/// The application as it is installed in one of its modes, and what is published for it.
+struct Installation {
+    std::filesystem::path store;
+    /// What the development backend serves; unused with real hosts.
+    Publication publication;
+};
+
+/// The sample configuration for a mode.
+std::string sampleFor(Mode mode);
+
+/// One for each mode.
+struct Installations {
+    Installation category;
+    Installation iab;
+
+    Installation& in(Mode mode) { return mode == Mode::IAB ? iab : category; }
+    const Installation& in(Mode mode) const { return mode == Mode::IAB ? iab : category; }
+};
+
+/// The installations, or what is wrong with the configuration that the options name. A store lies
+/// in $XDG_STATE_HOME or ~/.local/state unless the options name one: that is for the mode they
+/// begin in, and the other mode's lies beside it. Each vendor list has a store of its own, as a
+/// list gives way to a newer one only. Throws std::system_error when a file cannot be read.
+Result<Installations> makeInstallations(const WorldOptions& options,
+                                        const ServedVendorList& vendorList);
+
+} // namespace vx::tools::studio

@@ -1,0 +1,187 @@
+// Each operation locks the session, changes application or world, and tells the event stream.
+
+#include "tools/studio/world/StudioSession.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "tools/studio/shared/EventStream.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+std::int64_t currentTime() {
+    return std::chrono::system_clock::now().time_since_epoch() / std::chrono::milliseconds(1);
+}
+
+} // namespace
+
+StudioSession::StudioSession(const WorldOptions& options, Installations installations,
+                             ServedVendorList vendorList, EventStream& events)
+    : options_(options), vendorList_({{"version", vendorList.version},
+                                      {"vendors", vendorList.vendors},
+                                      {"file", options.gvl.string()}}),
+      started_(currentTime()), events_(events), installations_(std::move(installations)),
+      mode_(options.mode), backend_(options.site, options.privacy, std::move(vendorList), events),
+      application_(events) {
+    reportSession();
+    events_.setState("clock", {{"offset", 0}});
+}
+
+Reply StudioSession::start(int port) {
+    const std::lock_guard lock(mutex_);
+    if (!options_.live) {
+        serveConfiguration();
+        if (!backend_.start(port))
+            return Problem{"no port for the development backend"};
+    }
+    reportNetwork();
+    return launch({});
+}
+
+void StudioSession::stop() {
+    const std::lock_guard lock(mutex_);
+    application_.end();
+    backend_.disconnect();
+}
+
+Reply StudioSession::relaunch() {
+    const std::lock_guard lock(mutex_);
+    application_.end();
+    return launch(causeToAsk());
+}
+
+Reply StudioSession::killHard() {
+    const std::lock_guard lock(mutex_);
+    application_.kill();
+    return launch(causeToAsk());
+}
+
+Reply StudioSession::reset() {
+    const std::lock_guard lock(mutex_);
+    application_.end();
+    deleteStore();
+    events_.append("studio", "Fresh installation: the store was deleted");
+    return launch({});
+}
+
+Reply StudioSession::moveClock(std::chrono::milliseconds offset) {
+    const std::lock_guard lock(mutex_);
+    clockOffset_ = offset;
+    events_.setState("clock", {{"offset", offset.count()}});
+    events_.append("studio", "The application's clock was moved",
+                   {{"milliseconds ahead of the system's", offset.count()}});
+    return application_.perform({.name = command::kMoveClock, .argument = offset.count()});
+}
+
+std::chrono::milliseconds StudioSession::clockOffset() const {
+    const std::lock_guard lock(mutex_);
+    return clockOffset_;
+}
+
+Reply StudioSession::setNetwork(bool on) {
+    const std::lock_guard lock(mutex_);
+    if (options_.live)
+        return Problem{"the network is the real one with --live"};
+    if (!on)
+        backend_.disconnect();
+    else if (!backend_.connect())
+        return Problem{"the backend's port " + backend_.address() + " was taken meanwhile"};
+    reportNetwork();
+    events_.append("studio", on ? "The network is on" : "The network is off");
+    return std::string();
+}
+
+Reply StudioSession::setMode(Mode mode) {
+    const std::lock_guard lock(mutex_);
+    if (mode == mode_)
+        return std::string();
+    application_.end();
+    mode_ = mode;
+    reportSession();
+    if (!options_.live)
+        serveConfiguration();
+    events_.append("studio", mode == Mode::IAB
+                                 ? "IAB mode: another installation, with a store of its own"
+                                 : "Category mode: another installation, with a store of its own");
+    return launch({});
+}
+
+Edition StudioSession::published() const {
+    const std::lock_guard lock(mutex_);
+    return installation().publication.inForce();
+}
+
+std::string StudioSession::sample() const {
+    const std::lock_guard lock(mutex_);
+    return sampleFor(mode_);
+}
+
+Result<Edition> StudioSession::publish(const std::string& text) {
+    const std::lock_guard lock(mutex_);
+    if (options_.live)
+        return Problem{"with --live the configuration is the host's"};
+    const Result<Edition> edition = installation().publication.publish(text);
+    if (!edition)
+        return edition;
+    serveConfiguration();
+    events_.append("studio",
+                   "Privacy configuration published, version " + std::to_string(edition->version));
+    return edition;
+}
+
+Reply StudioSession::perform(Command command) {
+    const std::lock_guard lock(mutex_);
+    return application_.perform(std::move(command));
+}
+
+Reply StudioSession::launch(const std::string& cause) {
+    return application_.start({.store = installation().store,
+                               .site = options_.site,
+                               .privacy = options_.privacy,
+                               .mode = mode_,
+                               .clockOffset = clockOffset_,
+                               .host = options_.live ? "" : backend_.address(),
+                               .vendorListHost = options_.vendorListHost,
+                               .cause = cause});
+}
+
+// What the process before knew, which the store does not keep.
+std::string StudioSession::causeToAsk() const {
+    return events_.state().value(Json::json_pointer("/application/decision/reason"), "");
+}
+
+void StudioSession::deleteStore() const {
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
+        std::error_code absent;
+        std::filesystem::remove(installation().store.string() + suffix, absent);
+    }
+}
+
+void StudioSession::reportSession() {
+    events_.setState("session", {{"started", started_},
+                                 {"live", options_.live},
+                                 {"site", options_.site},
+                                 {"privacy", options_.privacy},
+                                 {"iab", mode_ == Mode::IAB},
+                                 {"vendorList", options_.live ? Json() : vendorList_},
+                                 {"vendorListHost", options_.vendorListHost},
+                                 {"store", installation().store.string()}});
+}
+
+void StudioSession::serveConfiguration() {
+    const Edition& edition = installation().publication.inForce();
+    backend_.publish(edition.text);
+    events_.setState("published", {{"version", edition.version}, {"iab", mode_ == Mode::IAB}});
+}
+
+void StudioSession::reportNetwork() {
+    Json state = {{"on", options_.live || backend_.connected()}};
+    if (!options_.live)
+        state["address"] = backend_.address();
+    events_.setState("network", std::move(state));
+}
+
+} // namespace vx::tools::studio

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <mutex>
+#include <string>
+
+#include "tools/studio/shared/Mode.h"
+#include "tools/studio/shared/Protocol.h"
+#include "tools/studio/world/ApplicationProcess.h"
+#include "tools/studio/world/Backend.h"
+#include "tools/studio/world/Installation.h"
+#include "tools/studio/world/ServedVendorList.h"
+#include "tools/studio/world/WorldOptions.h"
+
+namespace vx::tools::studio {
+
+class EventStream;
+
+/// What can be done in the studio: to the application and to the world around it. May be called on
+/// any thread; one thing happens at a time, and is done when the call returns. What has no text to
+/// give replies with an empty one.
+class StudioSession {
+public:
+    StudioSession(const WorldOptions& options, Installations installations,
+                  ServedVendorList vendorList, EventStream& events);
+
+    /// Brings the network up, with the backend on `port` if it is free, and launches the
+    /// application.
+    Reply start(int port);
+    /// Ends the application and the network.
+    void stop();
+
+    Reply accept() { return perform({.name = command::kAccept}); }
+    Reply refuse() { return perform({.name = command::kRefuse}); }
+    /// Sends a hit through the tag SDK.
+    Reply hit(const std::string& name) {
+        return perform({.name = command::kHit, .argument = name});
+    }
+    /// Opens the privacy center on a display `width` points wide.
+    Reply openCenter(double width) {
+        return perform({.name = command::kPresent, .argument = width});
+    }
+    /// Leaves the privacy center, which saves the choices. A process that ends leaves nothing.
+    Reply dismissCenter() { return perform({.name = command::kDismiss}); }
+    /// The page of the open privacy center and its generated style sheet.
+    Reply centerPage() { return perform({.name = command::kPage}); }
+    Reply centerLayout() { return perform({.name = command::kLayout}); }
+    /// The patch for an event of that page.
+    Reply centerEvent(const std::string& event) {
+        return perform({.name = command::kEvent, .argument = event});
+    }
+    /// Ends the process and starts a new one on the same store.
+    Reply relaunch();
+    /// The same without giving the process a chance to finish.
+    Reply killHard();
+    /// A new installation: the store's file is deleted while no application runs.
+    Reply reset();
+    /// Puts the application's clock ahead of the system's by `offset`.
+    Reply moveClock(std::chrono::milliseconds offset);
+    std::chrono::milliseconds clockOffset() const;
+    Reply setNetwork(bool on);
+    /// Ends the process and starts one in that mode, on that mode's own store and configuration.
+    Reply setMode(Mode mode);
+
+    /// The published configuration; not that of the real hosts.
+    Edition published() const;
+    /// The sample configuration for the mode.
+    std::string sample() const;
+    Result<Edition> publish(const std::string& text);
+
+private:
+    Reply perform(Command command);
+    Reply launch(const std::string& cause);
+    std::string causeToAsk() const;
+    Installation& installation() { return installations_.in(mode_); }
+    const Installation& installation() const { return installations_.in(mode_); }
+    void deleteStore() const;
+    void reportSession();
+    void serveConfiguration();
+    void reportNetwork();
+
+    const WorldOptions options_;
+    const Json vendorList_; // what the page tells of it
+    const std::int64_t started_;
+    EventStream& events_;
+    mutable std::mutex mutex_; // one operation at a time; guards what follows
+    Installations installations_;
+    Mode mode_;
+    Backend backend_;
+    ApplicationProcess application_;
+    std::chrono::milliseconds clockOffset_{0};
+};
+
+} // namespace vx::tools::studio
