@@ -2,29 +2,26 @@
 // recording doors, on a free port of 127.0.0.1 which it prints. Each visit of the page leaves the
 // center and presents it anew; /recorded tells what happened since it was last asked.
 
-#include "hosts/web/StaticFiles.h"
-#include "hosts/web/WebSurface.h"
-#include "tools/recording/World.h"
-#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
-
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
 
 #include <httplib.h>
+#include <unistd.h>
+
+#include "tools/recording/World.h"
+#include "tools/studio/server/Answers.h"
+#include "tools/system/Files.h"
+#include "tools/system/LoopbackServer.h"
+#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "vxprivacy/hosts/web/StaticFiles.h"
+#include "vxprivacy/hosts/web/WebSurface.h"
 
 namespace {
 
 using namespace vx;
-
-std::string read(const char* path) {
-    std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 // An application whose browser is the page.
 class Shown {
@@ -70,16 +67,27 @@ private:
     std::unique_ptr<web::WebSurface> surface_;
 };
 
-// As it is: what the library compresses for a browser takes it a second for each 100 KB. For a text
-// that is empty it would ask for ever, and hold up all else.
-void respond(httplib::Response& response, std::string text, const char* type) {
-    if (text.empty())
-        return response.set_content(text, type);
-    const std::size_t size = text.size();
-    response.set_content_provider(
-        size, type, [text = std::move(text)](std::size_t at, std::size_t length, auto& sink) {
-            return sink.write(text.data() + at, length);
+// `mutex` guards `shown`: the server has threads, the module has none.
+void addRoutes(httplib::Server& server, Shown& shown, std::mutex& mutex) {
+    server.set_default_headers(
+        {{"Content-Security-Policy", std::string(web::contentSecurityPolicy())},
+         {"X-Content-Type-Options", "nosniff"}});
+    for (const web::StaticFile& file : web::staticFiles())
+        tools::studio::serveFile(server, "/" + std::string(file.name), file);
+    const auto get = [&](const char* path, const char* type, auto answer) {
+        server.Get(path, [&mutex, type, answer](const auto&, httplib::Response& response) {
+            const std::lock_guard lock(mutex);
+            tools::studio::answerText(response, answer(), type);
         });
+    };
+    get("/", "text/html; charset=utf-8", [&] { return shown.page(); });
+    get("/layout.css", "text/css", [&] { return shown.layout(); });
+    get("/favicon.ico", "image/x-icon", [] { return std::string(); });
+    get("/recorded", "application/json", [&] { return shown.takeRecorded(); });
+    server.Post("/event", [&](const httplib::Request& request, httplib::Response& response) {
+        const std::lock_guard lock(mutex);
+        response.set_content(shown.dispatch(request.body), "application/json");
+    });
 }
 
 } // namespace
@@ -87,30 +95,12 @@ void respond(httplib::Response& response, std::string text, const char* type) {
 int main(int count, char** arguments) {
     if (count < 2)
         return 2;
-    Shown shown(read(arguments[1]), count > 2 ? arguments[2] : "en");
-    std::mutex mutex; // guards shown: the server has threads, the module has none
-    httplib::Server server;
-    server.set_keep_alive_max_count(1);
-    server.set_default_headers(
-        {{"Content-Security-Policy", std::string(web::contentSecurityPolicy())},
-         {"X-Content-Type-Options", "nosniff"}});
-    const auto get = [&](const char* path, const char* type, auto answer) {
-        server.Get(path, [&mutex, type, answer](const auto&, httplib::Response& response) {
-            const std::lock_guard lock(mutex);
-            respond(response, std::string(answer()), type);
-        });
-    };
-    get("/", "text/html; charset=utf-8", [&] { return shown.page(); });
-    get("/layout.css", "text/css", [&] { return shown.layout(); });
-    get("/surface.css", "text/css", web::surfaceCSS);
-    get("/surface.js", "text/javascript", web::surfaceJS);
-    get("/favicon.ico", "image/x-icon", [] { return ""; });
-    get("/recorded", "application/json", [&] { return shown.takeRecorded(); });
-    server.Post("/event", [&](const httplib::Request& request, httplib::Response& response) {
-        const std::lock_guard lock(mutex);
-        response.set_content(shown.dispatch(request.body), "application/json");
-    });
-    const int port = server.bind_to_any_port("127.0.0.1");
-    std::cout << "http://127.0.0.1:" << port << std::endl;
-    return server.listen_after_bind() ? 0 : 1;
+    Shown shown(tools::system::readFile(arguments[1]), count > 2 ? arguments[2] : "en");
+    std::mutex mutex;
+    tools::system::LoopbackServer server(
+        [&](httplib::Server& routes) { addRoutes(routes, shown, mutex); });
+    if (!server.start(0))
+        return 1;
+    std::cout << server.address() << std::endl;
+    ::pause(); // whoever started it ends it
 }

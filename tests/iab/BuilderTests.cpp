@@ -1,10 +1,9 @@
-#include "tests/iab/Application.h"
-
 #include <functional>
 
-#include "services/iab/Decoder.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/iab/IABApplication.h"
+#include "vxprivacy/services/iab/Decoder.h"
 
 namespace {
 
@@ -113,17 +112,4 @@ TEST(Builder, GivesThePublisherSegmentTheUsersPurposes) {
     EXPECT_EQ(with.publisherTC,
               (PublisherTC{.purposesConsent = {1, 2}, .purposesLITransparency = {9}}));
     EXPECT_EQ(modelOf(*builder).publisherTC, std::nullopt);
-}
-
-TEST(Builder, CarriesRestrictionsOfTypes0And2) {
-    Application application;
-    application.library.setPublisherRestrictions(
-        {{"1", "11012"}, {"63", "0"}, {"7", "111"}, {"8", "3x0"}});
-    const auto builder = application.builder();
-    EXPECT_EQ(modelOf(*builder).publisherRestrictions,
-              (Restrictions{{{1, Restriction::NotAllowed}, {3}},
-                            {{1, Restriction::RequireLegitimateInterest}, {5}},
-                            {{8, Restriction::NotAllowed}, {3}},
-                            {{63, Restriction::NotAllowed}, {1}}}));
-    EXPECT_EQ(application.lines.size(), 1u); // about 3 and x
 }

@@ -1,15 +1,14 @@
-#include "services/iab/Decoder.h"
-#include "services/iab/Encoder.h"
-
 #include <algorithm>
 #include <utility>
 #include <vector>
 
-#include "services/iab/BitReader.h"
-#include "services/iab/BitWriter.h"
-
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+
+#include "vxprivacy/services/iab/BitReader.h"
+#include "vxprivacy/services/iab/BitWriter.h"
+#include "vxprivacy/services/iab/Decoder.h"
+#include "vxprivacy/services/iab/Encoder.h"
 
 namespace {
 

@@ -1,27 +1,17 @@
-#include "tests/iab/Application.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/iab/IABApplication.h"
 
 namespace {
 
 using vx::tests::Application;
+using vx::tests::save;
 
 // Under "IABTCF_..." what an application finds after a save; the TC string is not looked at.
 void expectStored(const Application& application, const vx::recording::Texts& expected) {
     for (const auto& [key, value] : expected)
         EXPECT_EQ(application.stored(key), value) << key;
     EXPECT_EQ(application.store.entries().size(), expected.size() + 1);
-}
-
-void save(Application& application, bool withPublisherTC) {
-    const auto builder = application.builder();
-    builder->setConsentRecordCreated(1'600'000'000);
-    builder->setPurposesConsent(std::vector{1, 3});
-    builder->setPurposesLITransparency(std::vector{2});
-    builder->setVendorConsentSectionBitField(std::vector{1, 12});
-    builder->setSpecialFeatureOptInts(std::vector{2});
-    builder->buildConsentString(withPublisherTC);
-    builder->writeTCData();
 }
 
 const vx::recording::Texts kSaved = {
@@ -32,6 +22,7 @@ const vx::recording::Texts kSaved = {
     {"PublisherCC", "DE"},
     {"PurposeOneTreatment", "0"},
     {"UseNonStandardStacks", "0"},
+    {"UseNonStandardTexts", "0"},
     {"VendorConsents", "100000000001"},
     {"VendorLegitimateInterests", "000000000000"},
     {"PurposeConsents", "101000000000000000000000"},
@@ -98,15 +89,4 @@ TEST(CMPStorage, TellsTheCreatedDateOfItsOwnStringOnly) {
     EXPECT_EQ(application.stored("TCString"), "absent");
     EXPECT_EQ(application.library.getCreatedDate(), "");
     EXPECT_TRUE(application.lines.empty());
-}
-
-TEST(CMPStorage, ReplacesThePublishersRestrictions) {
-    Application application;
-    application.library.setPublisherRestrictions({{"1", "11012"}, {"2", "0"}});
-    EXPECT_TRUE(application.lines.empty());
-    application.library.setPublisherRestrictions(
-        {{"2", "12"}, {"64", "0"}, {"01", "0"}, {"", "0"}, {"3 ", "0"}});
-    EXPECT_EQ(application.store.entries(),
-              (vx::recording::Texts{{"IABTCF_PublisherRestrictions2", "12"}}));
-    EXPECT_EQ(application.lines.size(), 1u);
 }

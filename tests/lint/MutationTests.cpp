@@ -1,16 +1,15 @@
 // Any text at all: lint answers, and takes for JSON what the module takes for JSON.
 
-#include <fstream>
-#include <iterator>
 #include <random>
 #include <string>
 #include <string_view>
 
-#include "tools/lint/Lint.h"
-#include "tools/lint/Report.h"
-#include "vxprivacy/platform/foundation/JSONValue.h"
-
 #include <gtest/gtest.h>
+
+#include "tools/lint/FindingsReport.h"
+#include "tools/lint/Lint.h"
+#include "tools/system/Files.h"
+#include "vxprivacy/platform/foundation/JSONValue.h"
 
 namespace {
 
@@ -31,11 +30,6 @@ void expectAnswer(const std::string& text) {
     for (const Finding& finding : findings)
         EXPECT_TRUE(finding.line > 0 && finding.column > 0) << text;
     vx::tools::lint::asJSON(findings).dump(); // refuses what is no UTF-8
-}
-
-std::string sampleText() {
-    std::ifstream file(SAMPLES "/category.json", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 TEST(LintOfAnyText, AgreesWithTheModuleWhatIsJSON) {
@@ -72,7 +66,7 @@ TEST(LintOfAnyText, AgreesWithTheModuleWhatIsJSON) {
 }
 
 TEST(LintOfAnyText, SurvivesMutations) {
-    const std::string text = sampleText();
+    const std::string text = vx::tools::system::readFile(SAMPLES "/category.json");
     const std::string bytes = "{}[]\",:0e-\\u\n\xC3\xFF";
     std::mt19937 random(20);
     const auto below = [&](std::size_t bound) { return random() % bound; };

@@ -4,9 +4,9 @@
 #include <utility>
 #include <vector>
 
-#include "tools/lint/Lint.h"
-
 #include <gtest/gtest.h>
+
+#include "tools/lint/Lint.h"
 
 namespace {
 

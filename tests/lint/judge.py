@@ -1,21 +1,15 @@
 """Lets another JSON Schema implementation judge the linter: wherever that one objects to a
 spoilt sample, the linter must have a finding. Argument: the executable."""
 
-import copy
 import json
-import pathlib
 import subprocess
 import sys
 
-import jsonschema
+from privacy_schema import ABSENT, ROOT, VALIDATOR, spoilt
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
-SCHEMA = json.loads((ROOT / "docs/privacy-configuration.schema.json").read_text(encoding="utf-8"))
-VALIDATOR = jsonschema.Draft7Validator(SCHEMA)
 SAMPLE = json.loads((ROOT / "samples/category.json").read_text(encoding="utf-8"))
 SAMPLE["components"] = {"firstLayerButton": ["Detail", "AcceptAll"], "secondLayerButton": ["Save"]}
 SAMPLE["information"] |= {"significantChanges": "1", "vendors": "8,24"}
-ABSENT = object()
 VALUES = [None, True, 0, 1.5, "", "x", "12", [], ["Save", "Save"], {}, {"x": [1]}, ABSENT]
 
 
@@ -24,18 +18,6 @@ def places(value, path=()):
         yield path + (key,)
         if isinstance(child, (dict, list)):
             yield from places(child, path + (key,))
-
-
-def spoilt(path, value):
-    document = copy.deepcopy(SAMPLE)
-    place = document
-    for step in path[:-1]:
-        place = place[step]
-    if value is ABSENT:
-        del place[path[-1]]
-    else:
-        place[path[-1]] = value
-    return document
 
 
 def pointers(error):
@@ -54,7 +36,7 @@ def main():
     for number, path in enumerate(places(SAMPLE)):
         # Every value at some places, a third of them at each.
         for value in VALUES[number % 3::3]:
-            document = spoilt(path, value)
+            document = spoilt(SAMPLE, path, value)
             errors = list(VALIDATOR.iter_errors(document))
             run = subprocess.run([sys.argv[1], "lint", "--json"], input=json.dumps(document),
                                  capture_output=True, text=True, check=False)

@@ -1,12 +1,12 @@
-#include "tools/recording/World.h"
-#include "vxprivacy/configuration/VXPrivacyConfiguration.h"
-#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <string>
-#include <vector>
+#include "tools/recording/World.h"
+#include "vxprivacy/configuration/VXPrivacyConfiguration.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
 
 namespace {
 

@@ -1,14 +1,16 @@
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
 #include "tools/recording/World.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
 #include "vxprivacy/engine/VXPrivacyCallbacks.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
-
-#include <gtest/gtest.h>
-
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 // What a session cannot show: callbacks that act in the middle of an operation, several objects
 // beside each other. All else about the engine is in the scripted sessions.
@@ -68,6 +70,18 @@ TEST(Callbacks, SeeTheNewStateAndMaySaveAgain) {
     EXPECT_EQ(world.engine().privacyState(), 2);
 }
 
+struct AcceptsWhatChanged : VXPrivacyCallbacks {
+    void consentCategoryChanged() override { VXMobilePrivacy::sharedInstance().acceptAllConsent(); }
+};
+
+TEST(Callbacks, MeetTheNewDocumentWhenTheyHearOfIt) {
+    World world({.files = {{"privacy", R"({"categories":[{"ID":"1"}]})"}}});
+    world.engine().registerCallback(std::make_shared<AcceptsWhatChanged>());
+    world.engine().setSiteID(12, 5);
+    world.documents().install("privacy", R"({"categories":[{"ID":"2"},3,"4",{"ID":"5"}]})");
+    EXPECT_EQ(world.store().get(kVXSavedCategories), "PRIVACY_CAT_2;PRIVACY_CAT_5;");
+}
+
 struct Throws : VXPrivacyCallbacks {
     void consentUpdated(const ConsentDictionary&) override { throw std::runtime_error("no"); }
 };
@@ -105,6 +119,62 @@ TEST(Engine, IsOneForEachWorld) {
     }
     World world;
     EXPECT_EQ(world.engine().clientSiteID(), 0);
+}
+
+TEST(Engine, TakesSavedListsApartAndPutsThemTogether) {
+    World world({.store = {{"SAVED_VENDORS", "PRIVACY_VEN_1;PRIVACY_CAT_2;PRIVACY_VEN_3;"},
+                           {"PRIVACY_VEN_1", "1"},
+                           {"PRIVACY_CAT_2", "1"},
+                           {"PRIVACY_VEN_3", "1"}}});
+    EXPECT_EQ(VXMobilePrivacy::addToHit(kVXSavedVendors), "1,3");
+    EXPECT_EQ(VXMobilePrivacy::addToHit(kVXSavedFeatures), "");
+    std::vector<std::string> keys = {"before"};
+    VXMobilePrivacy::appendByParsing("PRIVACY_CAT_1;", keys);
+    VXMobilePrivacy::appendByParsing("", keys);
+    VXMobilePrivacy::appendByParsing(std::nullopt, keys);
+    EXPECT_EQ(keys, (std::vector<std::string>{"before", "PRIVACY_CAT_1", ""}));
+    const ConsentDictionary consent{{"PRIVACY_CAT_1", "1"}, {"OTHER_1", "0"}};
+    EXPECT_TRUE(VXMobilePrivacy::getCustomCategories(consent, kVXCategoryPrefix));
+    EXPECT_EQ(world.store().get(kVXSavedCategories), "PRIVACY_CAT_1;");
+    EXPECT_FALSE(VXMobilePrivacy::getCustomCategories(consent, "OTHER_"));
+    EXPECT_EQ(world.store().get("OTHER_1"), "0");
+    EXPECT_EQ(world.store().get(kVXSavedCategories), "PRIVACY_CAT_1;");
+}
+
+// In one process of its own, for what is missed before is told to whoever comes next.
+TEST(Engine, AnswersFromNothingWithoutARuntimeAndIgnoresASecondOne) {
+    EXPECT_FALSE(VXPrivacyAPI::isCategoryAccepted(1));
+    EXPECT_TRUE(VXPrivacyAPI::shouldDisplayPrivacyCenter());
+    VXMobilePrivacy::sharedInstance().setSiteID(12, 5);
+    VXMobilePrivacy::sharedInstance().acceptAllConsent();
+    EXPECT_FALSE(VXPrivacyAPI::isConsentAlreadyGiven());
+
+    World world;
+    ASSERT_FALSE(world.events().empty());
+    EXPECT_EQ(world.events().front()["log"][0], kLogProblem);
+    world.engine().setSiteID(12, 5);
+    world.clearEvents();
+    {
+        const Runtime second(platform());
+        EXPECT_EQ(world.events().front()["log"][0], kLogProblem);
+        EXPECT_EQ(world.engine().clientSiteID(), 12);
+    }
+    EXPECT_EQ(&world.engine(), &VXMobilePrivacy::sharedInstance());
+    EXPECT_EQ(world.engine().clientSiteID(), 12);
+}
+
+// For ThreadSanitizer: the engine may be asked for on any thread, while the application's works.
+TEST(Engine, IsMadeOnceOnAnyThread) {
+    World world({}, [](const recording::Event&) {});
+    std::vector<VXMobilePrivacy*> found(4);
+    std::vector<std::thread> threads;
+    for (VXMobilePrivacy*& each : found)
+        threads.emplace_back([&each] { each = &VXMobilePrivacy::sharedInstance(); });
+    for (int round = 0; round < 100; ++round)
+        platform().notifications.post({"anything", nullptr, {}});
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(std::set(found.begin(), found.end()), std::set{&world.engine()});
 }
 
 } // namespace

@@ -1,13 +1,15 @@
+#include <functional>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
 #include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 #include "vxprivacy/platform/foundation/Text.h"
-
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <string>
-#include <vector>
 
 namespace {
 
@@ -122,28 +124,48 @@ TEST(JSONValue, EqualityIsOfTypeAndContent) {
     EXPECT_EQ(again.elements()[0].hash(), elements[9].hash());
 }
 
-struct Counter : NotificationObserver {
-    explicit Counter(NotificationCenter& posts) : center(posts) {}
-    ~Counter() override { center.removeObserver(*this); }
+// Does something the first time it hears a notification.
+struct Hearer : NotificationObserver {
+    explicit Hearer(std::function<void()> doFirst = [] {}) : first(std::move(doFirst)) {}
     void onNotificationReceived(const Notification&) override {
-        ++heard;
-        center.removeObserver(*this);
+        if (++heard == 1)
+            first();
     }
-    NotificationCenter& center;
+    std::function<void()> first;
     int heard = 0;
 };
 
-TEST(NotificationCenter, AnObserverMayRemoveItselfAndHearsEachOnce) {
+TEST(NotificationCenter, TellsEachObserverOnceAndNobodyWhoIsGone) {
     NotificationCenter center;
-    Counter first(center);
-    Counter second(center);
-    for (NotificationObserver* observer : {&first, &first, &second})
+    Hearer last;
+    auto removed = std::make_unique<Hearer>();
+    auto destroyed = std::make_unique<Hearer>();
+    Hearer late;
+    Hearer leaving;
+    Hearer first([&] {
+        center.removeObserver(*removed);
+        destroyed.reset(); // without being removed
+        center.addObserver("news", late);
+        center.removeObserver(leaving);
+        center.removeObserver(first);
+    });
+    for (NotificationObserver* observer :
+         {static_cast<NotificationObserver*>(&first), static_cast<NotificationObserver*>(&first),
+          static_cast<NotificationObserver*>(removed.get()),
+          static_cast<NotificationObserver*>(destroyed.get()),
+          static_cast<NotificationObserver*>(&leaving), static_cast<NotificationObserver*>(&last)})
         center.addObserver("news", *observer);
     center.post({"other", nullptr, {}});
     center.post({"news", nullptr, {}});
+    EXPECT_EQ(first.heard, 1);
+    EXPECT_EQ(removed->heard, 0);
+    EXPECT_EQ(leaving.heard, 0);
+    EXPECT_EQ(late.heard, 0);
+    EXPECT_EQ(last.heard, 1);
     center.post({"news", nullptr, {}});
     EXPECT_EQ(first.heard, 1);
-    EXPECT_EQ(second.heard, 1);
+    EXPECT_EQ(late.heard, 1);
+    EXPECT_EQ(last.heard, 2);
 }
 
 } // namespace

@@ -1,18 +1,17 @@
-#include "vxprivacy/platform/ui/GridPlan.h"
-
-#include "tools/recording/World.h"
-#include "vxprivacy/platform/ui/Controls.h"
-#include "vxprivacy/platform/ui/ScrollView.h"
-#include "vxprivacy/platform/ui/VisualFormat.h"
-
-#include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
-
 #include <set>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include "tools/recording/World.h"
+#include "vxprivacy/platform/ui/Controls.h"
+#include "vxprivacy/platform/ui/GridPlanner.h"
+#include "vxprivacy/platform/ui/ScrollView.h"
+#include "vxprivacy/platform/ui/VisualFormat.h"
 
 namespace {
 

@@ -1,13 +1,14 @@
-#include "tools/recording/World.h"
-#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
-
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
+#include "tools/recording/World.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/services/iab/Decoder.h"
+
 // What the sessions of accept-all and refuse-all cannot show of the IAB privacy center's model: the
-// lists of its screens. All else is in the scripted sessions.
+// lists of its screens, and what becomes of restrictions. All else is in the scripted sessions.
 
 namespace {
 
@@ -46,6 +47,14 @@ protected:
 };
 
 using IDs = std::vector<std::string>;
+
+// The restrictions in the TC string of the last save.
+services::tcf::Restrictions restrictionsIn(const World& world) {
+    std::string text;
+    for (const recording::Event& event : world.events())
+        text = event.value("tc", text);
+    return std::get<services::tcf::TCModel>(services::tcf::decode(text)).publisherRestrictions;
+}
 
 } // namespace
 
@@ -99,11 +108,11 @@ TEST_F(IABModel, FiltersTheWholeListAlone) {
     };
     for (const auto& [number, vendors] : table) {
         const auto center = centerFor("");
-        center->filterByNumber(number);
+        center->displayRelatedVendorsList(number);
         EXPECT_EQ(center->vendorsToDisplay(), vendors) << number;
     }
     const auto center = centerFor("1,3");
-    center->filterByNumber(11002);
+    center->displayRelatedVendorsList(11002);
     EXPECT_EQ(center->vendorsToDisplay(), (IDs{"3", "1"}));
 }
 
@@ -120,4 +129,35 @@ TEST_F(IABModel, StartsFromTheAcceptedEntries) {
     center->viewWillDisappear(false);
     EXPECT_EQ(world->store().get("PRIVACY_VEN_1001"), "0");
     EXPECT_EQ(world->store().get("PRIVACY_CAT_10003"), "0");
+}
+
+TEST_F(IABModel, RestrictionsCountWhileTheApplicationShipsThem) {
+    using services::tcf::Restriction;
+    world = std::make_unique<World>(recording::WorldSettings{
+        .files = {{"vendor-list", kVendorList},
+                  {"VXIABPublisherRestrictions",
+                   R"({"publisher":{"restrictions":{"1":{"2":0,"3":1},"2":{"4":2}}}})"}},
+        .iab = true});
+    const auto start = [&] { world->engine().setSiteID(12, 5); };
+    const services::tcf::Restrictions shipped = {
+        {{1, Restriction::NotAllowed}, {2}},
+        {{1, Restriction::RequireConsent}, {3}},
+        {{2, Restriction::RequireLegitimateInterest}, {4}}};
+    const auto acceptAll = [&] {
+        world->engine().acceptAllConsent();
+        return restrictionsIn(*world);
+    };
+    start();
+    world->engine().useCustomPublisherRestrictions();
+    EXPECT_EQ(acceptAll(), shipped);
+    world->relaunch();
+    start();
+    EXPECT_EQ(acceptAll(), services::tcf::Restrictions());
+
+    world->engine().useCustomPublisherRestrictions();
+    Center center; // on the screen while the application resets
+    center.viewDidLoad();
+    world->engine().resetSavedConsent();
+    center.viewWillDisappear(false);
+    EXPECT_EQ(restrictionsIn(*world), shipped);
 }

@@ -1,13 +1,13 @@
-#include "tools/recording/World.h"
-#include "vxprivacy/platform/ui/VisualFormat.h"
-
-#include <gtest/gtest.h>
-
 #include <array>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tools/recording/World.h"
+#include "vxprivacy/platform/ui/VisualFormat.h"
 
 namespace {
 

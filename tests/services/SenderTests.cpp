@@ -1,55 +1,28 @@
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <ctime>
 #include <string>
 #include <vector>
 
-#include "services/core/RetryPolicy.h"
-#include "tests/services/LocalServer.h"
-#include "tests/services/Support.h"
-#include "vxprivacy/platform/core/VXNotifications.h"
-
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>
+
+#include "tests/services/SenderTest.h"
+#include "tests/support/WaitUntil.h"
 
 namespace vx::services::test {
 
 namespace {
 
+using namespace std::chrono_literals;
 using namespace std::string_literals;
 using httplib::Request;
 using httplib::Response;
 
-constexpr std::uint64_t kSecond = 1000;
-constexpr std::uint64_t kHour = 3600 * kSecond;
-
-class Sender : public testing::Test {
-protected:
-    static void send(World& world, const std::string& url, const std::string& body) {
-        world.services.platform().notifications.post(
-            {std::string(kVXNotification_HTTPRequest), nullptr,
-             Notification::UserInfo{{std::string(kVXUserInfo_URLKey), url},
-                                    {std::string(kVXUserInfo_POSTData), body}}});
-    }
-    // What `query` finds in the file: what a fresh process would find.
-    std::int64_t inFile(const std::string& query) const {
-        SQLite::Database file(store.string(), SQLite::OPEN_READWRITE, 1000);
-        return file.execAndGet(query).getInt64();
-    }
-    std::int64_t waiting() const { return inFile("SELECT count(*) FROM outbox"); }
-    static std::vector<std::string> bodies(LocalServer& server) {
-        std::vector<std::string> bodies;
-        for (const Request& request : server.requests())
-            bodies.push_back(request.body);
-        return bodies;
-    }
-
-    TemporaryDirectory directory;
-    const std::filesystem::path store = directory / "private/store.db";
-};
-
 } // namespace
 
-TEST_F(Sender, PostsInOrderAndForgetsWhatWasTaken) {
+TEST_F(SenderTest, PostsInOrderAndForgetsWhatWasTaken) {
     LocalServer server([](const Request&, Response& response) { response.status = 204; });
     World world(store);
     const std::vector<std::string> sent{"{}", "", "a\0b"s, std::string(1 << 20, 'x'), "last"};
@@ -64,7 +37,7 @@ TEST_F(Sender, PostsInOrderAndForgetsWhatWasTaken) {
     }
 }
 
-TEST_F(Sender, TheStatusDecidesWhetherARequestIsTriedAgain) {
+TEST_F(SenderTest, TheStatusDecidesWhetherARequestIsTriedAgain) {
     enum Fate { Taken, Dropped, TriedAgain };
     const std::pair<int, Fate> cases[] = {
         {200, Taken},      {202, Taken},      {204, Taken},      {400, Dropped},
@@ -92,7 +65,7 @@ TEST_F(Sender, TheStatusDecidesWhetherARequestIsTriedAgain) {
     }
 }
 
-TEST_F(Sender, WaitsOutlastTheProcessAndAreThoseTheServerAskedFor) {
+TEST_F(SenderTest, WaitsOutlastTheProcessAndAreThoseTheServerAskedFor) {
     const std::string url = "http://127.0.0.1:1/"; // nobody listens there
     std::atomic<bool> busy = true;
     LocalServer server([&](const Request&, Response& response) {
@@ -122,7 +95,64 @@ TEST_F(Sender, WaitsOutlastTheProcessAndAreThoseTheServerAskedFor) {
     EXPECT_EQ(bodies(server), (std::vector<std::string>{"first", "first", "second"}));
 }
 
-TEST_F(Sender, ARequestThatBreaksTheServerLetsOthersPass) {
+TEST_F(SenderTest, AServerAsksForAWaitInSecondsOrByADate) {
+    const auto date = [](std::chrono::seconds fromNow) {
+        const std::time_t time = std::time(nullptr) + fromNow.count();
+        char text[64];
+        std::strftime(text, sizeof text, "%a, %d %b %Y %H:%M:%S GMT", std::gmtime(&time));
+        return std::string(text);
+    };
+    struct Case {
+        std::string header;
+        std::uint64_t shortest, longest; // milliseconds
+    };
+    for (const Case& asked : {Case{"120", 120 * kSecond, 120 * kSecond},
+                              {date(2h), kHour, 2 * kHour},
+                              {date(-2h), 0, kSecond},
+                              {"-5", 0, kSecond},
+                              {"soon", 0, kSecond}}) {
+        SCOPED_TRACE(asked.header);
+        const LocalServer server([&](const Request&, Response& response) {
+            response.set_header("Retry-After", asked.header);
+            response.status = 503;
+        });
+        const std::filesystem::path fresh = directory / asked.header;
+        World world(fresh);
+        send(world, server.host() + "/", "body");
+        EXPECT_TRUE(world.pollUntil([&] { return world.log.count("is tried again") == 1; }));
+        SQLite::Database file(fresh.string(), SQLite::OPEN_READWRITE);
+        const auto next = file.execAndGet("SELECT next_try FROM outbox").getInt64();
+        const std::uint64_t wait = static_cast<std::uint64_t>(next) - world.clock.nowMilliseconds();
+        EXPECT_GE(wait, asked.shortest);
+        EXPECT_LE(wait, asked.longest);
+    }
+}
+
+TEST_F(SenderTest, ANewRequestHurriesWhatWaitsUnlessTheServerAskedForTheWait) {
+    for (const bool asks : {false, true}) {
+        SCOPED_TRACE(asks);
+        std::atomic<bool> busy = true;
+        LocalServer server([&](const Request&, Response& response) {
+            if (asks)
+                response.set_header("Retry-After", "60");
+            response.status = busy ? 503 : 200;
+        });
+        World world(directory / (asks ? "asks" : "says nothing"));
+        const std::string url = server.host() + "/";
+        send(world, url, "first");
+        EXPECT_TRUE(world.pollUntil([&] { return world.log.count("again") == 1; }));
+        world.clock.setNow(world.clock.nowMilliseconds() + 60 * kSecond);
+        EXPECT_TRUE(world.pollUntil([&] { return world.log.count("again") == 2; }));
+        busy = false;
+        send(world, url, "second"); // while the first waits for hours
+        EXPECT_TRUE(asks || world.pollUntil([&] { return server.requests().size() == 4; }));
+        world.services.poll();
+        EXPECT_EQ(server.requests().size(), asks ? 2U : 4U);
+        EXPECT_EQ(server.requests().back().body, asks ? "first" : "second");
+    }
+}
+
+TEST_F(SenderTest, ARequestThatBreaksTheServerLetsOthersPass) {
     LocalServer server([](const Request& request, Response& response) {
         response.status = request.body == "poison" ? 500 : 200;
     });
@@ -132,7 +162,7 @@ TEST_F(Sender, ARequestThatBreaksTheServerLetsOthersPass) {
     EXPECT_TRUE(world.pollUntil([&] { return server.requests().size() >= 3 && waiting() == 1; }));
 }
 
-TEST_F(Sender, TooManyAndTooOldRequestsAreDropped) {
+TEST_F(SenderTest, TooManyAndTooOldRequestsAreDropped) {
     const SilentServer server;
     {
         World world(store);
@@ -154,7 +184,7 @@ TEST_F(Sender, TooManyAndTooOldRequestsAreDropped) {
     EXPECT_EQ(world.log.count("7 days", 4), 1000U);
 }
 
-TEST_F(Sender, WhatARolledBackScopeSentIsNeverPosted) {
+TEST_F(SenderTest, WhatARolledBackScopeSentIsNeverPosted) {
     LocalServer server([](const Request&, Response&) {});
     World world(store);
     {
@@ -166,14 +196,14 @@ TEST_F(Sender, WhatARolledBackScopeSentIsNeverPosted) {
     EXPECT_EQ(bodies(server), std::vector<std::string>{"sent"});
 }
 
-TEST_F(Sender, NothingIsSentInTheClearToOtherMachines) {
+TEST_F(SenderTest, NothingIsSentInTheClearToOtherMachines) {
     World world(store);
     send(world, "http://192.0.2.1/", "body");
     EXPECT_EQ(world.log.count("192.0.2.1", 4), 1U) << world.log.text();
     EXPECT_EQ(waiting(), 0);
 }
 
-TEST_F(Sender, TheApplicationIsWokenForARetry) {
+TEST_F(SenderTest, TheApplicationIsWokenForARetry) {
     std::atomic<bool> failing = true;
     LocalServer server(
         [&](const Request&, Response& response) { response.status = failing ? 503 : 200; });
@@ -187,40 +217,19 @@ TEST_F(Sender, TheApplicationIsWokenForARetry) {
     world.services.setWakeUp(nullptr);
 }
 
-TEST(RetryPolicy, WaitsGrowToAnHourAndAServerMayAskForADay) {
-    RetryPolicy policy;
-    for (const auto& [attempts, bound] : {std::pair{1, kSecond},
-                                          {2, 2 * kSecond},
-                                          {5, 16 * kSecond},
-                                          {12, 2048 * kSecond},
-                                          {13, kHour},
-                                          {1'000'000, kHour}}) {
-        std::uint64_t longest = 0;
-        for (int i = 0; i < 1000; ++i)
-            longest = std::max(longest, policy.wait(attempts, {}));
-        EXPECT_LE(longest, bound) << attempts;
-        EXPECT_GT(longest, bound / 2) << attempts;
-    }
-    EXPECT_EQ(policy.wait(1, 5 * kHour), 5 * kHour);
-    EXPECT_EQ(policy.wait(1, 48 * kHour), 24 * kHour);
-}
-
-TEST(RetryPolicy, ReadsRetryAfter) {
-    const std::uint64_t now = 784111777 * kSecond; // Sun, 06 Nov 1994 08:49:37 GMT
-    const std::pair<const char*, std::optional<std::uint64_t>> cases[] = {
-        {"", {}},
-        {"120", 120 * kSecond},
-        {"0", 0},
-        {"-5", 0},
-        {"99999999999999999999", 1'000'000 * kSecond},
-        {"Sun, 06 Nov 1994 08:50:37 GMT", 60 * kSecond},
-        {"Sunday, 06-Nov-94 08:50:37 GMT", 60 * kSecond},
-        {"Sun Nov  6 08:50:37 1994", 60 * kSecond},
-        {"Sun, 06 Nov 1994 08:49:00 GMT", 0},
-        {"soon", {}},
-    };
-    for (const auto& [header, asked] : cases)
-        EXPECT_EQ(retryAfter(header, now), asked) << header;
+TEST_F(SenderTest, AnEndlessAnswerHoldsNothingUp) {
+    LocalServer server([](const Request& request, Response& response) {
+        response.status = request.body == "taken" ? 200 : 500;
+        response.set_chunked_content_provider("text/plain", [](std::size_t, auto& sink) {
+            const std::string block(1 << 14, 'x');
+            return sink.write(block.data(), block.size());
+        });
+    });
+    World world(store);
+    send(world, server.host() + "/", "not taken");
+    send(world, server.host() + "/", "taken");
+    EXPECT_TRUE(world.pollUntil([&] { return waiting() == 1; }));
+    EXPECT_EQ(inFile("SELECT count(*) FROM outbox WHERE body = 'not taken'"), 1);
 }
 
 } // namespace vx::services::test

@@ -1,11 +1,12 @@
 #include <string>
 #include <vector>
 
-#include "services/sdk/TagSDK.h"
-#include "tests/services/Support.h"
-#include "vxprivacy/platform/core/VXNotifications.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/services/TestServices.h"
+#include "tools/system/Files.h"
+#include "vxprivacy/platform/core/VXNotifications.h"
+#include "vxprivacy/services/sdk/TagSDK.h"
 
 namespace vx::services::test {
 
@@ -83,11 +84,11 @@ TEST(Log, LeavesOutWhatIsBelowItsLevel) {
     Settings settings;
     settings.store = directory / "store.db";
     settings.logFile = directory / "log.txt";
-    settings.logLevel = 3;
+    settings.logLevel = kLogNote;
     Services services(settings);
     services.platform().logger.log("below", 2);
     services.platform().logger.log("problem {} %s\xff", 4);
-    const std::string text = readFile(*settings.logFile);
+    const std::string text = tools::system::readFile(*settings.logFile);
     EXPECT_EQ(text.find("below"), std::string::npos);
     EXPECT_NE(text.find("[4] problem {} %s\xff\n"), std::string::npos) << text;
 }

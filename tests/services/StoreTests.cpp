@@ -1,14 +1,15 @@
 #include <csignal>
+#include <random>
 #include <string>
 
-#include "tests/services/Support.h"
-
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <SQLiteCpp/SQLiteCpp.h>
-#include <gtest/gtest.h>
+#include "tests/services/TestServices.h"
+#include "tools/system/Files.h"
 
 namespace vx::services::test {
 
@@ -16,6 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::string_literals;
+using tools::system::readFile;
 
 using Text = std::optional<std::string>;
 
@@ -258,6 +260,98 @@ TEST_F(Store, TwoProcessesNeverMixTheirSaves) {
     for (const char* key : {"a", "b", "c"})
         EXPECT_EQ(reopened(key), "1") << key;
     EXPECT_EQ(one.store().get("time of 2"), "2") << "read with the last writing";
+}
+
+// A refusal must not be read as consent, whatever single bit turns over in the closed file.
+TEST_F(Store, ABitThatTurnsOverNeverMakesConsent) {
+    {
+        World world(file);
+        StoreTransaction transaction(world.store());
+        for (int id = 1; id <= 60; ++id)
+            world.store().set("PRIVACY_CAT_" + std::to_string(id), "0");
+        world.store().set("PRIVACY_CONSENT", "0");
+        transaction.commit();
+    }
+    const std::string sound = readFile(file);
+    const std::size_t first = sound.find("PRIVACY_");
+    const std::size_t size = sound.rfind("PRIVACY_") + 20 - first;
+    std::mt19937 random(1);
+    for (int round = 0; round < 300; ++round) {
+        // Two in three hit the entries, the others anything else.
+        const std::size_t place =
+            round % 3 == 0 ? random() % sound.size() : first + random() % size;
+        const unsigned bit = random() % 8;
+        SCOPED_TRACE("byte " + std::to_string(place) + ", bit " + std::to_string(bit));
+        std::string spoilt = sound;
+        spoilt[place] = static_cast<char>(spoilt[place] ^ 1 << bit);
+        fs::remove_all(file.parent_path());
+        fs::create_directories(file.parent_path());
+        writeFile(file, spoilt);
+        World world(file);
+        const bool whole = world.store().get("PRIVACY_CONSENT") == "0";
+        for (int id = 1; id <= 60; ++id)
+            ASSERT_EQ(world.store().get("PRIVACY_CAT_" + std::to_string(id)),
+                      whole ? Text("0") : Text())
+                << world.log.text();
+    }
+}
+
+TEST_F(Store, DamageThatSQLiteDoesNotSeeMovesTheFileAside) {
+    const auto change = [&](const char* statements) {
+        SQLite::Database(file.string(), SQLite::OPEN_READWRITE).exec(statements);
+    };
+    const std::vector<std::function<void()>> cases{
+        [&] { change("DELETE FROM entries WHERE key = 'key'"); },
+        [&] { change("UPDATE entries SET value = 'another' WHERE key = 'key'"); },
+        [&] { change("DROP TABLE outbox"); },
+        [&] { change("DROP TABLE documents"); },
+        [&] { // two keys that do not ascend
+            std::string bytes = readFile(file);
+            const std::size_t key = bytes.rfind("ascends");
+            bytes.replace(key, 7, "zscends");
+            writeFile(file, bytes);
+        },
+        [&] { // a format that SQLite calls unsupported, to be written or at all
+            std::string bytes = readFile(file);
+            bytes[18] = 9;
+            writeFile(file, bytes);
+        },
+        [&] {
+            std::string bytes = readFile(file);
+            bytes[47] = 9;
+            writeFile(file, bytes);
+        },
+        [&] { writeFile(fs::path(file) += "-wal", std::string(5000, '\x5a')); },
+    };
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        SCOPED_TRACE(i);
+        fs::remove_all(file.parent_path());
+        for (const char* key : {"ascends", "key", "more"})
+            World(file).store().set(key, "1");
+        cases[i]();
+        World world(file);
+        EXPECT_EQ(world.log.count("is begun", 4), 1U) << world.log.text();
+        const bool soundEntries = i == 2 || i == 3;
+        EXPECT_EQ(world.store().get("more"), soundEntries ? Text("1") : Text());
+        world.store().set("key", "again");
+        EXPECT_EQ(reopened("key"), "again");
+        if (i + 1 == cases.size()) {
+            EXPECT_EQ(readFile((fs::path(file) += ".damaged-1") += "-wal"),
+                      std::string(5000, '\x5a'));
+        }
+    }
+}
+
+TEST_F(Store, AStoreThatCannotBeOpenedDoesNotGrowWithEachSave) {
+    writeFile(file.parent_path(), "a file stands where the directory should be");
+    World world(file);
+    for (int round = 0; round < 20; ++round)
+        for (int id = 0; id < 50; ++id)
+            world.store().set("key " + std::to_string(id), std::to_string(round));
+    fs::remove(file.parent_path());
+    world.store().set("key 0", "last");
+    EXPECT_EQ(reopened("key 0"), "last");
+    EXPECT_EQ(reopened("key 49"), "19");
 }
 
 } // namespace vx::services::test

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "tools/play/Player.h"
-
 #include <gtest/gtest.h>
+
+#include "tools/play/Player.h"
 
 namespace {
 

@@ -8,9 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "tools/play/Player.h"
-
 #include <gtest/gtest.h>
+
+#include "tools/play/Player.h"
+#include "tools/system/Files.h"
 
 namespace {
 
@@ -23,12 +24,6 @@ std::vector<path> sessions() {
             found.push_back(entry.path());
     std::ranges::sort(found);
     return found;
-}
-
-std::string contentOf(const path& file) {
-    std::ostringstream content;
-    content << std::ifstream(file, std::ios::binary).rdbuf();
-    return content.str();
 }
 
 std::string testName(const testing::TestParamInfo<path>& session) {
@@ -44,7 +39,8 @@ TEST_P(Session, PrintsWhatIsExpected) {
     std::ifstream input(GetParam(), std::ios::binary);
     std::ostringstream output;
     EXPECT_TRUE(vx::tools::play::Player(output).run(input));
-    EXPECT_EQ(contentOf(path(GetParam()).replace_extension("expected")), output.str());
+    EXPECT_EQ(vx::tools::system::readFile(path(GetParam()).replace_extension("expected")),
+              output.str());
 }
 
 INSTANTIATE_TEST_SUITE_P(Golden, Session, testing::ValuesIn(sessions()), testName);

@@ -1,5 +1,5 @@
-# Installs the build in BINARY_DIR, moves the tree, and builds and runs examples/consumer against it
-# in a directory whose name has a blank.
+# Installs the build in BINARY_DIR, moves the tree into a directory whose name has a blank, looks at
+# what was installed, and builds and runs two projects against it.
 set(work "${BINARY_DIR}/consumer test")
 file(REMOVE_RECURSE "${work}")
 
@@ -7,9 +7,23 @@ function(run)
     execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
+# build_and_run(PROJECT FOLDER): the project's executable has its name.
+function(build_and_run project folder)
+    set(build "${work}/build of ${project}")
+    run(${CMAKE_COMMAND} -S "${SOURCE_DIR}/${folder}" -B "${build}" -G Ninja
+        "-DCMAKE_PREFIX_PATH=${work}/moved" -DCMAKE_BUILD_TYPE=Debug)
+    run(${CMAKE_COMMAND} --build "${build}")
+    run(${CMAKE_COMMAND} -E chdir "${work}" "${build}/${project}")
+endfunction()
+
 run(${CMAKE_COMMAND} --install "${BINARY_DIR}" --prefix "${work}/installed")
 file(RENAME "${work}/installed" "${work}/moved")
-run(${CMAKE_COMMAND} -S "${SOURCE_DIR}/examples/consumer" -B "${work}/build" -G Ninja
-    "-DCMAKE_PREFIX_PATH=${work}/moved" -DCMAKE_BUILD_TYPE=Debug)
-run(${CMAKE_COMMAND} --build "${work}/build")
-run(${CMAKE_COMMAND} -E chdir "${work}" "${work}/build/consumer")
+
+file(GLOB_RECURSE strangers RELATIVE "${work}/moved" "${work}/moved/*")
+list(FILTER strangers EXCLUDE REGEX "^(include/vxprivacy|lib[^/]*)/")
+if(strangers)
+    message(FATAL_ERROR "installed outside include/vxprivacy and lib: ${strangers}")
+endif()
+
+build_and_run(consumer examples/consumer)
+build_and_run(application tests/structure/application)

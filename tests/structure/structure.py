@@ -5,25 +5,51 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-FOLDERS = ["vxprivacy", "services", "hosts", "tools", "tests", "bench", "examples", "fuzz"]
+FOLDERS = ["vxprivacy", "tools", "tests", "bench", "examples", "fuzz"]
+# The module; services and hosts stand beside it and are installed with it.
+PLATFORM = [f"vxprivacy/platform/{room}" for room in ("foundation", "core", "iab", "sdk", "ui")]
+MODULE = [*PLATFORM, *(f"vxprivacy/{room}" for room in
+                       ("configuration", "engine", "category_center", "iab_center"))]
+INSTALLED = [*MODULE, "vxprivacy/services/**", "vxprivacy/hosts/**"]
 
-# What each folder may include beside itself; the longest matching folder speaks.
+# What each folder may include beside itself: folders, or single headers. "/**" takes in all below;
+# otherwise a folder has neither its parent's rights nor its children's.
 ARROWS = {
     "vxprivacy/platform/foundation": [],
     "vxprivacy/platform/core": ["vxprivacy/platform/foundation"],
-    "vxprivacy/platform": ["vxprivacy/platform"],
-    "vxprivacy/configuration": ["vxprivacy/platform"],
-    "vxprivacy/engine": ["vxprivacy/configuration", "vxprivacy/platform"],
-    "vxprivacy/category_center": ["vxprivacy/engine", "vxprivacy/configuration", "vxprivacy/platform"],
-    "vxprivacy/iab_center": ["vxprivacy/engine", "vxprivacy/configuration", "vxprivacy/platform"],
-    "services": ["vxprivacy"],
-    "hosts": ["vxprivacy"],
-    "tools": ["vxprivacy", "services", "hosts"],
-    "tests": ["vxprivacy", "services", "hosts", "tools"],
-    "bench": ["vxprivacy", "services", "hosts"],
-    "fuzz": ["vxprivacy", "services", "hosts", "tools"],
-    "examples": ["vxprivacy", "services", "hosts"],
+    "vxprivacy/platform/iab": ["vxprivacy/platform/foundation", "vxprivacy/platform/core"],
+    "vxprivacy/platform/sdk": [],
+    "vxprivacy/platform/ui": ["vxprivacy/platform/foundation", "vxprivacy/platform/core"],
+    "vxprivacy/configuration": PLATFORM,
+    "vxprivacy/engine": ["vxprivacy/configuration", *PLATFORM],
+    "vxprivacy/category_center": ["vxprivacy/engine", "vxprivacy/configuration", *PLATFORM],
+    "vxprivacy/iab_center": ["vxprivacy/engine", "vxprivacy/configuration", *PLATFORM],
+    "vxprivacy/services/**": MODULE,
+    "vxprivacy/hosts/**": MODULE,
+    "tools": [],
+    "tools/system": [],
+    "tools/samples": ["vxprivacy/hosts/**"],
+    "tools/recording": [*MODULE, "vxprivacy/services/**"],
+    "tools/play": ["tools", "tools/system", "tools/recording", *MODULE],
+    "tools/lint": ["tools", "tools/system", *MODULE, "vxprivacy/hosts/**"],
+    "tools/gvl": ["tools", "tools/samples"],
+    "tools/tc": ["tools", "tools/system", "vxprivacy/services/**"],
+    "tools/studio/shared": [],
+    "tools/studio/page": ["vxprivacy/hosts/**"],
+    "tools/studio/world": ["tools/studio/shared", "tools/samples", "tools/system",
+                           "vxprivacy/platform/foundation"],
+    "tools/studio/server": ["tools/studio/world", "tools/studio/page", "tools/studio/shared",
+                            "tools/lint/Lint.h", "tools/lint/FindingsReport.h", "tools/system",
+                            "vxprivacy/hosts/**"],
+    "tools/studio/application": ["tools/studio/shared", "tools/tc/ModelJSON.h", "tools/system",
+                                 *INSTALLED],
+    "tools/studio": ["tools/studio/server", "tools/studio/application", "tools/studio/world",
+                     "tools/studio/shared", "tools", "tools/system", "vxprivacy/engine"],
+    "bench/**": INSTALLED,
+    "fuzz/**": [*INSTALLED, "tools/recording", "tools/system"],
+    "examples/**": INSTALLED,
 }
+ARROWS["tests/**"] = [folder for folder in ARROWS if folder.startswith(("vxprivacy/", "tools"))]
 THIRD_PARTY_IN_MODULE = {"vxprivacy/platform/foundation/JSONValue.cpp": ["simdjson.h"]}
 
 
@@ -47,43 +73,61 @@ def lies_in(path, folder):
     return path.startswith(folder + "/")
 
 
+def room(path):
+    """The folder of ARROWS in which a file stands; nothing when it stands in none."""
+    folder = path.rpartition("/")[0]
+    if folder in ARROWS:
+        return folder
+    around = [f"{parent.as_posix()}/**" for parent in pathlib.PurePosixPath(path).parents]
+    return next((each for each in around if each in ARROWS), None)
+
+
 def arrows():
     """Includes are repository paths and follow the arrows between folders."""
     for source in sources():
-        folder = max((f for f in ARROWS if lies_in(source, f)), key=len)
+        folder = room(source)
+        if folder is None:
+            yield f"{source}: nothing is said of what its folder may include"
+            continue
         for included in ours(source):
             if not (ROOT / included).is_file():
                 yield f'{source}: "{included}" is no path in the repository'
-            elif not any(lies_in(included, f) for f in [folder, *ARROWS[folder]]):
+            elif not {included, room(included)} & {folder, *ARROWS[folder]}:
                 yield f"{source}: {folder} may not include {included}"
 
 
 def module():
     """The module includes the standard library and itself."""
     for source in sources():
-        if lies_in(source, "vxprivacy"):
+        if any(lies_in(source, folder) for folder in MODULE):
             for included in includes(source, r"<([^>]+)>"):
                 standard = re.fullmatch(r"[a-z_]+", included)
                 if not standard and included not in THIRD_PARTY_IN_MODULE.get(source, []):
                     yield f"{source}: <{included}> is not of the standard library"
 
 
+def unit(source):
+    """A header and the source of its name are one unit."""
+    return source.rsplit(".", 1)[0]
+
+
 def circles():
-    """No include runs in a circle."""
-    state = {}
-
-    def visit(source, trail):
-        if state.get(source) == "done" or not (ROOT / source).is_file():
-            return
-        if source in trail:
-            yield " -> ".join(trail[trail.index(source):] + [source])
-            return
-        for included in ours(source):
-            yield from visit(included, trail + [source])
-        state[source] = "done"
-
+    """No include runs in a circle, be it through a header and the source of its name."""
+    included = {}
     for source in sources():
-        yield from visit(source, [])
+        included.setdefault(unit(source), set()).update(unit(i) for i in ours(source) if unit(i) != unit(source))
+    done = set()
+
+    def visit(name, trail):
+        if name in trail:
+            yield " -> ".join([*trail[trail.index(name):], name])
+        elif name not in done:
+            for below in sorted(included.get(name, ())):
+                yield from visit(below, [*trail, name])
+            done.add(name)
+
+    for name in included:
+        yield from visit(name, [])
 
 
 def own_header_first():
@@ -97,9 +141,9 @@ def own_header_first():
 
 
 def lists():
-    """Every source, and every header of the libraries, stands in a CMakeLists.txt."""
+    """Every source, and every header of the module, stands in a CMakeLists.txt."""
     for source in sources():
-        if source.endswith(".h") and not lies_in(source, "vxprivacy"):
+        if source.endswith(".h") and not any(lies_in(source, folder) for folder in MODULE):
             continue
         listing = (ROOT / source).parent
         while not (listing / "CMakeLists.txt").is_file():
@@ -121,7 +165,7 @@ def examples_in_docs():
 
 def links_in_docs():
     """Relative links of the documentation lead somewhere."""
-    for page in [*ROOT.glob("*.md"), *sorted((ROOT / "docs").glob("*.md")), ROOT / "bench/README.md"]:
+    for page in [*ROOT.glob("*.md"), *sorted((ROOT / "docs").glob("*.md")), *ROOT.glob("*/README.md")]:
         for link in re.findall(r"\]\(([^)#:]+)\)", page.read_text(encoding="utf-8")):
             if not (page.parent / link).exists():
                 yield f"{page.relative_to(ROOT)}: {link} is not there"

@@ -1,10 +1,9 @@
-#include "tools/studio/Answers.h"
-
 #include <string>
 
-#include "tools/studio/LoopbackServer.h"
-
 #include <gtest/gtest.h>
+
+#include "tools/studio/server/Answers.h"
+#include "tools/system/LoopbackServer.h"
 
 namespace vx::tools::studio {
 
@@ -12,7 +11,7 @@ namespace {
 
 TEST(StudioAnswers, ATextArrivesAsItIsEvenIfThereIsNone) {
     const std::string texts[] = {"", "a", std::string(300'000, 'b')};
-    LoopbackServer server([&texts](httplib::Server& routes) {
+    system::LoopbackServer server([&texts](httplib::Server& routes) {
         routes.Get("/([012])",
                    [&texts](const httplib::Request& request, httplib::Response& response) {
                        answerText(response, texts[std::stoul(request.matches[1])], "text/plain");

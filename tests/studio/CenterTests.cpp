@@ -1,13 +1,11 @@
-#include "tests/studio/StudioProcess.h"
-
 #include <algorithm>
-#include <fstream>
-#include <map>
 #include <regex>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "tests/studio/StudioProcess.h"
 
 namespace vx::tests {
 
@@ -82,9 +80,7 @@ TEST(StudioCenter, WhatIsChosenInItIsStoredSentAndShownAgain) {
     EXPECT_TRUE(left["application"]["center"].is_null());
     EXPECT_EQ(left["application"]["decision"]["mustAsk"], false);
     EXPECT_EQ(left["application"]["sdk"]["on"], true);
-    std::map<std::string, std::string> permanent;
-    for (const Json& entry : left["application"]["sdk"]["permanentData"])
-        permanent[entry[0]] = entry[1];
+    auto permanent = textsIn(left["application"]["sdk"]["permanentData"]);
     EXPECT_EQ(permanent["PRIVACY_CAT_10"], "1");
     EXPECT_EQ(permanent["PRIVACY_CAT_11"], "0");
     EXPECT_EQ(studio.await("beacon", "", before)["body"]["privacyBeacon"]["list_categories"],
@@ -117,11 +113,11 @@ TEST(StudioCenter, AProcessThatEndsTakesItAwayAndSavesNothing) {
 TEST(StudioCenter, LinksOpenOnlyWhatABrowserMayOpen) {
     const TemporaryDirectory directory;
     const std::string file = directory / "links.json";
-    std::ofstream(file) << R"--({"information":{"version":1},"categories":[
+    writeFile(file, R"--({"information":{"version":1},"categories":[
         {"ID":"1","privacy_policy_text":"Web","privacy_policy_url":"https://example.org/p"},
         {"ID":"2","privacy_policy_text":"Mail","privacy_policy_url":"mailto:a@example.org"},
         {"ID":"3","privacy_policy_text":"Script","privacy_policy_url":"javascript:alert(1)"},
-        {"ID":"4","privacy_policy_text":"File","privacy_policy_url":"file:///etc/passwd"}]})--";
+        {"ID":"4","privacy_policy_text":"File","privacy_policy_url":"file:///etc/passwd"}]})--");
     StudioProcess studio({"--config", file});
     studio.post("center/open");
     CenterPage page(studio);

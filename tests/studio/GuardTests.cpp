@@ -1,13 +1,14 @@
-#include "tests/studio/StudioProcess.h"
-
 #include <regex>
 #include <string>
 
+#include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
+#include "tests/studio/StudioProcess.h"
+#include "tools/system/Descriptor.h"
+#include "tools/system/Files.h"
 
 namespace vx::tests {
 
@@ -104,7 +105,7 @@ TEST(StudioGuard, APostWithoutABodyNeedsNoLength) {
     StudioProcess studio;
     const std::string page = studio.valueOf("page"); // http://127.0.0.1:PORT/
     const int port = std::stoi(page.substr(page.rfind(':') + 1));
-    const tools::studio::Descriptor connection(socket(AF_INET, SOCK_STREAM, 0));
+    const tools::system::Descriptor connection(socket(AF_INET, SOCK_STREAM, 0));
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<std::uint16_t>(port));
@@ -113,7 +114,7 @@ TEST(StudioGuard, APostWithoutABodyNeedsNoLength) {
     const std::string request =
         "POST /api/refuse HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(port) +
         "\r\nX-Studio-Token: " + studio.valueOf("token") + "\r\n\r\n";
-    ASSERT_EQ(::write(connection.get(), request.data(), request.size()), ssize_t(request.size()));
+    ASSERT_TRUE(tools::system::writeAll(connection.get(), request));
     std::string status(12, ' ');
     EXPECT_EQ(read(connection.get(), status.data(), status.size()), ssize_t(status.size()));
     EXPECT_EQ(status, "HTTP/1.1 200");

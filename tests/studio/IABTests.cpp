@@ -1,26 +1,21 @@
-#include "tests/studio/StudioProcess.h"
-
-#include <fstream>
+#include <cstdlib>
 #include <map>
 #include <stdexcept>
 #include <string>
 
-#include "tools/studio/VendorList.h"
-#include "tools/studio/application/IABState.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/studio/StudioProcess.h"
+#include "tools/studio/application/IABState.h"
+#include "tools/studio/world/ServedVendorList.h"
 
 namespace vx::tests {
 
 namespace {
 
-const std::filesystem::path kRealList = PROJECT_ROOT "/../shared/data/gvl/vendor-list.json";
-
 /// The TC string that an answer shows.
 struct Stored {
-    explicit Stored(const Json& state) {
-        for (const Json& entry : state["application"]["store"])
-            store[entry[0]] = entry[1];
+    explicit Stored(const Json& state) : store(textsIn(state["application"]["store"])) {
         const Json& shown = state["application"]["tcString"];
         EXPECT_EQ(shown.value("text", ""), store["IABTCF_TCString"]);
         core = shown.value("model", Json::object()).value("Core", Json::object());
@@ -30,11 +25,6 @@ struct Stored {
     std::map<std::string, std::string> store;
     Json core;
 };
-
-std::string write(const std::filesystem::path& file, const std::string& text) {
-    std::ofstream(file) << text;
-    return file;
-}
 
 } // namespace
 
@@ -112,9 +102,10 @@ TEST(StudioIAB, TheBackendServesTheListAndItsTranslations) {
 }
 
 TEST(StudioIAB, TheRealListIsTakenWhole) {
-    if (!std::filesystem::exists(kRealList))
-        GTEST_SKIP() << kRealList << " is not there";
-    StudioProcess studio({"--gvl", kRealList});
+    const char* data = std::getenv("VXPRIVACY_DATA");
+    if (!data)
+        GTEST_SKIP() << "VXPRIVACY_DATA does not name the folder of published data";
+    StudioProcess studio({"--gvl", std::filesystem::path(data) / "gvl/vendor-list.json"});
     EXPECT_EQ(studio.valueOf("vendor list"), "version 224, 1007 vendors");
     const Stored accepted(studio.post("accept"));
     EXPECT_EQ(accepted.consents(), 824u);
@@ -124,8 +115,8 @@ TEST(StudioIAB, TheRealListIsTakenWhole) {
 
 TEST(StudioIAB, AGeneratedListIsTheSameForTheSameSeed) {
     const auto generated = [](const char* seed) {
-        ProgramRun run({"gvl", "--vendors", "500", "--seed", seed});
-        const std::string text = run.nextLine();
+        ProgramRun run({std::getenv("VXPRIVACY"), "gvl", "--vendors", "500", "--seed", seed});
+        const std::string text = run.nextLine().value_or("");
         EXPECT_EQ(run.wait(), 0);
         return text;
     };
@@ -133,9 +124,10 @@ TEST(StudioIAB, AGeneratedListIsTheSameForTheSameSeed) {
     EXPECT_EQ(generated("7"), text);
     EXPECT_NE(generated("8"), text);
     const TemporaryDirectory directory;
-    const auto list = tools::studio::readVendorList(write(directory / "list.json", text));
-    EXPECT_EQ(list.vendors, 500u);
-    EXPECT_NE(list.name, tools::studio::sampleVendorList().name);
+    const auto list = tools::studio::readVendorList(writeFile(directory / "list.json", text));
+    ASSERT_TRUE(list);
+    EXPECT_EQ(list->vendors, 500u);
+    EXPECT_NE(list->name, tools::studio::sampleVendorList().name);
 }
 
 TEST(StudioIAB, AFileThatIsNoVendorListSaysWhy) {
@@ -154,9 +146,8 @@ TEST(StudioIAB, AFileThatIsNoVendorListSaysWhy) {
     const TemporaryDirectory directory;
     for (const auto& [text, problem] : cases) {
         SCOPED_TRACE(problem);
-        const std::string file = write(directory / "list.json", text);
-        ProgramRun run(
-            {"studio", "--no-browser", "--store", directory / "s.sqlite", "--gvl", file});
+        const std::string file = writeFile(directory / "list.json", text);
+        ProgramRun run(studioCommand(directory, {"--gvl", file}));
         const std::string errors = run.errors();
         EXPECT_EQ(run.wait(), 2);
         EXPECT_TRUE(errors.starts_with("vxprivacy studio: " + file + ": ")) << errors;

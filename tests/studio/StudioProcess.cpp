@@ -1,17 +1,10 @@
 #include "tests/studio/StudioProcess.h"
 
-#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <system_error>
+#include <optional>
 #include <utility>
-
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include "tools/studio/Spawn.h"
 
 #include <gtest/gtest.h>
 
@@ -19,92 +12,33 @@ namespace vx::tests {
 
 namespace {
 
-using tools::studio::Descriptor;
-
-std::pair<Descriptor, Descriptor> makePipe() {
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0)
-        throw std::system_error(errno, std::generic_category(), "pipe");
-    return {Descriptor(ends[0]), Descriptor(ends[1])};
-}
-
-bool readMore(const Descriptor& from, std::string& text) {
-    char block[4096];
-    const ssize_t count = read(from.get(), block, sizeof block);
-    text.append(block, static_cast<std::size_t>(count > 0 ? count : 0));
-    return count > 0;
-}
-
-std::vector<std::string> studioArguments(const TemporaryDirectory& directory,
-                                         const std::vector<std::string>& options) {
-    std::vector<std::string> arguments = {"studio", "--no-browser", "--port",
-                                          "0",      "--store",      directory / "store.sqlite"};
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    return arguments;
+std::vector<std::string> onAnyPort(std::vector<std::string> options) {
+    options.insert(options.end(), {"--port", "0"});
+    return options;
 }
 
 } // namespace
 
-TemporaryDirectory::TemporaryDirectory() {
-    std::string name = std::filesystem::temp_directory_path() / "studio-test-XXXXXX";
-    path_ = mkdtemp(name.data());
+std::map<std::string, std::string> textsIn(const Json& pairs) {
+    std::map<std::string, std::string> texts;
+    for (const Json& entry : pairs)
+        texts[entry[0]] = entry[1];
+    return texts;
 }
 
-TemporaryDirectory::~TemporaryDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-}
-
-ProgramRun::ProgramRun(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), std::getenv("VXPRIVACY"));
-    auto [output, outputEnd] = makePipe();
-    auto [errors, errorsEnd] = makePipe();
-    const Descriptor nothing(open("/dev/null", O_RDONLY | O_CLOEXEC));
-    pid_ = tools::studio::spawn(arguments, {nothing.get(), outputEnd.get(), errorsEnd.get()});
-    output_ = std::move(output);
-    errors_ = std::move(errors);
-}
-
-ProgramRun::~ProgramRun() {
-    if (pid_ < 0)
-        return;
-    signal(SIGKILL);
-    wait();
-}
-
-std::string ProgramRun::nextLine() {
-    std::size_t end = 0;
-    while ((end = text_.find('\n')) == std::string::npos)
-        if (!readMore(output_, text_))
-            return std::exchange(text_, {});
-    const std::string line = text_.substr(0, end + 1);
-    text_.erase(0, end + 1);
-    return line;
-}
-
-std::string ProgramRun::errors() {
-    std::string text;
-    while (readMore(errors_, text))
-        continue;
-    return text;
-}
-
-void ProgramRun::signal(int number) const {
-    kill(pid_, number);
-}
-
-int ProgramRun::wait() {
-    int status = 0;
-    waitpid(pid_, &status, 0);
-    pid_ = -1;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+std::vector<std::string> studioCommand(const TemporaryDirectory& directory,
+                                       const std::vector<std::string>& options) {
+    std::vector<std::string> command = {std::getenv("VXPRIVACY"), "studio", "--no-browser",
+                                        "--store", directory / "store.sqlite"};
+    command.insert(command.end(), options.begin(), options.end());
+    return command;
 }
 
 StudioProcess::StudioProcess(std::vector<std::string> options)
-    : program_(studioArguments(directory_, options)) {
-    std::string line;
-    while (transcript_.find("Ctrl-C") == std::string::npos && !(line = program_.nextLine()).empty())
-        transcript_ += line;
+    : program_(studioCommand(directory_, onAnyPort(std::move(options)))) {
+    std::optional<std::string> line;
+    while (transcript_.find("Ctrl-C") == std::string::npos && (line = program_.nextLine()))
+        transcript_ += *line + '\n';
     address_ = valueOf("page");
     address_.resize(address_.empty() ? 0 : address_.size() - 1); // without the slash
     token_ = valueOf("token");

@@ -1,54 +1,27 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
-#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include <sys/types.h>
-
-#include "tools/studio/Descriptor.h"
-#include "tools/studio/Json.h"
-
 #include <httplib.h>
+
+#include "tests/support/ProgramRun.h"
+#include "tests/support/TestFiles.h"
+#include "tools/studio/shared/Json.h"
 
 namespace vx::tests {
 
 using tools::studio::Json;
 
-/// A directory of its own, gone with the object.
-class TemporaryDirectory {
-public:
-    TemporaryDirectory();
-    ~TemporaryDirectory();
-    std::filesystem::path operator/(const char* name) const { return path_ / name; }
+/// The texts by their keys in an answer's list of pairs, such as the store's entries.
+std::map<std::string, std::string> textsIn(const Json& pairs);
 
-private:
-    std::filesystem::path path_;
-};
-
-/// A run of the executable: its command line, what it printed, and how it ended.
-class ProgramRun {
-public:
-    explicit ProgramRun(std::vector<std::string> arguments);
-    ~ProgramRun();
-
-    /// The next line of standard output; empty at its end.
-    std::string nextLine();
-    /// All that is left of standard error.
-    std::string errors();
-    void signal(int number) const;
-    /// Waits for the end; gives the exit status, or minus the signal.
-    int wait();
-
-private:
-    tools::studio::Descriptor output_;
-    tools::studio::Descriptor errors_;
-    pid_t pid_ = -1;
-    std::string text_;
-};
+/// The command line of `vxprivacy studio` on a store in the directory, with these options.
+std::vector<std::string> studioCommand(const TemporaryDirectory& directory,
+                                       const std::vector<std::string>& options);
 
 /// `vxprivacy studio` on a store of its own, driven as curl would drive it.
 class StudioProcess {

@@ -4,9 +4,9 @@
 #include <iostream>
 #include <string>
 
-#include "services/iab/Decoder.h"
-#include "services/iab/Encoder.h"
 #include "tools/tc/ModelJSON.h"
+#include "vxprivacy/services/iab/Decoder.h"
+#include "vxprivacy/services/iab/Encoder.h"
 
 namespace {
 

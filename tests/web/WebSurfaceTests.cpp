@@ -1,17 +1,17 @@
-#include "hosts/web/WebSurface.h"
-
-#include "hosts/web/Addresses.h"
-#include "tools/recording/Event.h"
-#include "vxprivacy/platform/ui/Controls.h"
-#include "vxprivacy/platform/ui/ScrollView.h"
-
-#include <gtest/gtest.h>
-
 #include <array>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tools/recording/Event.h"
+#include "vxprivacy/hosts/web/Addresses.h"
+#include "vxprivacy/hosts/web/WebSurface.h"
+#include "vxprivacy/platform/ui/Controls.h"
+#include "vxprivacy/platform/ui/ScrollView.h"
+#include "vxprivacy/platform/ui/ViewController.h"
 
 namespace {
 
@@ -152,6 +152,43 @@ TEST(WebSurface, TheLanguageDecidesTheDirection) {
         EXPECT_NE(surface.render().find(std::string("dir=\"") + direction + '"'), std::string::npos)
             << language;
     }
+}
+
+struct TapCounter : ViewController, ScrollViewDelegate {
+    TapCounter() {
+        view()->addSubview(scroll);
+        scroll->addSubview(control);
+        scroll->addSubview(label);
+        scroll->setDelegate(this);
+        control->addTouchUpInside([this] { ++taps; });
+        label->addTapRecogniser([this](std::size_t) { ++taps; });
+    }
+    void scrollViewDidScroll(ScrollView&) override { ++taps; }
+
+    std::shared_ptr<ScrollView> scroll = std::make_shared<ScrollView>();
+    std::shared_ptr<Switch> control = std::make_shared<Switch>();
+    std::shared_ptr<Label> label = std::make_shared<Label>();
+    int taps = 0;
+};
+
+TEST(WebSurface, EventsAfterTheControllersDeathDoNothing) {
+    auto controller = std::make_unique<TapCounter>();
+    const auto control = controller->control;
+    web::WebSurface surface(controller->view());
+    surface.render();
+    const std::vector<std::string> events = {R"({"tap":"v3"})", R"({"tap":"v4"})",
+                                             R"({"scroll":"v2","x":0,"y":5})"};
+    for (const std::string& event : events)
+        surface.dispatch(event);
+    EXPECT_EQ(controller->taps, 3);
+    controller->control->addTouchUpInside([&] { controller.reset(); });
+    controller->control->addTouchUpInside([&] { ADD_FAILURE() << "called after the death"; });
+    surface.dispatch(events[0]);
+    EXPECT_FALSE(controller);
+    const bool on = control->on();
+    for (const std::string& event : events)
+        surface.dispatch(event);
+    EXPECT_EQ(control->on(), on);
 }
 
 } // namespace

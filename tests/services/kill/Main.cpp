@@ -2,30 +2,29 @@
 // after each kill that the store holds the state before or after a save, and in the end that the
 // beacon of every save reached the collector.
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <iostream>
 #include <random>
 #include <set>
-
-#include "tests/services/LocalServer.h"
-#include "tests/services/Support.h"
-#include "tests/services/kill/Saver.h"
-#include "tests/services/kill/Saves.h"
-
-#include <poll.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <thread>
 
 #include <SQLiteCpp/SQLiteCpp.h>
+
+#include "tests/services/kill/Saver.h"
+#include "tests/services/kill/Saves.h"
+#include "tests/support/LocalServer.h"
+#include "tests/support/ProgramRun.h"
+#include "tests/support/TestFiles.h"
 
 namespace vx::services::test {
 
 namespace {
 
-using namespace std::chrono_literals;
-using Steady = std::chrono::steady_clock;
+using tests::LocalServer;
+using tests::ProgramRun;
+using tests::TemporaryDirectory;
 
 // The users whose beacons the collector got.
 std::set<std::string> users(LocalServer& collector) {
@@ -40,73 +39,12 @@ std::set<std::string> users(LocalServer& collector) {
     return users;
 }
 
-// This program again, saving; what it says is read through a pipe.
-class Victim {
-public:
-    Victim(const std::string& store, const std::string& host) {
-        int ends[2];
-        if (::pipe(ends) != 0)
-            throw std::runtime_error("no pipe");
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        posix_spawn_file_actions_addclose(&actions, ends[0]);
-        std::string program = "/proc/self/exe", command = "save", path = store, where = host;
-        char* arguments[] = {program.data(), command.data(), path.data(), where.data(), nullptr};
-        const int failure =
-            ::posix_spawn(&pid_, program.c_str(), &actions, nullptr, arguments, environ);
-        posix_spawn_file_actions_destroy(&actions);
-        ::close(ends[1]);
-        output_ = ends[0];
-        if (failure != 0)
-            throw std::runtime_error("the program cannot be started");
-    }
-    ~Victim() { ::close(output_); }
-    Victim(const Victim&) = delete;
-    Victim& operator=(const Victim&) = delete;
-
-    void waitForFirstSave() { readUntil(Steady::now() + 30s, 1); }
-    void letLive(std::chrono::microseconds time) { readUntil(Steady::now() + time, SIZE_MAX); }
-    /// Kills it; the number of the last save that it reported, 0 for none.
-    std::uint64_t kill() {
-        ::kill(pid_, SIGKILL);
-        ::waitpid(pid_, nullptr, 0);
-        readUntil(Steady::now() + 30s, SIZE_MAX);
-        const std::size_t end = said_.rfind('\n');
-        if (end == std::string::npos)
-            return 0;
-        const std::size_t before = end == 0 ? std::string::npos : said_.rfind('\n', end - 1);
-        return std::stoull(said_.substr(before == std::string::npos ? 0 : before + 1));
-    }
-
-private:
-    // Reads until the time, the end, or this many characters.
-    void readUntil(Steady::time_point time, std::size_t size) {
-        while (said_.size() < size) {
-            const auto left = time - Steady::now();
-            const timespec wait{0, std::max<long>(0, std::min<long>(left.count(), 999'999'999))};
-            pollfd descriptor{output_, POLLIN, 0};
-            char text[4096];
-            const int ready = ::ppoll(&descriptor, 1, &wait, nullptr);
-            const ssize_t count = ready > 0 ? ::read(output_, text, sizeof text) : -1;
-            if (count == 0 || (ready == 0 && Steady::now() >= time))
-                return;
-            if (count > 0)
-                said_.append(text, static_cast<std::size_t>(count));
-        }
-    }
-
-    pid_t pid_ = 0;
-    int output_ = 0;
-    std::string said_;
-};
-
 Entries entriesIn(const std::string& store) {
     Entries entries;
     SQLite::Database file(store, SQLite::OPEN_READWRITE, 1000);
     if (!file.tableExists("entries"))
         return entries; // killed before the store was made
-    SQLite::Statement rows(file, "SELECT key, value FROM entries");
+    SQLite::Statement rows(file, "SELECT key, value FROM entries WHERE key <> 'VXStoreDigest'");
     while (rows.executeStep())
         entries[rows.getColumn(0).getString()] = rows.getColumn(1).getString();
     return entries;
@@ -117,11 +55,16 @@ public:
     explicit Loop(unsigned seed) : random_(seed) {}
 
     bool round() {
-        Victim victim(store_, collector_.host());
+        // This program again; few of its lines fit into 40 ms, so that it never waits for a reader.
+        ProgramRun saver({"/proc/self/exe", "save", store_, collector_.host()});
         if (random_() % 4 != 0)
-            victim.waitForFirstSave(); // else it may be hit while it starts
-        victim.letLive(std::chrono::microseconds(random_() % 40'000));
-        reported_ = std::max(reported_, victim.kill());
+            hear(saver); // else it may be hit while it starts
+        std::this_thread::sleep_for(std::chrono::microseconds(random_() % 40'000));
+        saver.signal(SIGKILL);
+        saver.wait();
+        while (hear(saver))
+            continue;
+        std::cerr << saver.errors();
         return isWhole();
     }
 
@@ -138,6 +81,14 @@ public:
     std::uint64_t saves() const { return saves_; }
 
 private:
+    // Takes the number of one more save that returned; false when there is none.
+    bool hear(ProgramRun& saver) {
+        const std::optional<std::string> number = saver.nextLine();
+        if (number)
+            reported_ = std::max<std::uint64_t>(reported_, std::stoull(*number));
+        return number.has_value();
+    }
+
     bool isWhole() {
         if (!std::filesystem::exists(store_))
             return reported_ == 0 || fault("the store is gone");

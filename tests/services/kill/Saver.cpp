@@ -1,29 +1,29 @@
 #include "tests/services/kill/Saver.h"
 
-#include "services/core/Services.h"
-#include "tests/services/Support.h"
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <unistd.h>
+
 #include "tests/services/kill/Saves.h"
+#include "tests/support/WaitUntil.h"
 #include "tools/recording/RecordingDoors.h"
+#include "tools/system/Files.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
-
-#include <unistd.h>
-
-#include <SQLiteCpp/SQLiteCpp.h>
+#include "vxprivacy/services/core/Services.h"
 
 namespace vx::services::test {
 
 namespace {
 
-constexpr std::uint64_t kTwoHours = 2 * 60 * 60 * 1000; // longer than any wait for the next try
+constexpr std::uint64_t kTwoDays = 2ull * 24 * 60 * 60 * 1000; // longer than any wait
 
 Settings settings(const std::string& store, const std::string& host, const Clock& clock) {
     Settings settings;
     settings.store = store;
     settings.hosts = {host, host, host};
     settings.clock = &clock;
-    settings.logLevel = 4;
+    settings.logLevel = kLogProblem;
     return settings;
 }
 
@@ -33,8 +33,7 @@ std::uint64_t lastSaveIn(KeyValueStore& store) {
 }
 
 void report(std::uint64_t number) {
-    const std::string line = std::to_string(number) + "\n";
-    if (::write(STDOUT_FILENO, line.data(), line.size()) < 0)
+    if (!tools::system::writeAll(STDOUT_FILENO, std::to_string(number) + "\n"))
         ::_exit(3);
 }
 
@@ -58,10 +57,10 @@ void saveForEver(const std::string& store, const std::string& host) {
 }
 
 bool postAll(const std::string& store, const std::string& host) {
-    recording::StandingClock clock(timeOfSave(0) + kTwoHours);
+    recording::StandingClock clock(timeOfSave(0) + kTwoDays);
     Services services(settings(store, host, clock));
     SQLite::Database file(store, SQLite::OPEN_READWRITE, 1000);
-    return waitUntil([&] {
+    return tests::waitUntil([&] {
         services.poll();
         return file.execAndGet("SELECT count(*) FROM outbox").getInt() == 0;
     });

@@ -4,14 +4,15 @@
 #include <string_view>
 #include <vector>
 
-#include "services/iab/TCFLibrary.h"
 #include "tools/recording/MemoryStore.h"
+#include "vxprivacy/services/iab/TCFLibrary.h"
 
 namespace vx::tests {
 
 /// An application that has the IAB library, on a store to look into.
 struct Application : private Logger {
-    explicit Application(const recording::Texts& entries = {}) : store(entries) {}
+    explicit Application(const recording::Texts& entries = {}, services::TCDataSink* sink = nullptr)
+        : store(entries), library(store, *this, sink) {}
 
     /// A builder with this module's fixed fields, and vendors 1 to 12.
     std::unique_ptr<CoreStringBuilder> builder() {
@@ -32,12 +33,24 @@ struct Application : private Logger {
 
     std::vector<std::string> lines; ///< "level message"
     recording::MemoryStore store;
-    services::TCFLibrary library{store, *this};
+    services::TCFLibrary library;
 
 private:
     void log(std::string_view message, int level) override {
         lines.push_back(std::to_string(level) + " " + std::string(message));
     }
 };
+
+/// A save of the application.
+inline void save(Application& application, bool withPublisherTC) {
+    const auto builder = application.builder();
+    builder->setConsentRecordCreated(1'600'000'000);
+    builder->setPurposesConsent(std::vector{1, 3});
+    builder->setPurposesLITransparency(std::vector{2});
+    builder->setVendorConsentSectionBitField(std::vector{1, 12});
+    builder->setSpecialFeatureOptInts(std::vector{2});
+    builder->buildConsentString(withPublisherTC);
+    builder->writeTCData();
+}
 
 } // namespace vx::tests

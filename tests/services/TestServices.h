@@ -6,27 +6,14 @@
 #include <string_view>
 #include <vector>
 
-#include "services/core/Services.h"
+#include "tests/support/TestFiles.h"
 #include "tools/recording/RecordingDoors.h"
 #include "vxprivacy/platform/core/Doors.h"
-
-// What the tests of the services share.
+#include "vxprivacy/services/core/Services.h"
 
 namespace vx::services::test {
 
-/// A directory of its own, gone with the object.
-class TemporaryDirectory {
-public:
-    TemporaryDirectory();
-    ~TemporaryDirectory();
-    TemporaryDirectory(const TemporaryDirectory&) = delete;
-    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
-
-    std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
-
-private:
-    std::filesystem::path path_;
-};
+using namespace tests; // what all folders share
 
 /// Keeps log lines for looking at.
 class LogLines : public Logger {
@@ -55,11 +42,5 @@ struct World {
     recording::StandingClock clock{1'600'000'000'000};
     Services services;
 };
-
-/// Waits until `condition` holds; false when it does not within half a minute.
-bool waitUntil(const std::function<bool()>& condition);
-
-void writeFile(const std::filesystem::path& file, std::string_view text);
-std::string readFile(const std::filesystem::path& file);
 
 } // namespace vx::services::test
