@@ -1,6 +1,6 @@
 #include "bench/BareStore.h"
 
-#include "bench/Application.h"
+#include "bench/MeasuredApplication.h"
 
 namespace vx::bench {
 

@@ -1,9 +1,3 @@
-#include "bench/Application.h"
-#include "bench/BareStore.h"
-#include "bench/VendorList.h"
-#include "services/iab/TCFLibrary.h"
-#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
-
 #include <array>
 #include <fstream>
 #include <map>
@@ -11,6 +5,12 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <benchmark/benchmark.h>
+
+#include "bench/BareStore.h"
+#include "bench/LargeVendorList.h"
+#include "bench/MeasuredApplication.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/services/iab/TCFLibrary.h"
 
 namespace vx::bench {
 
@@ -24,7 +24,6 @@ public:
     explicit IABApplication(std::string_view name)
         : directory_(directoryWithVendorList(name)), services_(settingsIn(directory_)),
           iab_(services_.platform().store, services_.platform().logger), runtime_(platform()) {
-        VXIABPrivacyCenterViewController::registerWithEngine();
         engine().setSiteID(12, 5);
     }
 
@@ -34,7 +33,7 @@ public:
 private:
     static std::filesystem::path directoryWithVendorList(std::string_view name) {
         const auto directory = freshDirectory(name);
-        std::ofstream(directory / "vendor-list.json") << vendorList().text;
+        std::ofstream(directory / "vendor-list.json") << largeVendorList().text;
         return directory;
     }
     static services::Settings settingsIn(const std::filesystem::path& directory) {

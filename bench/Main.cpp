@@ -1,10 +1,10 @@
-#include "bench/Table.h"
-#include "bench/VendorList.h"
-
 #include <array>
 #include <cstdio>
 #include <filesystem>
 #include <vector>
+
+#include "bench/LargeVendorList.h"
+#include "bench/Table.h"
 
 namespace {
 
@@ -45,7 +45,7 @@ int main(int count, char** given) {
     int all = static_cast<int>(arguments.size());
     benchmark::Initialize(&all, arguments.data());
 
-    std::printf("The vendor list is %s.\n", vx::bench::vendorList().name.c_str());
+    std::printf("The vendor list is %s.\n", vx::bench::largeVendorList().name.c_str());
     vx::bench::Table table;
     benchmark::RunSpecifiedBenchmarks(&table);
     print(table);

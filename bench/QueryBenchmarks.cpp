@@ -1,10 +1,10 @@
-#include "bench/Application.h"
-#include "vxprivacy/engine/VXPrivacyAPI.h"
-
 #include <string>
 #include <unordered_map>
 
 #include <benchmark/benchmark.h>
+
+#include "bench/MeasuredApplication.h"
+#include "vxprivacy/engine/VXPrivacyAPI.h"
 
 namespace vx::bench {
 
@@ -25,7 +25,7 @@ void askForVendors(benchmark::State& state, const Ask& isAccepted) {
 }
 
 void engineQuery(benchmark::State& state) {
-    Application application("query");
+    MeasuredApplication application("query");
     application.engine().saveConsent(consent(kEntries));
     askForVendors(state, &VXPrivacyAPI::isVendorAccepted);
 }

@@ -1,12 +1,12 @@
-#include "bench/Application.h"
-#include "bench/BareStore.h"
-#include "bench/SyncCount.h"
-
 #include <algorithm>
 #include <array>
 #include <vector>
 
 #include <benchmark/benchmark.h>
+
+#include "bench/BareStore.h"
+#include "bench/MeasuredApplication.h"
+#include "bench/SyncCount.h"
 
 namespace vx::bench {
 
@@ -30,7 +30,7 @@ int median(std::vector<int> numbers) {
 }
 
 void engineSaves(benchmark::State& state, std::size_t size, std::size_t changed) {
-    Application application("engine");
+    MeasuredApplication application("engine");
     Versions versions(size, changed);
     application.engine().saveConsent(versions.next());
     std::vector<int> syncs;

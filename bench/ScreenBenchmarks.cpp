@@ -1,13 +1,13 @@
-#include "bench/Application.h"
-#include "hosts/web/WebSurface.h"
-#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
-
 #include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include <benchmark/benchmark.h>
+
+#include "bench/MeasuredApplication.h"
+#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "vxprivacy/hosts/web/WebSurface.h"
 
 namespace vx::bench {
 

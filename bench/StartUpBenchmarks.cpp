@@ -1,5 +1,3 @@
-#include "bench/StartUpFiles.h"
-
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -7,6 +5,8 @@
 #include <string>
 
 #include <benchmark/benchmark.h>
+
+#include "bench/StartUpFiles.h"
 
 namespace vx::bench {
 

@@ -1,12 +1,12 @@
 #include "bench/StartUpFiles.h"
 
-#include "bench/Application.h"
-#include "bench/VendorList.h"
-#include "services/core/EntryStore.h"
-#include "services/core/OfflineCopies.h"
-#include "services/core/Outbox.h"
-
 #include <fstream>
+
+#include "bench/LargeVendorList.h"
+#include "bench/MeasuredApplication.h"
+#include "vxprivacy/services/core/EntryStore.h"
+#include "vxprivacy/services/core/OfflineCopies.h"
+#include "vxprivacy/services/core/Outbox.h"
 
 namespace vx::bench {
 
@@ -41,7 +41,7 @@ void keepCopies(const std::filesystem::path& store, const std::string& configura
 
 StartUpFiles StartUpFiles::make() {
     const std::string configuration = contentOf(kConfiguration);
-    const std::string& vendorList = bench::vendorList().text;
+    const std::string& vendorList = bench::largeVendorList().text;
     StartUpFiles files{freshDirectory("start-up")};
     saveChoices(files.directory / "choices.sqlite");
     keepCopies(files.directory / "choices.sqlite", configuration, vendorList);

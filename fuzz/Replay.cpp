@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <string>
+
+#include "tools/system/Files.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -15,8 +15,7 @@ int main(int count, char** arguments) {
     std::size_t files = 0;
     if (count == 2)
         for (const auto& entry : std::filesystem::directory_iterator(arguments[1])) {
-            std::ifstream file(entry.path(), std::ios::binary);
-            const std::string input(std::istreambuf_iterator<char>(file), {});
+            const std::string input = vx::tools::system::readFile(entry.path());
             LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()),
                                    input.size());
             ++files;

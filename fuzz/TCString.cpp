@@ -7,8 +7,8 @@
 #include <string>
 #include <variant>
 
-#include "services/iab/Decoder.h"
-#include "services/iab/Encoder.h"
+#include "vxprivacy/services/iab/Decoder.h"
+#include "vxprivacy/services/iab/Encoder.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 // Any vendor list, configured vendors and publisher restrictions, from registration over accept-all
 // and refuse-all to the TC string, which must be one that can be read again.
 
-#include "services/iab/Decoder.h"
-#include "tools/recording/World.h"
-#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
-
 #include <array>
 #include <cstdlib>
 #include <variant>
+
+#include "tools/recording/World.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/services/iab/Decoder.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ void askForLists() {
     for (const char* section : {"purposes", "specialPurposes", "features", "specialFeatures"})
         center.keysToDisplay(section);
     for (const std::int32_t number : {10001, 11001, 12001, 13001}) {
-        center.filterByNumber(number);
+        center.displayRelatedVendorsList(number);
         center.vendorsToDisplay();
     }
 }

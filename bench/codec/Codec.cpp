@@ -8,10 +8,10 @@
 #include <variant>
 #include <vector>
 
-#include "services/iab/Decoder.h"
-#include "services/iab/Encoder.h"
-
 #include <benchmark/benchmark.h>
+
+#include "vxprivacy/services/iab/Decoder.h"
+#include "vxprivacy/services/iab/Encoder.h"
 
 namespace {
 

@@ -1,21 +1,21 @@
 // Our encoder and decoder of the core segment against those of the IAB's library, with every vendor
-// of the published list accepted that is not deleted:
+// of the published list accepted that is not deleted; without that list, as many in like
+// runs:
 //
 //     CODEC_BENCH=build/bench/bench/codec_bench node bench/codec/compare.mjs
 
 import {execFileSync} from 'node:child_process';
-import {readFileSync} from 'node:fs';
 
 import {modelOf, Segment, SegmentEncoder, TCModel} from '../../tests/tcf/judge.mjs';
+import {publishedVendors} from '../../tests/tcf/published.mjs';
 import {section} from '../../tests/tcf/random.mjs';
 
 const kLimit = 1 / 25;
 const kBatches = 41;
 const kRounds = 100;
 
-const list = new URL('../../../shared/data/gvl/vendor-list.json', import.meta.url);
-const vendors = Object.values(JSON.parse(readFileSync(list)).vendors)
-    .filter((vendor) => !vendor.deletedDate).map((vendor) => vendor.id).sort((a, b) => a - b);
+const runsOfThree = Array.from({length: 1097}, (_, index) => index + 1).filter((number) => number % 4);
+const vendors = publishedVendors()?.live ?? [...runsOfThree, 4202];
 const purposes = [1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11];
 
 const model = modelOf({Core: {

@@ -1,7 +1,5 @@
 // The least that a program has to do to have the same: reads the rows, parses the two documents.
 
-#include "bench/startup/Ready.h"
-
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -9,6 +7,8 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <simdjson.h>
+
+#include "bench/startup/Ready.h"
 
 int main(int, char** arguments) {
     const std::filesystem::path directory = arguments[1];

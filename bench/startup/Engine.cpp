@@ -1,14 +1,14 @@
 // The engine's start: opens the store, loads the offline copies, restores the saved entries into
 // the tag SDK and checks their age.
 
+#include <cstdlib>
+
 #include "bench/startup/Ready.h"
-#include "services/core/Services.h"
-#include "services/iab/TCFLibrary.h"
-#include "services/sdk/TagSDK.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
-
-#include <cstdlib>
+#include "vxprivacy/services/core/Services.h"
+#include "vxprivacy/services/iab/TCFLibrary.h"
+#include "vxprivacy/services/sdk/TagSDK.h"
 
 int main(int, char** arguments) {
     const std::string nobody = "http://127.0.0.1:9";

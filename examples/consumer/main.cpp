@@ -1,20 +1,20 @@
 // Links the installed package, saves a choice and reads it back. Nothing listens at its hosts: an
 // application starts and keeps choices without a network.
 
-#include "services/core/Services.h"
-#include "vxprivacy/engine/VXMobilePrivacy.h"
-#include "vxprivacy/engine/VXPrivacyAPI.h"
-
 #include <cstdlib>
 #include <iostream>
 #include <string>
+
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/engine/VXPrivacyAPI.h"
+#include "vxprivacy/services/core/Services.h"
 
 int main() {
     const std::string nobody = "http://127.0.0.1:9";
     vx::services::Services services({
         .store = "consumer/choices.sqlite",
         .hosts = {.configurationCDN = nobody, .vendorList = nobody, .consentCollector = nobody},
-        .logLevel = 4,
+        .logLevel = vx::kLogProblem,
     });
     vx::Runtime runtime(services.platform());
     vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();

@@ -1,6 +1,6 @@
-#include "vxprivacy/engine/VXMobilePrivacy.h"
-
 #include <functional>
+
+#include "vxprivacy/engine/VXMobilePrivacy.h"
 
 namespace {
 

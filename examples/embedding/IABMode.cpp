@@ -1,15 +1,15 @@
-#include "services/core/Services.h"
-#include "services/iab/TCFLibrary.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
-#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/services/core/Services.h"
+#include "vxprivacy/services/iab/TCFLibrary.h"
 
 void runWithIAB() {
-    vx::services::Services services({.store = "consent/choices.sqlite", .packaged = "resources"});
+    vx::services::Settings settings{.store = "consent/choices.sqlite", .packaged = "resources"};
+    settings.hosts.vendorList = "https://lists.example.com"; // yours; there is none by default
+    vx::services::Services services(settings);
     vx::Platform platform = services.platform();
     vx::services::TCFLibrary iab(platform.store, platform.logger);
     platform.iab = &iab; // this turns the IAB mode on
     vx::Runtime runtime(platform);
-    vx::VXIABPrivacyCenterViewController::registerWithEngine(); // for accept all and refuse all
 
     vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();
     engine.setSiteID(12, 5);

@@ -1,5 +1,5 @@
-#include "services/core/Services.h"
 #include "vxprivacy/platform/core/VXNotifications.h"
+#include "vxprivacy/services/core/Services.h"
 
 namespace {
 

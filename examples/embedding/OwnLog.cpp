@@ -1,12 +1,12 @@
-#include "services/core/Services.h"
-
 #include <iostream>
+
+#include "vxprivacy/services/core/Services.h"
 
 namespace {
 
 class Log : public vx::Logger {
     void log(std::string_view message, int level) override {
-        if (level >= 4)
+        if (level >= vx::kLogProblem)
             std::clog << "privacy: " << message << '\n';
     }
 };

@@ -1,9 +1,9 @@
-#include "vxprivacy/platform/core/KeyValueStore.h"
-
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "vxprivacy/platform/core/KeyValueStore.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
+#include <map>
+
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/platform/core/VXNotifications.h"
-
-#include <map>
 
 namespace {
 

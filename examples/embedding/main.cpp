@@ -1,9 +1,9 @@
-#include "services/core/Services.h"
-#include "vxprivacy/engine/VXMobilePrivacy.h"
-#include "vxprivacy/engine/VXPrivacyAPI.h"
-
 #include <iostream>
 #include <thread>
+
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/engine/VXPrivacyAPI.h"
+#include "vxprivacy/services/core/Services.h"
 
 int main() {
     vx::services::Services services({.store = "consent/choices.sqlite", .packaged = "resources"});

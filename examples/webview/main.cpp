@@ -1,19 +1,19 @@
 // webview DIRECTORY: a window with the category privacy center. DIRECTORY has the application's
 // privacy.json, and keeps its choices.
 
-#include "hosts/web/Addresses.h"
-#include "hosts/web/StaticFiles.h"
-#include "hosts/web/WebSurface.h"
-#include "services/core/Services.h"
-#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
-#include "vxprivacy/engine/VXMobilePrivacy.h"
-#include "vxprivacy/platform/ui/Application.h"
-
 #include <filesystem>
 #include <iostream>
 #include <string>
 
 #include <webkit2/webkit2.h>
+
+#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/hosts/web/Addresses.h"
+#include "vxprivacy/hosts/web/StaticFiles.h"
+#include "vxprivacy/hosts/web/WebSurface.h"
+#include "vxprivacy/platform/ui/Application.h"
+#include "vxprivacy/services/core/Services.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "bench/Application.h"
-
-#include "vxprivacy/engine/VXPrivacyConstants.h"
-#include "vxprivacy/platform/foundation/Text.h"
+#include "bench/MeasuredApplication.h"
 
 #include <fstream>
 #include <iterator>
+
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx::bench {
 
@@ -47,7 +47,7 @@ ConsentDictionary consent(std::size_t size, std::size_t flipped) {
     return entries;
 }
 
-Application::Application(std::string_view name)
+MeasuredApplication::MeasuredApplication(std::string_view name)
     : services_(settings(freshDirectory(name) / "choices.sqlite")), runtime_(services_.platform()) {
     engine().setSiteID(12, 5);
 }

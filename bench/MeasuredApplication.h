@@ -1,12 +1,12 @@
 #pragma once
 
-#include "services/core/Services.h"
-#include "vxprivacy/engine/VXMobilePrivacy.h"
-
 #include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
+
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/services/core/Services.h"
 
 namespace vx::bench {
 
@@ -23,9 +23,9 @@ services::Settings settings(const std::filesystem::path& store);
 ConsentDictionary consent(std::size_t size, std::size_t flipped = 0);
 
 /// The engine, started on the real services in a fresh directory, without a tag SDK.
-class Application {
+class MeasuredApplication {
 public:
-    explicit Application(std::string_view name);
+    explicit MeasuredApplication(std::string_view name);
 
     VXMobilePrivacy& engine() { return VXMobilePrivacy::sharedInstance(); }
 

@@ -1,14 +1,13 @@
-#include "bench/VendorList.h"
+#include "bench/LargeVendorList.h"
 
-#include "bench/Application.h"
-
+#include <cstdlib>
 #include <filesystem>
+
+#include "bench/MeasuredApplication.h"
 
 namespace vx::bench {
 
 namespace {
-
-const std::filesystem::path kPublished = PROJECT_ROOT "/../shared/data/gvl/vendor-list.json";
 
 // As large and as many-membered as the list that is published, about 0.9 MB.
 std::string generated() {
@@ -32,12 +31,17 @@ std::string generated() {
     return list + "}}";
 }
 
+LargeVendorList publishedOrGenerated() {
+    if (const char* data = std::getenv("VXPRIVACY_DATA"))
+        if (const auto file = std::filesystem::path(data) / "gvl/vendor-list.json"; exists(file))
+            return {contentOf(file), "the published list"};
+    return {generated(), "a generated list"};
+}
+
 } // namespace
 
-const VendorList& vendorList() {
-    static const VendorList list = std::filesystem::exists(kPublished)
-                                       ? VendorList{contentOf(kPublished), "the published list"}
-                                       : VendorList{generated(), "a generated list"};
+const LargeVendorList& largeVendorList() {
+    static const LargeVendorList list = publishedOrGenerated();
     return list;
 }
 
