@@ -7,6 +7,7 @@
 #include "vxprivacy/services/core/EntryStore.h"
 #include "vxprivacy/services/core/OfflineCopies.h"
 #include "vxprivacy/services/core/Outbox.h"
+#include "vxprivacy/services/core/ServiceVariables.h"
 
 namespace vx::bench {
 
@@ -29,7 +30,8 @@ void keepCopies(const std::filesystem::path& store, const std::string& configura
                 const std::string& vendorList) {
     NoLog log;
     services::Database database(store, log);
-    services::EntryStore entries(database);
+    const services::ServiceClock clock(nullptr);
+    services::EntryStore entries(database, clock, log);
     services::Outbox outbox(database);
     services::OfflineCopies copies(database);
     database.open();
