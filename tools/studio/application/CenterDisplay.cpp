@@ -39,8 +39,8 @@ void CenterDisplay::present(double width) {
     center_->viewDidLoad();
     center_->viewDidAppear(true);
     reportTaps();
-    surface_ = std::make_unique<web::WebSurface>(
-        center_->view(), web::PageSettings{.title = "Privacy center", .surfaceJS = "center.js"});
+    surface_ = std::make_unique<web::WebSurface>(center_->view(),
+                                                 web::PageSettings{.surfaceJS = "center.js"});
     ++number_;
     events_ = 0;
 }

@@ -87,7 +87,7 @@ void Painter::paintButton(const Button& button, const Element& element) {
         markup_.open("span")
             .attribute("class", "unseen")
             .close()
-            .text(" (" + leavesText_ + ")")
+            .text(" (" + texts_.leaves + ")")
             .end("span");
     markup_.end("button");
 }

@@ -4,6 +4,7 @@
 
 #include "vxprivacy/hosts/web/Declarations.h"
 #include "vxprivacy/hosts/web/Elements.h"
+#include "vxprivacy/hosts/web/HostTexts.h"
 #include "vxprivacy/hosts/web/Markup.h"
 #include "vxprivacy/hosts/web/StyleSheet.h"
 #include "vxprivacy/platform/ui/Controls.h"
@@ -13,8 +14,8 @@ namespace vx::web {
 /// Writes views as elements of a page.
 class Painter {
 public:
-    /// `leavesText` tells a screen reader that a button leads out of the page.
-    explicit Painter(std::string leavesText) : leavesText_(std::move(leavesText)) {}
+    /// `texts` must outlive this.
+    explicit Painter(const HostTexts& texts) : texts_(texts) {}
 
     /// The screen's width and colours are looked at once, for all that is painted later.
     void beginScreen(const View& root);
@@ -40,7 +41,7 @@ private:
     void begin(std::string_view tag, const View& view, const Element& element,
                std::string_view kind);
 
-    std::string leavesText_;
+    const HostTexts& texts_;
     Colours colours_ = Colours::Own;
     double screenWidth_ = 0;
     bool deep_ = true;

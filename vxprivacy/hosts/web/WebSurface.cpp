@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/hosts/web/Addresses.h"
 #include "vxprivacy/hosts/web/Painter.h"
 #include "vxprivacy/platform/ui/Touch.h"
@@ -21,6 +22,17 @@ using Json = nlohmann::ordered_json;
 bool runsFromRight(std::string_view language) {
     constexpr std::array languages = {"ar", "dv", "fa", "he", "ku", "ps", "sd", "ug", "ur", "yi"};
     return std::ranges::find(languages, language.substr(0, language.find('-'))) != languages.end();
+}
+
+// What was left to the defaults.
+PageSettings complete(PageSettings settings) {
+    if (settings.language.empty())
+        settings.language = VXMobilePrivacy::sharedInstance().languageCode().value_or("en");
+    if (!settings.texts)
+        settings.texts = hostTexts(settings.language);
+    if (settings.title.empty())
+        settings.title = settings.texts->title;
+    return settings;
 }
 
 std::string textOf(const Json& event, const char* key) {
@@ -42,7 +54,7 @@ bool liesInOneOf(const View& view, const std::vector<const View*>& others) {
 
 struct WebSurface::Parts {
     Parts(std::shared_ptr<View> view, PageSettings given)
-        : root(std::move(view)), settings(std::move(given)), painter(settings.leavesText) {
+        : root(std::move(view)), settings(complete(std::move(given))), painter(*settings.texts) {
         root->beginRecordingChanges();
     }
 

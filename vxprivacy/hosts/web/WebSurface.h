@@ -1,20 +1,26 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/hosts/web/HostTexts.h"
 #include "vxprivacy/platform/ui/View.h"
 
 namespace vx::web {
 
 /// What the page of a surface says and links beside the screen. Texts are UTF-8.
 struct PageSettings {
-    std::string title = "Privacy";
-    /// BCP 47; also decides whether the page runs from right to left.
-    std::string language = "en";
-    /// Told to a screen reader after the title of a button that opens an address.
-    std::string leavesText = "opens outside this page";
+    /// Name of the page; empty: `HostTexts::title`.
+    std::string title = {};
+    /// Whose page it is, the application's name for instance; empty: not told.
+    std::string owner = {};
+    /// BCP 47; also decides whether the page runs from right to left. Empty: the code that the
+    /// engine was given, or "en".
+    std::string language = {};
+    /// What the host itself says; absent: the built-in texts of the language.
+    std::optional<HostTexts> texts = {};
     /// Where the page finds `surfaceCSS`, `WebSurface::layoutCSS` and `surfaceJS`.
     std::string surfaceCSS = "surface.css";
     std::string layoutCSS = "layout.css";
