@@ -64,11 +64,12 @@ void ConsentSave::propagate(const ConsentDictionary* consent, EngineState& state
         saveInSharedPreferences(*consent, state);
         if (const auto vxInstance = state.vxInstance)
             saveConsentInSDK(*consent, *vxInstance);
+        state.callBack(*consent);
     } else {
         SDKSwitch::disable(state);
         SavedConsent::reset(state);
+        state.callBack({});
     }
-    state.callBack(consent ? *consent : ConsentDictionary());
     SavedEntries::saveTimeOfConsent();
     transaction.commit();
 }
