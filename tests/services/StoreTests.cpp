@@ -244,6 +244,20 @@ TEST_F(Store, AStoreThatCannotBeOpenedIsTriedAgain) {
     EXPECT_EQ(reopened("choice"), "2");
 }
 
+TEST_F(Store, AStoreThatComesBackIsReadWhereNothingIsSaved) {
+    World(file).store().set("choice", "1");
+    const fs::path away = fs::path(file.parent_path()) += ".away";
+    fs::rename(file.parent_path(), away);
+    writeFile(file.parent_path(), "a file stands where the directory should be");
+    World world(file);
+    EXPECT_EQ(world.store().get("choice"), std::nullopt);
+    fs::remove(file.parent_path());
+    fs::rename(away, file.parent_path());
+    EXPECT_TRUE(world.pollUntil([&] { return world.store().get("choice") == "1"; }))
+        << world.log.text();
+    EXPECT_EQ(world.services.status().storeProblem, "");
+}
+
 TEST_F(Store, TwoProcessesNeverMixTheirSaves) {
     World one(file);
     World two(file);

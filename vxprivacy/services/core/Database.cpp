@@ -68,8 +68,8 @@ void Database::changed() {
 }
 
 void Database::retry() {
-    if (failing_ && Steady::now() >= nextTry_)
-        changed();
+    if (failing_ && scopes_.empty() && Steady::now() >= nextTry_)
+        flush(); // also when nothing waits: what the file holds may never have been read
 }
 
 void Database::finish() {
@@ -79,7 +79,7 @@ void Database::finish() {
 }
 
 std::optional<std::chrono::milliseconds> Database::timeToRetry() const {
-    if (!failing_ || !pending())
+    if (!failing_)
         return {};
     return std::max(std::chrono::ceil<std::chrono::milliseconds>(nextTry_ - Steady::now()), 0ms);
 }
