@@ -12,7 +12,7 @@ namespace vx::services::test {
 
 namespace {
 
-std::atomic<bool> noThreads = false;
+thread_local bool noThreads = false;
 std::atomic<bool> silent = false;
 std::atomic<int> asked = 0;
 

@@ -19,7 +19,7 @@ private:
     rlimit before_{};
 };
 
-/// No thread can be started, as at the limit of threads, which does not hold for root.
+/// This thread cannot start another, as at the limit of threads, which does not hold for root.
 class NoThreads {
 public:
     NoThreads();
