@@ -1,8 +1,9 @@
-// kill_loop [ROUNDS [SEED]]: kills a process that saves and posts, at random moments, and checks
-// after each kill that the store holds the state before or after a save, and in the end that the
-// beacon of every save reached the collector.
+// kill_loop [ROUNDS [SEED]]: kills a process that saves, posts and downloads, at random moments,
+// and checks after each kill that the store holds the state before or after a save and a whole
+// document, and in the end that the beacon of every save reached the collector.
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <iostream>
@@ -12,6 +13,7 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include "tests/services/BeaconUsers.h"
 #include "tests/services/kill/Saver.h"
 #include "tests/services/kill/Saves.h"
 #include "tests/support/LocalServer.h"
@@ -26,19 +28,6 @@ using tests::LocalServer;
 using tests::ProgramRun;
 using tests::TemporaryDirectory;
 
-// The users whose beacons the collector got.
-std::set<std::string> users(LocalServer& collector) {
-    constexpr std::string_view before = R"("vxpid":")";
-    std::set<std::string> users;
-    for (const httplib::Request& request : collector.requests()) {
-        if (request.method != "POST")
-            continue;
-        const std::size_t start = request.body.find(before) + before.size();
-        users.insert(request.body.substr(start, request.body.find('"', start) - start));
-    }
-    return users;
-}
-
 Entries entriesIn(const std::string& store) {
     Entries entries;
     SQLite::Database file(store, SQLite::OPEN_READWRITE, 1000);
@@ -50,6 +39,24 @@ Entries entriesIn(const std::string& store) {
     return entries;
 }
 
+// A configuration of 64 KiB that is full of its version.
+std::string documentOf(int version) {
+    const std::string number = std::to_string(version);
+    std::string filler;
+    while (filler.size() < 64 * 1024)
+        filler += number + " ";
+    return R"({"information":{"version":)" + number + R"(},"filler":")" + filler + R"("})";
+}
+
+// The offline copy of the configuration; empty when there is none.
+std::string copyIn(const std::string& store) {
+    SQLite::Database file(store, SQLite::OPEN_READWRITE, 1000);
+    if (!file.tableExists("documents"))
+        return "";
+    SQLite::Statement rows(file, "SELECT text FROM documents WHERE name LIKE '%privacy'");
+    return rows.executeStep() ? rows.getColumn(0).getString() : "";
+}
+
 class Loop {
 public:
     explicit Loop(unsigned seed) : random_(seed) {}
@@ -57,8 +64,9 @@ public:
     bool round() {
         // This program again; few of its lines fit into 40 ms, so that it never waits for a reader.
         ProgramRun saver({"/proc/self/exe", "save", store_, collector_.host()});
-        if (random_() % 4 != 0)
-            hear(saver); // else it may be hit while it starts
+        // Some are hit while they start, and some when a document arrived.
+        for (auto lines = random_() % 4 == 3 ? 40 : random_() % 2; lines > 0; --lines)
+            hear(saver);
         std::this_thread::sleep_for(std::chrono::microseconds(random_() % 40'000));
         saver.signal(SIGKILL);
         saver.wait();
@@ -71,7 +79,7 @@ public:
     bool allBeaconsArrived() {
         if (!postAll(store_, collector_.host()))
             return fault("beacons are left in the store");
-        const std::set<std::string> arrived = users(collector_);
+        const std::set<std::string> arrived = beaconUsers(collector_);
         for (std::uint64_t number = 1; number <= saves_; ++number)
             if (!arrived.contains(userOfSave(number)))
                 return fault("the beacon of save " + std::to_string(number) + " is lost");
@@ -79,6 +87,8 @@ public:
     }
 
     std::uint64_t saves() const { return saves_; }
+    // The version of the document that the store has now.
+    int version() const { return version_; }
 
 private:
     // Takes the number of one more save that returned; false when there is none.
@@ -100,7 +110,15 @@ private:
         reported_ = saves_;
         if (entries != entriesAfter(saves_) && !(entries.empty() && saves_ == 0))
             return fault("save " + std::to_string(saves_) + " is not whole");
-        return true;
+        return documentIsWhole();
+    }
+
+    bool documentIsWhole() {
+        const std::string text = copyIn(store_);
+        while (version_ < served_ && text != (version_ == 0 ? "" : documentOf(version_)))
+            ++version_;
+        return text == (version_ == 0 ? "" : documentOf(version_)) ||
+               fault("the document is not whole, or an older one");
     }
 
     bool fault(const std::string& what) {
@@ -110,23 +128,27 @@ private:
 
     TemporaryDirectory directory_;
     const std::string store_ = (directory_ / "store.db").string();
-    LocalServer collector_{[](const httplib::Request& request, httplib::Response& response) {
-        response.status = request.method == "POST" ? 200 : 404;
+    std::atomic<int> served_ = 0; // the version last given out
+    LocalServer collector_{[this](const httplib::Request& request, httplib::Response& response) {
+        if (request.method != "POST")
+            response.set_content(documentOf(++served_), "application/json");
     }};
     std::mt19937 random_;
     std::uint64_t reported_ = 0;
     std::uint64_t saves_ = 0;
+    int version_ = 0;
 };
 
 int run(int rounds, unsigned seed) {
     std::cout << "kill_loop: " << rounds << " rounds, seed " << seed << std::endl;
     Loop loop(seed);
     for (int round = 1; round <= rounds; ++round)
-        if (!loop.round())
+        // Now and then all are posted, or the outbox would be full.
+        if (!loop.round() || ((round % 100 == 0 || round == rounds) && !loop.allBeaconsArrived()))
             return 1;
-    if (!loop.allBeaconsArrived())
-        return 1;
-    std::cout << "kill_loop: " << loop.saves() << " saves, each whole, each beacon posted\n";
+    std::cout << "kill_loop: " << loop.saves()
+              << " saves, each whole, each beacon posted; document " << loop.version()
+              << " whole\n";
     return 0;
 }
 
