@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "vxprivacy/platform/foundation/CodePoints.h"
 #include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
@@ -47,6 +48,7 @@ TEST(Text, FormattingFillsPlaceholdersInTurn) {
     EXPECT_EQ(formatted("%@=%d;%@", {"%@", -3, std::optional<std::string>()}), "%@=-3;(null)");
     EXPECT_EQ(formatted("100% of %@", {"%d"}), "100% of %d");
     EXPECT_EQ(formatted("%@ %@", {"one"}), "one %@");
+    EXPECT_EQ(formatted("%2$@(%1$@)%3$@%0$@%@%1$", {"a", "b"}), "b(a)%3$@%0$@a%1$");
     EXPECT_EQ(numberedKey("P_", kLeast), "P_-2147483648");
 }
 
@@ -55,6 +57,27 @@ TEST(Text, SplittingKeepsEmptyPieces) {
     EXPECT_EQ(split("", ';'), Pieces{""});
     EXPECT_EQ(split("a;;b;", ';'), (Pieces{"a", "", "b", ""}));
     EXPECT_EQ(removingAll("P_1P_2", "P_"), "12");
+}
+
+TEST(CodePoints, FindsTextWhateverItsCase) {
+    const struct {
+        std::string text, part;
+        std::optional<CodePointRange> range;
+    } table[] = {
+        {"All Our Partners, our partners", "oUR pARTNERS", {{4, 12}}},
+        {"Всё о НАШИ ПАРТНЁРЫ", "наши партнёры", {{6, 13}}},
+        {"ΌΛΟΙ ΟΙ ΣΥΝΕΡΓΆΤΕΣ μας", "οι συνεργάτες", {{5, 13}}},
+        {"ÉTÉ: ČŽŐŞ Ÿ", "čžőş ÿ", {{5, 6}}},
+        {"\U0001F600 ĄÄ", "ąä", {{2, 2}}},
+        {"\xff\xc3 \xf0\x9f ok", "OK", {{6, 2}}},
+        {"partners", "our partners", {}},
+        {"partners", "", {}},
+    };
+    for (const auto& [text, part, range] : table)
+        EXPECT_EQ(rangeIgnoringCase(text, part), range) << text;
+    EXPECT_EQ(byteOffset("né à", 2), 3U);
+    EXPECT_EQ(byteOffset("\U0001F600!", 1), 4U);
+    EXPECT_EQ(byteOffset("né", 9), 3U);
 }
 
 TEST(OrderedDictionary, KeepsThePlaceOfAKeyThatIsSetAgain) {

@@ -74,6 +74,10 @@ TEST(VisualFormat, MakesTheConstraintsThatTheStringDescribes) {
         {"|-(20)-[a]-(>=1,<=2@5)-|", "a.left==c.left+20 c.right>=a.right+1 c.right<=a.right+2@5 "}};
     for (const auto& [format, constraints] : cases)
         EXPECT_EQ(screen.described(format), constraints) << format;
+    for (const char* chainWithoutViews : {"V:|-|", "|-|"}) {
+        EXPECT_EQ(screen.described(chainWithoutViews), "");
+        EXPECT_TRUE(screen.world.events().empty());
+    }
     EXPECT_EQ(screen.described("V:[a][b]", kAlignAllCentreX | kAlignAllCentreY),
               "b.top==a.bottom+0 b.midX==a.midX+0 b.midY==a.midY+0 ");
 }
@@ -83,6 +87,7 @@ TEST(VisualFormat, ABadStringMakesNothingAndSaysWhere) {
     const std::vector<std::pair<std::string, int>> cases = {{"", 0},
                                                             {"|", 1},
                                                             {"||", 2},
+                                                            {"|-5-|", 5},
                                                             {"V:", 2},
                                                             {"a", 0},
                                                             {"[]", 1},
@@ -133,6 +138,28 @@ TEST(View, RemovalTakesTheConstraintsOutsideThatConcernIt) {
     EXPECT_EQ(kept[1].constraints.size(), 2U); // top and bottom of b
     ASSERT_EQ(a.constraints().size(), 1U);
     EXPECT_EQ(a.constraints()[0].text, "[a(wide)]");
+}
+
+TEST(View, KeepsAFormatWhileOneOfItsConstraintsIsAttached) {
+    Screen screen;
+    View& container = **screen.views.find("c");
+    const auto removeWidthsBelow = [&](double points) {
+        container.removeConstraints([&](const LayoutConstraint& constraint) {
+            return constraint.firstAttribute == LayoutConstraint::Attribute::Width &&
+                   constraint.constant < points;
+        });
+    };
+    for (const char* format : {"[a(10)][b(20)]", "[b(5)]", "V:|[a]"})
+        container.addConstraints(
+            constraintsWithVisualFormat(format, 0, screen.metrics, screen.views));
+    container.beginRecordingChanges();
+    removeWidthsBelow(5);
+    EXPECT_TRUE(container.takeChanges().empty());
+    removeWidthsBelow(11);
+    EXPECT_EQ(container.takeChanges().size(), 1U);
+    ASSERT_EQ(container.constraints().size(), 2U);
+    EXPECT_EQ(container.constraints()[0].constraints.size(), 2U); // gap and width of b
+    EXPECT_EQ(container.constraints()[1].text, "V:|[a]");
 }
 
 TEST(View, TellsWhatChangedSinceAHostLastLooked) {

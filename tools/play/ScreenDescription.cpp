@@ -80,13 +80,19 @@ struct Description {
     }
 
     void lines() {
-        const auto* label = viewAs<Label>(view);
-        if (!label)
-            return;
-        if (label->alignment() == Label::Alignment::Justified)
+        if (const auto* label = viewAs<Label>(view))
+            lines(*label);
+        else if (const auto* button = viewAs<Button>(view); button && button->numberOfLines())
+            object["lines"] = *button->numberOfLines();
+    }
+
+    void lines(const Label& label) {
+        if (label.alignment() == Label::Alignment::Justified)
             object["align"] = "justified";
-        if (label->numberOfLines() == 0)
+        if (label.numberOfLines() == 0)
             object["lines"] = 0;
+        if (const auto& link = label.link())
+            object["link"] = Event::array({link->range.start, link->range.length});
     }
 };
 

@@ -30,6 +30,21 @@ std::string_view withoutLeadingSpace(std::string_view text) {
     return text;
 }
 
+// What an argument stands for.
+struct Placeholder {
+    std::size_t length = 0; // 0: there is none
+    std::size_t number = 0; // of the argument, from 1; 0: the next one
+};
+
+// The one that `text`, which starts with "%", starts with.
+Placeholder leadingPlaceholder(std::string_view text) {
+    if (text.starts_with("%@") || text.starts_with("%d"))
+        return {2, 0};
+    if (text.size() >= 4 && text[1] >= '1' && text[1] <= '9' && text.substr(2, 2) == "$@")
+        return {4, static_cast<std::size_t>(text[1] - '0')};
+    return {};
+}
+
 // Takes a sign off the front of `text`; says whether it was a minus.
 bool takeSign(std::string_view& text) {
     if (text.empty() || (text.front() != '-' && text.front() != '+'))
@@ -63,16 +78,17 @@ Integer integerInFront(std::string_view text) {
 std::string formatted(std::string_view format, std::initializer_list<FormatArgument> arguments) {
     std::string text;
     text.reserve(format.size() + 16); // what most arguments add at most
-    for (auto argument = arguments.begin(); argument != arguments.end();) {
-        const std::size_t at = format.find('%');
-        if (at == std::string_view::npos)
-            break;
-        const bool replaced =
-            format.substr(at).starts_with("%@") || format.substr(at).starts_with("%d");
-        text.append(format.substr(0, replaced ? at : at + 1));
-        if (replaced)
-            text.append((argument++)->text());
-        format.remove_prefix(replaced ? at + 2 : at + 1);
+    std::size_t next = 0;
+    for (std::size_t at; (at = format.find('%')) != std::string_view::npos;) {
+        text.append(format.substr(0, at));
+        format.remove_prefix(at);
+        const Placeholder placeholder = leadingPlaceholder(format);
+        const std::size_t number = placeholder.number ? placeholder.number - 1 : next;
+        const bool replaced = placeholder.length > 0 && number < arguments.size();
+        text.append(replaced ? std::string_view(arguments.begin()[number].text()) : "%");
+        if (replaced && placeholder.number == 0)
+            ++next;
+        format.remove_prefix(replaced ? placeholder.length : 1);
     }
     return text.append(format);
 }

@@ -30,13 +30,15 @@ private:
     std::string text_;
 };
 
-/// `format` with its placeholders "%@" and "%d" replaced by the arguments in turn. Both take any
-/// argument. A missing text prints as "(null)"; a placeholder without an argument stays as it
-/// stands; an argument without a placeholder is left out; any other "%" is text.
+/// `format` with its placeholders "%@" and "%d" replaced by the arguments in turn, and "%1$@" to
+/// "%9$@" by the argument of that number. All take any argument. A missing text prints as
+/// "(null)"; a placeholder without an argument stays as it stands; an argument without a
+/// placeholder is left out; any other "%" is text.
 ///
 ///     formatted("%@ of %d", {"one", 3});                   // "one of 3"
 ///     formatted("%@", {std::optional<std::string>()});     // "(null)"
 ///     formatted("%d%%, %@", {5});                          // "5%%, %@"
+///     formatted("%2$@ before %1$@", {"b", "a"});          // "a before b"
 std::string formatted(std::string_view format, std::initializer_list<FormatArgument> arguments);
 
 /// `prefix` followed by `number` in decimal: a consent key. Faster than `formatted`, for thousands.

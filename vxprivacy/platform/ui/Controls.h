@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -47,6 +48,13 @@ public:
     void setFont(Font font) { set(font_, std::optional(std::move(font))); }
     const std::optional<Colour>& titleColor() const { return colour_; }
     void setTitleColor(const Colour& colour) { set(colour_, std::optional(colour)); }
+    /// How many lines the title takes at most; 0: as many as it needs. Absent: the platform's, one.
+    const std::optional<std::int32_t>& numberOfLines() const { return lines_; }
+    void setNumberOfLines(std::int32_t lines) { set(lines_, std::optional(lines)); }
+    /// How small the title's letters may become, as a share of their size, before a single line
+    /// that is too long for its place is cut off. 1, and nothing shrinks, unless told otherwise.
+    double minimumScaleFactor() const { return minimumScaleFactor_; }
+    void setMinimumScaleFactor(double factor) { set(minimumScaleFactor_, factor); }
     /// A button that is not enabled takes no touch, and a host shows it so. Enabled unless told
     /// otherwise.
     bool enabled() const { return enabled_; }
@@ -60,6 +68,8 @@ private:
     std::string title_;
     std::optional<Font> font_;
     std::optional<Colour> colour_;
+    std::optional<std::int32_t> lines_;
+    double minimumScaleFactor_ = 1;
     bool enabled_ = true;
     bool leavesApplication_ = false;
 };

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "vxprivacy/platform/foundation/CodePoints.h"
 #include "vxprivacy/platform/ui/View.h"
 
 namespace vx {
@@ -25,6 +26,16 @@ public:
     /// `Natural`: as the user's language runs. `Justified`: both edges straight.
     enum class Alignment { Natural, Justified };
 
+    /// Words of the text that lead somewhere. They only look like it: what a tap does is the tap
+    /// recogniser's business, which hears which character was tapped.
+    struct Link {
+        CodePointRange range;
+        Colour colour;
+        bool underlined = true;
+
+        friend bool operator==(const Link&, const Link&) = default;
+    };
+
     Kind kind() const override { return Kind::Label; }
 
     /// UTF-8; may have line breaks.
@@ -40,6 +51,9 @@ public:
     void setNumberOfLines(std::int32_t lines) { set(lines_, lines); }
     Alignment alignment() const { return alignment_; }
     void setAlignment(Alignment alignment) { set(alignment_, alignment); }
+    /// Absent unless told otherwise. It stays where it is when the text changes.
+    const std::optional<Link>& link() const { return link_; }
+    void setLink(const std::optional<Link>& link) { set(link_, link); }
 
 private:
     std::string text_;
@@ -47,6 +61,7 @@ private:
     std::optional<Colour> colour_;
     std::int32_t lines_ = 1;
     Alignment alignment_ = Alignment::Natural;
+    std::optional<Link> link_;
 };
 
 } // namespace vx

@@ -4,6 +4,11 @@ namespace vx {
 
 ScrollViewDelegate::~ScrollViewDelegate() = default;
 
+void ScrollView::setMeasures(double frameHeight, double contentHeight) {
+    setSize(width(), frameHeight);
+    contentHeight_ = contentHeight;
+}
+
 void ScrollView::scrolledTo(Offset offset) {
     setContentOffset(offset);
     if (delegate_)

@@ -11,8 +11,9 @@ class ScrollViewDelegate {
 public:
     virtual ~ScrollViewDelegate();
 
-    /// The user moved the content; it stands at its new place already. The delegate may move it
-    /// once more with `setContentOffset`, to hold one direction for instance.
+    /// The user moved the content, which stands at its new place already, or the view or its
+    /// content got another height. The delegate may move it once more with `setContentOffset`, to
+    /// hold one direction for instance.
     virtual void scrollViewDidScroll(ScrollView& scrollView) = 0;
 };
 
@@ -35,6 +36,12 @@ public:
     /// The top left corner unless the user or the screen moved the content. It is not held to the
     /// content's size, which only a host knows.
     const Offset& contentOffset() const { return offset_; }
+    /// Points; what a host last measured, 0 before. The frame is the part of the content that is
+    /// seen.
+    double frameHeight() const { return height(); }
+    double contentHeight() const { return contentHeight_; }
+    /// Notes what a host measured. The delegate does not hear of it.
+    void setMeasures(double frameHeight, double contentHeight);
     /// Moves the content. The delegate does not hear of it.
     void setContentOffset(Offset offset) { set(offset_, offset, ViewChange::What::Scrolling); }
     /// What the platform does when the user moved the content: takes the offset and tells the
@@ -46,6 +53,7 @@ public:
 private:
     ScrollViewDelegate* delegate_ = nullptr;
     Offset offset_;
+    double contentHeight_ = 0;
 };
 
 } // namespace vx

@@ -42,6 +42,10 @@ void View::setSize(double width, double height) {
     setRare(&Rare::height, height);
 }
 
+void View::setCompressionResistance(float priority) {
+    setRare(&Rare::compressionResistance, priority);
+}
+
 void View::addTapRecogniser(std::function<void(std::size_t)> action) {
     ownRare().tap = std::move(action);
     changed(ViewChange::What::Properties);
@@ -100,14 +104,22 @@ void View::addConstraints(VisualFormat format) {
     changed(ViewChange::What::Subviews);
 }
 
-void View::dropConstraintsOn(const View& removed) {
-    const auto concerns = [&](const View* item) { return item && item->isDescendantOf(removed); };
+void View::removeConstraints(const std::function<bool(const LayoutConstraint&)>& chosen) {
+    std::size_t removed = 0;
     for (VisualFormat& format : constraints_)
-        std::erase_if(format.constraints, [&](const LayoutConstraint& constraint) {
-            return concerns(constraint.firstItem) || concerns(constraint.secondItem);
-        });
+        removed += std::erase_if(format.constraints, chosen);
+    if (removed == 0)
+        return;
     std::erase_if(constraints_,
                   [](const VisualFormat& format) { return format.constraints.empty(); });
+    changed(ViewChange::What::Subviews);
+}
+
+void View::dropConstraintsOn(const View& removed) {
+    const auto concerns = [&](const View* item) { return item && item->isDescendantOf(removed); };
+    removeConstraints([&](const LayoutConstraint& constraint) {
+        return concerns(constraint.firstItem) || concerns(constraint.secondItem);
+    });
 }
 
 void View::changed(ViewChange::What what) {

@@ -75,6 +75,11 @@ public:
     const Border& border() const { return rare().border; }
     void setBorder(const Border& border);
 
+    /// How strongly the view, beside others in a line, holds out against being made narrower than
+    /// its content; the weakest yields first. 750 unless told otherwise.
+    float compressionResistance() const { return rare().compressionResistance; }
+    void setCompressionResistance(float priority);
+
     /// Points; what a host or controller last told, 0 before. Only the root's count: a screen
     /// computes its metrics from the width, and a host the shares of it.
     double width() const { return rare().width; }
@@ -113,6 +118,9 @@ public:
     /// Attaches the constraints of a format. Those of views outside this view's tree are left out;
     /// a format of which none is left is not kept.
     void addConstraints(VisualFormat format);
+    /// Takes off those attached to this view that `chosen` says yes to. A format of which none is
+    /// left goes too.
+    void removeConstraints(const std::function<bool(const LayoutConstraint&)>& chosen);
 
     // For a host that brings a picture up to date instead of painting anew.
 
@@ -138,6 +146,7 @@ private:
     // What few views have, of the thousands that a screen has.
     struct Rare {
         Border border;
+        float compressionResistance = 750;
         double width = 0;
         double height = 0;
         std::function<void(std::size_t)> tap;

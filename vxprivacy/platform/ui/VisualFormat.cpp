@@ -34,6 +34,8 @@ public:
           metrics_(metrics), views_(views) {}
 
     std::vector<LayoutConstraint> resolve() {
+        if (syntax_.items.empty())
+            return {};
         items_.reserve(syntax_.items.size());
         for (const auto& item : syntax_.items)
             items_.push_back(item.isSuperview() ? nullptr : view(item.name, item.place));

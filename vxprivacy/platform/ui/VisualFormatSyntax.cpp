@@ -47,8 +47,11 @@ public:
         if (at_ < text_.size())
             fail("nothing may follow the superview");
         const auto isSuperview = [](const auto& each) { return each.isSuperview(); };
-        if (std::ranges::all_of(syntax_.items, isSuperview))
-            fail("a view is missing");
+        if (std::ranges::all_of(syntax_.items, isSuperview)) {
+            if (!text_.ends_with("|-|"))
+                fail("a view is missing");
+            return {};
+        }
         return std::move(syntax_);
     }
 

@@ -14,7 +14,8 @@ namespace vx {
 /// A visual-format string taken apart, nothing in it resolved yet: it does not matter here which
 /// views and metrics there are. Names view into the string, which must outlive this.
 ///
-/// "H:|-[a(20)]" has the items "|" and "a". "|" has one gap, of 8; "a" has one size, of 20.
+/// "|-|", the superview held to itself, has no items. "H:|-[a(20)]" has the items "|" and "a". "|"
+/// has one gap, of 8; "a" has one size, of 20.
 struct VisualFormatSyntax {
     /// A number as written, or the name of a metric or view.
     using Operand = std::variant<double, std::string_view>;
@@ -39,7 +40,7 @@ struct VisualFormatSyntax {
     };
 
     bool vertical = false;
-    /// In the order of the string; at least one of them is a view.
+    /// In the order of the string; at least one of them is a view, or there is none.
     std::vector<Item> items;
     std::vector<Predicate> predicates; ///< of all items, in order
 };
