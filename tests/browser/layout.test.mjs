@@ -12,8 +12,10 @@ function measure() {
     const { left, right, top, bottom, width, height } = element.getBoundingClientRect();
     if (width === 0 || height === 0) continue;
     const name = element.textContent.slice(0, 40) || element.id;
-    boxes.push({ id: element.id, name, left, right, top, bottom, width, height,
-      control: !element.matches(".label") });
+    // A switch takes taps on more than is drawn of it.
+    const art = element.matches(".switch") ? parseFloat(getComputedStyle(element, "::before").height) : height;
+    boxes.push({ id: element.id, name, left, right, top: top + (height - art) / 2,
+      bottom: bottom - (height - art) / 2, width, height, control: !element.matches(".label") });
     const range = document.createRange();
     if (element.firstChild) range.selectNode(element.firstChild); // what a link says unseen comes after
     for (const line of element.firstChild ? range.getClientRects() : [])
@@ -73,6 +75,41 @@ for (const [name, file, language] of [["sample", sample, "en"], ["french", frenc
         assert.deepEqual(page.failures, []);
       }
   });
+
+test("a row is as high as what it is held to, and grows only where its title wraps", async (t) => {
+  const long = "A title that is far too long for one line of any phone that was ever made";
+  const texts = (ID, name) => ({ ID: String(ID), name, description: "Why." });
+  const address = await serve(t, {
+    information: { version: 1, content: "You decide." },
+    global_consent: { name: "All", description: "All of them." },
+    categories: [{ ...texts(1, "Short"), subcategories: [texts(2, "Short"), texts(3, long)] },
+      texts(4, long), texts(5, "")] });
+  for (const textSize of [0.75, 1, 2]) {
+    const page = await open(t, address, { textSize });
+    const { rows, boxes } = await page.evaluate(measure);
+    assert.deepEqual(overlapping(boxes), [], `${textSize}`);
+    const high = rows.map(({ row, title, scale }, i) => {
+      const next = rows[i + 1]?.row.top ?? Infinity;
+      assert.ok(title.bottom + 2 < next, "a title is nearer to its own text");
+      return [scale, row.height, title.height];
+    });
+    const [, nameless] = high.pop(); // its switch may hang into the gap, but not over the text
+    near(nameless, 31 * 0.875 - 8, "without a title");
+    for (const [scale, row, title] of high) {
+      if (scale === "0.75") near(row, Math.max(title, 31 * 0.875 - 8), "as high as its title");
+      else near(row, Math.max(31, title + 5), "as high as its switch, unless the title wraps");
+    }
+    assert.ok(high.filter(([, , title]) => title > 30 * textSize).length === 2, "two wrap");
+  }
+});
+
+test("a long policy link keeps its margin at either side", async (t) => {
+  const page = await open(t, await serve(t, { information: { version: 1, content: "You decide.",
+    privacy_policy_url: "https://example.com/", privacy_policy_text: "Everything we write ".repeat(9) } }));
+  const { left, right } = await page.locator(".leaves").evaluate((link) => link.getBoundingClientRect());
+  near(left, 10, "left");
+  assert.ok(right <= 380.5 && right > 340, `right: ${right}`);
+});
 
 test("the text size takes effect, and gaps are the constraints'", async (t) => {
   const address = await serve(t, sample);

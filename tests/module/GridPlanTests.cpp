@@ -69,7 +69,7 @@ std::string described(const Container& container) {
     for (const auto& column : plan.columns)
         text << column.gap << (column.fills ? " * " : " . ");
     text << plan.gapAfterColumns << " |";
-    for (const auto& [view, column, row] : plan.items)
+    for (const auto& [view, column, row, asHighAs] : plan.items)
         text << ' ' << container.nameOf(view) << '(' << row << ' ' << column << ')';
     return text.str();
 }
@@ -81,10 +81,11 @@ TEST(GridPlan, PutsWhatTheRulesSayIntoRowsAndColumns) {
         std::string plan;
     };
     const std::vector<Case> cases = {
-        // A chain from top to bottom, pinned to both sides or to one.
+        // A chain from top to bottom, pinned to both sides or to one: then the other side keeps
+        // the gap, should the content be as long.
         {"ab",
          {"V:|-[a]-[b]-10-|", "H:|-10-[a(<=container)]-10-|", "H:|-20-[b]"},
-         "10 * 0 | a(0=8/0 0=0/10) b(1=8/10 0S10/0)"},
+         "10 * 10 | a(0=8/0 0=) b(1=8/10 0S10/10)"},
         // Title and switch at opposite edges of one row.
         {"as", {"V:|-5-[a]", "V:|[s]", "H:|[a]", "H:[s]|"}, "0 * 0 . 0 | a(0S5/0 0S) s(0S 1E)"},
         {"as",
@@ -137,6 +138,22 @@ TEST(GridPlan, CentresWhatNothingHoldsOnBothSides) {
     container.attach("V:|-[a]-[b]-|", kAlignAllCentreX);
     container.attach("H:|-[a]-|");
     EXPECT_EQ(described(container), "0 * 0 | a(0=8/0 0=8/8) b(1=8/8 0C)");
+}
+
+TEST(GridPlan, KnowsWhichViewInABoxGivesItsHeight) {
+    Container container;
+    for (const char* name : {"a", "b", "c"})
+        container.add<View>(name);
+    const auto title = std::make_shared<Label>();
+    (*container.views.find("b"))->addSubview(title);
+    container.views.set("title", title);
+    for (const char* format : {"V:|[a]-[b]-[c]|", "V:[a(title)]", "V:[b(title)]", "V:[b(>=title)]",
+                               "H:[c(title)]"}) // only the second says so
+        container.attach(format);
+    std::vector<const View*> given;
+    for (const auto& item : gridPlan(*container.view, kScreenWidth).items)
+        given.push_back(item.asHighAs);
+    EXPECT_EQ(given, (std::vector<const View*>{nullptr, title.get(), nullptr}));
 }
 
 TEST(GridPlan, AScreenGivesItsHeightToWhatScrolls) {

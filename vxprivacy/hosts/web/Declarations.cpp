@@ -18,6 +18,7 @@ struct Overlap {
     double above = 0;
     double below = 0;
 };
+constexpr double kSwitchHeight = 31;
 constexpr Overlap kSwitchOverlap = {6.5, 6.5};
 constexpr Overlap kLinkOverlap = {5, 1.5};
 
@@ -119,7 +120,7 @@ bool isStack(const GridPlan& plan) {
 
 // Lines are counted from 1; the gap before each column is a track of its own.
 std::string lines(const GridPlan::Item& item, bool stack) {
-    const auto& [view, column, row] = item;
+    const auto& [view, column, row, asHighAs] = item;
     std::string text = declaration("grid-column", std::to_string(2 * column.first + 2) + "/" +
                                                       std::to_string(2 * column.last + 1));
     if (!stack)
@@ -137,10 +138,25 @@ Overlap overlapOf(const View& view) {
                                   [](const View&) { return Overlap(); }});
 }
 
-std::string sizes(const GridPlan::Item& item) {
-    const auto& [view, column, row] = item;
+// How far an item hangs below a container of this height: the one that gives it by its own margin,
+// a switch beside it by what is more; no further than there is room. Texts never hang, since one
+// that wraps would touch what comes next.
+double overhang(const GridPlan::Item& item, const Height& height) {
+    if (!height.of)
+        return 0;
+    if (item.view == height.of)
+        return std::min(item.row.before, height.room);
+    if (item.view->kind() != View::Kind::Switch)
+        return 0;
+    const double drawn = kSwitchHeight * (1 + item.view->scale()) / 2;
+    return kSwitchHeight - std::max(drawn - height.room, 0.0);
+}
+
+std::string sizes(const GridPlan::Item& item, const Height& height) {
+    const auto& [view, column, row, asHighAs] = item;
     const Overlap overlap = overlapOf(*view);
-    std::string text = margins("block", row.before - overlap.above, row.after - overlap.below);
+    std::string text = margins("block", row.before - overlap.above,
+                               row.after - overlap.below - overhang(item, height));
     text += margins("inline", column.before, column.after);
     text += along("width", column.size.exact) + along("min-width", column.size.least) +
             along("max-width", column.size.most);
@@ -181,12 +197,21 @@ std::string grid(const GridPlan& plan) {
     return text + declaration("grid-template-rows", rows.substr(1));
 }
 
-std::vector<std::string> placements(const GridPlan& plan) {
+std::vector<std::string> placements(const GridPlan& plan, const Height& height) {
     const bool stack = isStack(plan);
+    const Height used = plan.rowFills.size() == 1 ? height : Height();
     std::vector<std::string> texts;
     for (const auto& item : plan.items)
-        texts.push_back(lines(item, stack) + sizes(item));
+        texts.push_back(lines(item, stack) + sizes(item, used));
     return texts;
+}
+
+Height heightOf(const GridPlan& plan, std::size_t index) {
+    const GridPlan::Item& item = plan.items[index];
+    Height height{item.asHighAs, item.row.after};
+    if (index + 1 < plan.items.size() && plan.items[index + 1].row.first >= item.row.last)
+        height.room += plan.items[index + 1].row.before;
+    return height;
 }
 
 Colours coloursOf(const View& root) {

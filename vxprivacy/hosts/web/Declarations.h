@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -18,8 +19,17 @@ enum class Colours { Own, Platform };
 std::string look(const View& view, Colours colours);
 /// The columns and rows of a container.
 std::string grid(const GridPlan& plan);
-/// Where each item of the plan stands.
-std::vector<std::string> placements(const GridPlan& plan);
+/// That a container is as high as one of its subviews, where another rule says so.
+struct Height {
+    const View* of = nullptr; ///< null: it is as high as its content
+    /// Points of empty room below the container, into which its content may hang.
+    double room = 0;
+};
+
+/// Where each item of the plan stands, in a container of this height.
+std::vector<std::string> placements(const GridPlan& plan, const Height& height);
+/// The height of the container that is item `index` of the plan.
+Height heightOf(const GridPlan& plan, std::size_t index);
 
 /// `Platform` when nothing in the tree has a colour of its own except links and white.
 Colours coloursOf(const View& root);

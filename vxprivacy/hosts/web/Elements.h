@@ -7,6 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "vxprivacy/hosts/web/Declarations.h"
 #include "vxprivacy/platform/ui/ScrollView.h"
 
 namespace vx::web {
@@ -18,6 +19,8 @@ struct Element {
     /// Declarations of its place in its container, and of the container that it is.
     std::string placement;
     std::string grid;
+    /// What its container says of its height.
+    Height height;
     /// Ids of the labels that name and describe a switch; empty: none.
     std::string title;
     std::string description;

@@ -125,10 +125,11 @@ void Painter::paintContainer(View& view) {
 void Painter::arrange(View& container, const GridPlan& plan) {
     Element& own = elements_.of(container);
     own.grid = grid(plan);
-    const auto places = placements(plan);
+    const auto places = placements(plan, own.height);
     for (std::size_t i = 0; i < plan.items.size(); ++i) {
         Element& element = elements_.of(*plan.items[i].view);
         element.placement = places[i];
+        element.height = heightOf(plan, i);
         element.following.reset();
         if (i + 1 < plan.items.size() && isText(*plan.items[i + 1].view))
             element.following = plan.items[i + 1].view->weak_from_this();
@@ -144,12 +145,12 @@ void Painter::describeSwitch(Element& element, const GridPlan& plan, const GridP
                              const Element& container) {
     element.title.clear();
     element.description.clear();
-    for (const auto& [view, column, row] : plan.items)
-        if (isText(*view) && element.description.empty()) {
-            if (element.title.empty() && beginsInRowOf({view, column, row}, item))
-                element.title = elements_.of(*view).id;
-            else if (row.first > item.row.first)
-                element.description = elements_.of(*view).id;
+    for (const auto& other : plan.items)
+        if (isText(*other.view) && element.description.empty()) {
+            if (element.title.empty() && beginsInRowOf(other, item))
+                element.title = elements_.of(*other.view).id;
+            else if (other.row.first > item.row.first)
+                element.description = elements_.of(*other.view).id;
         }
     if (const auto following = container.following.lock(); element.description.empty() && following)
         element.description = elements_.of(*following).id;

@@ -49,6 +49,8 @@ struct GridPlan {
         View* view = nullptr; ///< a subview of the container
         Place column;
         Place row;
+        /// A subview of `view` whose height it has; null: it is as high as its content.
+        const View* asHighAs = nullptr;
     };
 
     /// Rows have no such thing: their gaps are the margins of the items.

@@ -51,6 +51,7 @@ public:
         std::ranges::sort(numbers_);
         horizontal.children.resize(children.size());
         vertical.children.resize(children.size());
+        asHighAs.resize(children.size());
         for (const VisualFormat& format : container.constraints())
             for (const LayoutConstraint& constraint : format.constraints)
                 take(constraint);
@@ -58,6 +59,8 @@ public:
 
     GridAxis horizontal;
     GridAxis vertical;
+    /// Of each child, the view in it that gives its height, or null.
+    std::vector<const View*> asHighAs;
 
 private:
     using Child = std::optional<std::size_t>;
@@ -105,6 +108,9 @@ private:
             rules.equalSize = axis.children[*other].equalSize = true;
         else if (equal && second == &container_)
             rules.asLargeAsContainer = true;
+        else if (equal && second && second->superview() == constraint.firstItem &&
+                 constraint.firstAttribute == Attribute::Height && !asHighAs[child])
+            asHighAs[child] = second;
     }
 
     // A metric was computed from the screen's width, and stays a share of it.
@@ -136,6 +142,19 @@ private:
     const double screenWidth_;
     std::vector<std::pair<const View*, std::size_t>> numbers_; // by address
 };
+
+// Who is held to the container's start alone, and may be as long as to reach its end, keeps the
+// same gap there.
+void keepGaps(GridAxis::Result& columns, const GridAxis& rules) {
+    for (std::size_t i = 0; i < columns.places.size(); ++i) {
+        const GridAxis::Child& child = rules.children[i];
+        Place& place = columns.places[i];
+        if (columns.loose[i] || child.asLargeAsContainer || child.size.exact)
+            continue;
+        if (child.start && !child.end && place.last == columns.tracks)
+            place.after = *child.start;
+    }
+}
 
 // What no rule puts into a row comes after the rest, unless no child has one.
 void placeLooseRows(GridAxis::Result& rows) {
@@ -189,7 +208,7 @@ void fillColumns(GridPlan& plan, const GridAxis& rules, std::size_t tail) {
     for (auto& column : columns)
         column.fills = false;
     for (std::size_t i = 0; i < plan.items.size(); ++i) {
-        const auto& [view, column, row] = plan.items[i];
+        const auto& [view, column, row, asHighAs] = plan.items[i];
         const bool fills = rules.children[i].equalSize || (!column.size.exact && !isControl(*view));
         if (column.last == column.first + 1 && fills)
             columns[column.first].fills = true;
@@ -223,7 +242,7 @@ void shareGaps(GridPlan& plan) {
 void fillRows(GridPlan& plan, const GridAxis& rules, std::size_t rows) {
     plan.rowFills.assign(rows, false);
     for (std::size_t i = 0; i < plan.items.size(); ++i) {
-        const auto& [view, column, row] = plan.items[i];
+        const auto& [view, column, row, asHighAs] = plan.items[i];
         const bool fills =
             view->kind() == View::Kind::Scroll || rules.children[i].asLargeAsContainer;
         if (row.last == row.first + 1 && fills)
@@ -247,12 +266,14 @@ GridPlan gridPlan(const View& container, double screenWidth) {
         columns = unarranged(children.size());
     if (!rows)
         rows = unarranged(children.size());
+    keepGaps(*columns, rules.horizontal);
     placeLooseRows(*rows);
 
     GridPlan plan;
     plan.scrolls = container.kind() == View::Kind::Scroll;
     for (std::size_t i = 0; i < children.size(); ++i) {
-        plan.items.push_back({children[i].get(), columns->places[i], rows->places[i]});
+        plan.items.push_back(
+            {children[i].get(), columns->places[i], rows->places[i], rules.asHighAs[i]});
         if (columns->loose[i] && plan.scrolls)
             plan.items[i].column.alignment = Alignment::Stretch;
     }

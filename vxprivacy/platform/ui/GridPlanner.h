@@ -5,8 +5,8 @@
 
 namespace vx {
 
-/// The plan of `container`, from the constraints attached to it that concern its own subviews;
-/// those attached elsewhere, and those on deeper views, do not count. A pure function: the tree
+/// The plan of `container`, from the constraints attached to it that concern its own subviews, or
+/// give one of them the height of a view in it; all others do not count. A pure function: the tree
 /// stays as it is, and the same tree gives the same plan.
 ///
 /// Never fails: rules that contradict each other (circles, two views on one spot) leave one row for
