@@ -3,11 +3,11 @@
 #include <chrono>
 #include <optional>
 
-#include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "tests/services/TestServices.h"
+#include "tests/services/faults/StoreFaults.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
@@ -77,17 +77,6 @@ private:
     World world_;
 };
 
-// Holds the store as a process does that writes and does not come to an end.
-class Lock {
-public:
-    explicit Lock(const fs::path& file) : file_(file.string(), SQLite::OPEN_READWRITE, 1000) {
-        file_.exec("BEGIN IMMEDIATE");
-    }
-
-private:
-    SQLite::Database file_;
-};
-
 class SharedStore : public testing::Test {
 protected:
     Text inFile(std::string_view key) { return Elsewhere(file).get(key); }
@@ -125,7 +114,7 @@ TEST_F(SharedStore, APendingChoiceGivesWayToALaterOneAlone) {
         EngineProcess application(file);
         application.saveAt(1000, kRefused);
         {
-            Lock lock(file);
+            const LockedFile lock(file);
             application.saveAt(5000, kAccepted);
             EXPECT_TRUE(application.sdk->isOn());
             application.world.store().set("the application's", "own");
@@ -222,25 +211,18 @@ TEST_F(SharedStore, AStoreThatCannotBeOpenedAtStartIsBelievedWhenItComesBack) {
 TEST_F(SharedStore, AFileThatMayBeWrittenAgainIsWritten) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can become a user whose rights end";
-    constexpr uid_t kNobody = 65534;
     Elsewhere(file).save(1'599'000'000'000, "1");
-    for (const fs::path& path : {directory / "", file.parent_path(), file})
-        EXPECT_EQ(::chown(path.c_str(), kNobody, kNobody), 0);
-    ASSERT_EQ(::seteuid(kNobody), 0);
-    fs::permissions(file, fs::perms::owner_read);
-    {
-        EngineProcess application(file);
-        EXPECT_TRUE(VXPrivacyAPI::isCategoryAccepted(1));
-        application.saveAt(1'600'000'000'000, kRefused);
-        EXPECT_EQ(application.world.log.count("cannot be written", 4), 1U)
-            << application.world.log.text();
-        fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
-        EXPECT_TRUE(application.world.pollUntil([&] {
-            return application.world.log.count("written again") == 1;
-        })) << application.world.log.text();
-        EXPECT_EQ(inFile("PRIVACY_CAT_1"), "0");
-    }
-    ASSERT_EQ(::seteuid(0), 0);
+    const ReadOnlyFile readOnly(file);
+    EngineProcess application(file);
+    EXPECT_TRUE(VXPrivacyAPI::isCategoryAccepted(1));
+    application.saveAt(1'600'000'000'000, kRefused);
+    EXPECT_EQ(application.world.log.count("cannot be written", 4), 1U)
+        << application.world.log.text();
+    readOnly.makeWritable();
+    EXPECT_TRUE(application.world.pollUntil([&] {
+        return application.world.log.count("written again") == 1;
+    })) << application.world.log.text();
+    EXPECT_EQ(inFile("PRIVACY_CAT_1"), "0");
 }
 
 // The bound is generous; that it is kept at all is what counts.
@@ -248,7 +230,7 @@ TEST_F(SharedStore, ALockedFileHoldsNothingUp) {
     const auto start = std::chrono::steady_clock::now();
     {
         std::optional<EngineProcess> application(std::in_place, file);
-        const Lock lock(file);
+        const LockedFile lock(file);
         for (std::uint64_t time = 1; time <= 10; ++time) {
             application->saveAt(time, kRefused);
             application->world.services.poll();

@@ -1,14 +1,13 @@
-#include <csignal>
 #include <random>
 #include <string>
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "tests/services/TestServices.h"
+#include "tests/services/faults/StoreFaults.h"
 #include "tools/system/Files.h"
 
 namespace vx::services::test {
@@ -25,24 +24,6 @@ unsigned mode(const fs::path& file) {
     struct stat found {};
     return ::lstat(file.c_str(), &found) == 0 ? found.st_mode & 07777 : 0;
 }
-
-// Makes every write beyond the present size of `file` fail, as on a full disk.
-class FullDisk {
-public:
-    explicit FullDisk(const fs::path& file) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        set(fs::file_size(file));
-    }
-    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &before_); }
-
-private:
-    void set(rlim_t size) const {
-        const rlimit limit{size, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    rlimit before_{};
-};
 
 class Store : public testing::Test {
 protected:

@@ -36,6 +36,7 @@ std::vector<std::string> studioCommand(const TemporaryDirectory& directory,
 
 StudioProcess::StudioProcess(std::vector<std::string> options)
     : program_(studioCommand(directory_, onAnyPort(std::move(options)))) {
+    std::signal(SIGPIPE, SIG_IGN); // the studio may close a connection that is still written to
     std::optional<std::string> line;
     while (transcript_.find("Ctrl-C") == std::string::npos && (line = program_.nextLine()))
         transcript_ += *line + '\n';

@@ -53,7 +53,7 @@ SilentNameServer::~SilentNameServer() {
     silent.notify_all();
 }
 
-bool SilentNameServer::isAsked() const {
+bool SilentNameServer::isAsked() {
     return asked > 0;
 }
 

@@ -36,7 +36,8 @@ public:
     SilentNameServer(const SilentNameServer&) = delete;
     SilentNameServer& operator=(const SilentNameServer&) = delete;
 
-    bool isAsked() const;
+    /// Whether the present one was asked for a name.
+    static bool isAsked();
 };
 
 } // namespace vx::services::test
