@@ -33,7 +33,7 @@ test("markup and script in every field are text", async (t) => {
   assert.deepEqual(titles, Array(5).fill(evil));
   await page.locator(".switch").first().click();
   await page.waitForFunction(() => !document.querySelector(".switch:checked")); // patched
-  assert.equal(await page.title(), "Privacy");
+  assert.equal(await page.title(), "Privacy settings");
   assert.deepEqual(page.failures, []);
 });
 
@@ -47,7 +47,7 @@ test("only http, https and mailto open", async (t) => {
   assert.deepEqual(patches, [{}, {}, {}, {}, { open: ["HTTPS://policy.example/"] }]);
   await (await opened).waitForURL("https://policy.example/"); // the first, and the last link's
   assert.equal(page.context().pages().length, 2);
-  assert.equal(await page.title(), "Privacy");
+  assert.equal(await page.title(), "Privacy settings");
   const asked = (await recorded(address)).filter((event) => event.open).map((event) => event.open);
   assert.deepEqual(asked, ["javascript:document.title='run'", "javascript:alert(1)",
     "data:text/html,hello", "HTTPS://policy.example/"]);
