@@ -5,13 +5,16 @@
 #
 # defines the function, which the header declares to return vx::web::StaticFiles: the files under
 # their paths in BASE, with their media types. They are written into a source when one has changed;
-# this file is also the script that writes it.
+# this file is also the script that writes it. A file "all.css=a.css+b.css" is made of others, one
+# behind the other.
 
 function(vxprivacy_embed target)
     cmake_parse_arguments(PARSE_ARGV 1 embed "" "FUNCTION;HEADER;BASE" "FILES")
     string(REGEX REPLACE ".*:" "" name ${embed_FUNCTION})
     set(output ${CMAKE_CURRENT_BINARY_DIR}/embedded/${name}.cpp)
-    list(TRANSFORM embed_FILES PREPEND "${embed_BASE}/" OUTPUT_VARIABLE paths)
+    string(REGEX REPLACE "[^;=]+=" "" parts "${embed_FILES}")
+    string(REPLACE "+" ";" paths "${parts}")
+    list(TRANSFORM paths PREPEND "${embed_BASE}/")
     list(JOIN embed_FILES "|" files)
     set(script ${CMAKE_CURRENT_FUNCTION_LIST_FILE})
     add_custom_command(OUTPUT ${output}
@@ -38,8 +41,15 @@ endfunction()
 function(vxprivacy_write_embedded)
     string(REPLACE "|" ";" files "${FILES}")
     foreach(file IN LISTS files)
+        string(REGEX REPLACE "^[^=]+=" "" parts "${file}")
+        string(REGEX REPLACE "=.*" "" file "${file}")
         vxprivacy_media_type(${file} type)
-        file(READ "${BASE}/${file}" bytes HEX)
+        string(REPLACE "+" ";" parts "${parts}")
+        set(bytes "")
+        foreach(part IN LISTS parts)
+            file(READ "${BASE}/${part}" part_bytes HEX)
+            string(APPEND bytes "${part_bytes}")
+        endforeach()
         string(REGEX REPLACE "(..)" "'\\\\x\\1'," bytes "${bytes}")
         list(LENGTH arrays number)
         # The zero at the end is for files that are empty.

@@ -19,7 +19,7 @@ for (const [name, file, language] of [["sample", sample, "en"], ["french", frenc
     });
 
 test("a dark page shows only where the configuration sets no colours", async (t) => {
-  for (const [file, ground] of [[french, "rgb(0, 0, 0)"], [sample, "rgb(251, 250, 247)"]]) {
+  for (const [file, ground] of [[french, "rgb(20, 28, 35)"], [sample, "rgb(251, 250, 247)"]]) {
     const page = await open(t, await serve(t, file), { colorScheme: "dark" });
     const seen = await page.locator(".scroll").evaluate((element) => {
       while (getComputedStyle(element).backgroundColor === "rgba(0, 0, 0, 0)")

@@ -23,6 +23,7 @@ function measure() {
           line.top < top - 1 || line.bottom > bottom + 1)) cut.push(`${name}: text`);
     if (left < 0 || right > innerWidth) cut.push(`${name}: ${left} to ${right}`);
   }
+  const screen = document.querySelector(".screen").getBoundingClientRect().toJSON();
   const wide = [...document.querySelectorAll(".scroll"), document.documentElement]
     .filter((element) => element.scrollWidth > element.clientWidth).map((element) => element.id);
   const scroll = document.querySelector(".scroll");
@@ -33,7 +34,7 @@ function measure() {
       title: title.getBoundingClientRect().toJSON(), row: row.toJSON(),
       control: control.getBoundingClientRect().toJSON() };
   });
-  return { boxes, cut, wide, rows, whole: scroll.scrollHeight <= scroll.clientHeight };
+  return { boxes, cut, wide, rows, screen, whole: scroll.scrollHeight <= scroll.clientHeight };
 }
 
 function overlapping(boxes) {
@@ -56,7 +57,7 @@ for (const [name, file, language] of [["sample", sample, "en"], ["french", frenc
       for (const textSize of [1, 2]) {
         const where = `${width} at ${textSize * 100} %`;
         const page = await open(t, address, { width, textSize });
-        const { boxes, cut, wide, rows } = await page.evaluate(measure);
+        const { boxes, cut, wide, rows, screen } = await page.evaluate(measure);
         assert.ok(boxes.length > 10, where);
         assert.deepEqual(cut, [], where);
         assert.deepEqual(wide, [], where);
@@ -64,13 +65,13 @@ for (const [name, file, language] of [["sample", sample, "en"], ["french", frenc
         for (const { name, width, height, control } of boxes)
           assert.ok(!control || (width >= 44 && height >= 44), `${where}: ${name} is too small`);
         for (const { scale, title, row, control } of rows) {
-          near(row.left, 8, `${where}: row`);
-          near(row.right, width - 8, `${where}: row`);
+          near(row.left, screen.left + 8, `${where}: row`);
+          near(row.right, screen.right - 8, `${where}: row`);
           near(control.right, row.right, `${where}: switch`);
           near(title.left, row.left + (scale === "0.6" ? 10 : 0), `${where}: title`);
           if (scale !== "0.75") continue; // a category's title and switch are shares of the screen
-          near(title.width, 0.8 * width, `${where}: title's share`);
-          near(control.width, 0.15 * width, `${where}: switch's share`);
+          near(title.width, 0.8 * screen.width, `${where}: title's share`);
+          near(control.width, 0.15 * screen.width, `${where}: switch's share`);
         }
         assert.deepEqual(page.failures, []);
       }
@@ -111,7 +112,7 @@ test("a long policy link keeps its margin at either side", async (t) => {
   assert.ok(right <= 380.5 && right > 340, `right: ${right}`);
 });
 
-test("the text size takes effect, and gaps are the constraints'", async (t) => {
+test("the text size takes effect, gaps are the constraints', and the title bar takes what is kept free", async (t) => {
   const address = await serve(t, sample);
   const sizes = [];
   for (const textSize of [1, 2]) {
@@ -121,15 +122,15 @@ test("the text size takes effect, and gaps are the constraints'", async (t) => {
   }
   assert.deepEqual(sizes, [17, 34]);
   const page = await open(t, address);
-  const [scroll, first, row, description] = await page.evaluate(() => {
+  const [bar, scroll, first, row, description] = await page.evaluate(() => {
     const box = (element) => element.getBoundingClientRect().toJSON();
     const one = document.querySelector(".switch");
-    return [document.querySelector(".scroll"), document.querySelector(".label"), one.parentElement,
+    return [document.querySelector(".titlebar"), document.querySelector(".scroll"), document.querySelector(".label"), one.parentElement,
       document.getElementById(one.getAttribute("aria-describedby"))].map(box);
   });
-  near(scroll.top, 30, "scroll view");
+  near(scroll.top, bar.bottom, "scroll view");
   near(scroll.bottom, 834, "scroll view");
-  near(first.top, 38, "first text");
+  near(first.top, scroll.top + 8, "first text");
   near(description.top - row.bottom, 8, "standard gap");
 });
 

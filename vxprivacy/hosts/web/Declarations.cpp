@@ -4,13 +4,15 @@
 #include <cmath>
 #include <string_view>
 
+#include "vxprivacy/hosts/web/CSS.h"
 #include "vxprivacy/platform/ui/ViewKinds.h"
 
 namespace vx::web {
 
 namespace {
 
-constexpr Colour kWhite = {1, 1, 1, 1};
+// The blue of links and titles is the style sheet's own, --ink: lifted where the page is dark.
+constexpr Colour kInk = {0.05, 0.4, 0.65, 1};
 
 // Switches and links take taps 44 points high, and are laid out as high as a phone draws them: what
 // they reach over, by kind. Less under a link, for the switch that may follow it.
@@ -22,38 +24,13 @@ constexpr double kSwitchHeight = 31;
 constexpr Overlap kSwitchOverlap = {6.5, 6.5};
 constexpr Overlap kLinkOverlap = {5, 1.5};
 
-// At most four decimals, independent of the locale.
-std::string number(double value) {
-    const auto parts = std::llround(std::clamp(value, -1e9, 1e9) * 10000);
-    std::string digits = std::to_string(std::abs(parts % 10000) + 10000).substr(1);
-    digits.erase(digits.find_last_not_of('0') + 1);
-    std::string text = parts < 0 ? "-" : "";
-    text += std::to_string(std::abs(parts / 10000));
-    return digits.empty() ? text : text + "." + digits;
-}
-
-std::string points(double value) {
-    return number(value) + "px";
-}
-
 std::string length(const GridPlan::Length& length) {
     return length.share ? "calc(" + number(length.value) + "*var(--column))" : points(length.value);
 }
 
-std::string colour(const Colour& colour) {
-    const auto part = [](double value) { return std::to_string(std::lround(value * 255)); };
-    std::string text =
-        "rgb(" + part(colour.red) + " " + part(colour.green) + " " + part(colour.blue);
-    return text + (colour.alpha < 1 ? " / " + number(colour.alpha) : "") + ")";
-}
-
-std::string declaration(std::string_view name, const std::string& value) {
-    return std::string(name) + ":" + value + ";";
-}
-
 std::string text(const std::optional<Font>& font, const std::optional<Colour>& textColour) {
     std::string text;
-    if (textColour)
+    if (textColour && *textColour != kInk)
         text += declaration("color", colour(*textColour));
     if (font) {
         text += declaration("font-size", number(font->size / 16) + "rem");
@@ -67,7 +44,7 @@ std::string text(const std::optional<Font>& font, const std::optional<Colour>& t
 
 std::string border(const View::Border& border) {
     return declaration("border", points(border.width) + " solid " +
-                                     (border.colour ? colour(*border.colour) : "currentcolor")) +
+                                     (border.colour ? colour(*border.colour) : "var(--hairline)")) +
            declaration("border-radius", points(border.cornerRadius));
 }
 
@@ -82,7 +59,7 @@ std::string ofKind(const View& view) {
                    [](const Button& button) { return text(button.font(), button.titleColor()); },
                    [](const Switch& control) {
                        const auto& tint = control.onTintColor();
-                       return tint ? declaration("--tint", colour(*tint)) : std::string();
+                       return tint ? declaration("--on", colour(*tint)) : std::string();
                    },
                    [](const View&) { return std::string(); }});
 }
@@ -163,13 +140,6 @@ std::string sizes(const GridPlan::Item& item, const Height& height) {
     return text + along("min-height", row.size.exact ? row.size.exact : row.size.least);
 }
 
-bool hasColour(const View& view) {
-    const auto& background = view.backgroundColor();
-    const auto* label = viewAs<Label>(view);
-    return (background && (!view.superview() || *background != kWhite)) ||
-           (label && label->textColor());
-}
-
 } // namespace
 
 std::string look(const View& view, Colours colours) {
@@ -212,15 +182,6 @@ Height heightOf(const GridPlan& plan, std::size_t index) {
     if (index + 1 < plan.items.size() && plan.items[index + 1].row.first >= item.row.last)
         height.room += plan.items[index + 1].row.before;
     return height;
-}
-
-Colours coloursOf(const View& root) {
-    if (hasColour(root))
-        return Colours::Own;
-    for (const auto& subview : root.subviews())
-        if (coloursOf(*subview) == Colours::Own)
-            return Colours::Own;
-    return Colours::Platform;
 }
 
 } // namespace vx::web

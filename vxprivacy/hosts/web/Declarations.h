@@ -4,16 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "vxprivacy/hosts/web/Theme.h"
 #include "vxprivacy/platform/ui/GridPlan.h"
 
 // CSS declarations for what a view's properties and its plan say. 1 point is 1 CSS pixel, in a font
 // size 1/16 of the user's text size.
 
 namespace vx::web {
-
-/// Whether the screen's colours are its own or left to the platform, so that a dark page may
-/// replace the screen's white.
-enum class Colours { Own, Platform };
 
 /// Colours, font, border, tint and scale of a view.
 std::string look(const View& view, Colours colours);
@@ -30,8 +27,5 @@ struct Height {
 std::vector<std::string> placements(const GridPlan& plan, const Height& height);
 /// The height of the container that is item `index` of the plan.
 Height heightOf(const GridPlan& plan, std::size_t index);
-
-/// `Platform` when nothing in the tree has a colour of its own except links and white.
-Colours coloursOf(const View& root);
 
 } // namespace vx::web

@@ -24,6 +24,8 @@ struct Element {
     /// Ids of the labels that name and describe a switch; empty: none.
     std::string title;
     std::string description;
+    /// A label that describes a switch.
+    bool describes = false;
     /// The label that stands right after it in its container.
     std::weak_ptr<View> following;
     /// Where the page shows the content of a scroll view.

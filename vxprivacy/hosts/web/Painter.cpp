@@ -1,5 +1,6 @@
 #include "vxprivacy/hosts/web/Painter.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -22,6 +23,25 @@ bool isText(const View& view) {
 // Bold texts are the screens' titles.
 bool isHeading(const Label& label) {
     return label.font() && label.font()->name.ends_with("-Bold") && !label.text().empty();
+}
+
+bool holdsSwitch(const View& view) {
+    return std::ranges::any_of(
+        view.subviews(), [](const auto& subview) { return subview->kind() == View::Kind::Switch; });
+}
+
+std::string_view classesOf(const View& container) {
+    if (container.kind() == View::Kind::Scroll)
+        return "view scroll";
+    if (container.border().width > 0)
+        return "view box";
+    return holdsSwitch(container) ? "view row" : "view";
+}
+
+std::string_view classesOf(const Label& label, const Element& element) {
+    if (isHeading(label))
+        return "label heading";
+    return element.describes ? "label describes" : "label";
 }
 
 bool beginsInRowOf(const GridPlan::Item& label, const GridPlan::Item& control) {
@@ -70,7 +90,7 @@ void Painter::begin(std::string_view tag, const View& view, const Element& eleme
 
 void Painter::paintLabel(const Label& label, const Element& element) {
     const std::string_view tag = isHeading(label) ? "h2" : "p";
-    begin(tag, label, element, "label");
+    begin(tag, label, element, classesOf(label, element));
     markup_.close().text(label.text()).end(tag);
 }
 
@@ -106,15 +126,14 @@ void Painter::paintSwitch(const Switch& control, const Element& element) {
 }
 
 void Painter::paintContainer(View& view) {
-    const std::string_view kind = view.kind() == View::Kind::Scroll ? "view scroll" : "view";
     if (!deep_) {
-        begin("div", view, elements_.of(view), kind);
+        begin("div", view, elements_.of(view), classesOf(view));
         markup_.close().end("div");
         return;
     }
     const GridPlan plan = gridPlan(view, screenWidth_);
     arrange(view, plan);
-    begin("div", view, elements_.of(view), kind);
+    begin("div", view, elements_.of(view), classesOf(view));
     markup_.close();
     for (const auto& item : plan.items)
         paint(*item.view);
@@ -150,12 +169,18 @@ void Painter::describeSwitch(Element& element, const GridPlan& plan, const GridP
             if (element.title.empty() && beginsInRowOf(other, item))
                 element.title = elements_.of(*other.view).id;
             else if (other.row.first > item.row.first)
-                element.description = elements_.of(*other.view).id;
+                describe(element, *other.view);
         }
     if (const auto following = container.following.lock(); element.description.empty() && following)
-        element.description = elements_.of(*following).id;
+        describe(element, *following);
     if (element.title.empty())
         element.title = std::exchange(element.description, "");
+}
+
+void Painter::describe(Element& control, View& label) {
+    Element& description = elements_.of(label);
+    description.describes = true;
+    control.description = description.id;
 }
 
 } // namespace vx::web

@@ -38,6 +38,7 @@ private:
     void arrange(View& container, const GridPlan& plan);
     void describeSwitch(Element& element, const GridPlan& plan, const GridPlan::Item& item,
                         const Element& container);
+    void describe(Element& control, View& label);
     void begin(std::string_view tag, const View& view, const Element& element,
                std::string_view kind);
 

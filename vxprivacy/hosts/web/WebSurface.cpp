@@ -1,7 +1,6 @@
 #include "vxprivacy/hosts/web/WebSurface.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 #include <vector>
 
@@ -9,6 +8,7 @@
 
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/hosts/web/Addresses.h"
+#include "vxprivacy/hosts/web/Page.h"
 #include "vxprivacy/hosts/web/Painter.h"
 #include "vxprivacy/platform/ui/Touch.h"
 #include "vxprivacy/platform/ui/ViewKinds.h"
@@ -18,11 +18,6 @@ namespace vx::web {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-bool runsFromRight(std::string_view language) {
-    constexpr std::array languages = {"ar", "dv", "fa", "he", "ku", "ps", "sd", "ug", "ur", "yi"};
-    return std::ranges::find(languages, language.substr(0, language.find('-'))) != languages.end();
-}
 
 // What was left to the defaults.
 PageSettings complete(PageSettings settings) {
@@ -77,28 +72,15 @@ WebSurface::~WebSurface() = default;
 std::string WebSurface::render() {
     auto& [root, settings, painter, opened] = *parts_;
     painter.beginScreen(*root);
+    const std::string& frameClass = painter.styles().className(frame(*root));
     const std::string screen = painter.whole(*root);
     root->takeChanges(); // the page has them
     painter.styles().takeNewRules();
-    const bool ownColours = painter.colours() == Colours::Own;
-    Markup head;
-    head.open("html").attribute("lang", settings.language);
-    head.attribute("dir", runsFromRight(settings.language) ? "rtl" : "ltr");
-    head.attribute("class", ownColours ? "" : "platform-colours");
-    head.attribute("data-events", settings.events).close();
-    head.open("meta").attribute("charset", "utf-8").close();
-    head.open("meta").attribute("name", "viewport");
-    head.attribute("content", "width=device-width, initial-scale=1, viewport-fit=cover").close();
-    head.open("meta").attribute("http-equiv", "Content-Security-Policy");
-    head.attribute("content", contentSecurityPolicy()).close();
-    head.open("title").close().text(settings.title).end("title");
-    for (const std::string& sheet : {settings.surfaceCSS, settings.layoutCSS})
-        head.open("link").attribute("rel", "stylesheet").attribute("href", sheet).close();
-    head.open("script").attribute("type", "module").attribute("src", settings.surfaceJS).close();
-    // Inert until the script listens: a tap before would be lost.
-    head.end("script").open("main").attribute("class", "surface").flag("inert").close();
-    head.open("h1").attribute("class", "unseen").close().text(settings.title).end("h1");
-    return "<!doctype html>\n" + head.take() + screen + "</main></html>\n";
+    return document({.settings = settings,
+                     .policy = contentSecurityPolicy(),
+                     .colours = painter.colours(),
+                     .frame = frameClass,
+                     .screen = screen});
 }
 
 std::string WebSurface::layoutCSS() const {

@@ -1,33 +1,13 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 
-#include "vxprivacy/hosts/web/HostTexts.h"
+#include "vxprivacy/hosts/web/PageSettings.h"
 #include "vxprivacy/platform/ui/View.h"
 
 namespace vx::web {
-
-/// What the page of a surface says and links beside the screen. Texts are UTF-8.
-struct PageSettings {
-    /// Name of the page; empty: `HostTexts::title`.
-    std::string title = {};
-    /// Whose page it is, the application's name for instance; empty: not told.
-    std::string owner = {};
-    /// BCP 47; also decides whether the page runs from right to left. Empty: the code that the
-    /// engine was given, or "en".
-    std::string language = {};
-    /// What the host itself says; absent: the built-in texts of the language.
-    std::optional<HostTexts> texts = {};
-    /// Where the page finds `surfaceCSS`, `WebSurface::layoutCSS` and `surfaceJS`.
-    std::string surfaceCSS = "surface.css";
-    std::string layoutCSS = "layout.css";
-    std::string surfaceJS = "surface.js";
-    /// Where the page posts its events, unless it has a message channel of the application's.
-    std::string events = "event";
-};
 
 /// Shows a screen in a browser or web view and brings the taps back. It has no transport: an
 /// application carries the page, and then event texts in and patches out.

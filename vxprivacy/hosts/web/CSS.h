@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "vxprivacy/platform/ui/Colour.h"
+
+namespace vx::web {
+
+/// At most four decimals, independent of the locale.
+std::string number(double value);
+/// "12.5px".
+std::string points(double value);
+/// "rgb(13 102 166)", with its alpha where it is not opaque.
+std::string colour(const Colour& colour);
+/// "name:value;".
+std::string declaration(std::string_view name, const std::string& value);
+
+} // namespace vx::web

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "vxprivacy/hosts/web/PageSettings.h"
+#include "vxprivacy/hosts/web/Theme.h"
+
+namespace vx::web {
+
+/// The page around a screen.
+struct Page {
+    /// Complete: no part of them is left to a default.
+    const PageSettings& settings;
+    std::string_view policy; ///< its content security policy
+    Colours colours = Colours::Platform;
+    std::string_view frame;  ///< class with the declarations of `frame`
+    std::string_view screen; ///< markup of the screen
+};
+
+/// `page` as a document of HTML.
+std::string document(const Page& page);
+
+} // namespace vx::web
