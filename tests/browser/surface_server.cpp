@@ -40,8 +40,8 @@ public:
         center_ = std::make_unique<VXPrivacyCenterViewController>();
         center_->view()->setSize(390, 844);
         center_->viewDidLoad();
-        surface_ = std::make_unique<web::WebSurface>(center_->view(),
-                                                     web::PageSettings{.language = language_});
+        surface_ = std::make_unique<web::WebSurface>(
+            center_->view(), web::PageSettings{.owner = "Harbour Weekly", .language = language_});
         return surface_->render();
     }
 
