@@ -41,7 +41,7 @@ void askForLists() {
     for (const char* section : {"purposes", "specialPurposes", "features", "specialFeatures"})
         center.keysToDisplay(section);
     for (const std::int32_t number : {10001, 11001, 12001, 13001}) {
-        center.displayRelatedVendorsList(number);
+        center.setFilter(number);
         center.vendorsToDisplay();
     }
 }

@@ -74,7 +74,7 @@ TEST_F(IABModel, ListsTheWholeSectionWithoutConfiguredVendors) {
     EXPECT_EQ(center->keysToDisplay("purposes"), (Keys{{"1", "2", "10"}}));
     EXPECT_EQ(center->keysToDisplay("specialFeatures"), (Keys{{"1", "2"}}));
     EXPECT_EQ(center->keysToDisplay("specialPurposes"), Keys{IDs()});
-    EXPECT_EQ(center->keysToDisplay("features"), Keys());
+    EXPECT_EQ(center->keysToDisplay("features"), Keys{IDs()}); // the list lacks them
     const JSONValue vendor = center->JSONDictionary()["vendors"]["1"];
     center->addPurposesFromVendor(vendor); // there is no set to add to
     center->addLegitimateInterestFromVendor(vendor);
@@ -108,11 +108,11 @@ TEST_F(IABModel, FiltersTheWholeListAlone) {
     };
     for (const auto& [number, vendors] : table) {
         const auto center = centerFor("");
-        center->displayRelatedVendorsList(number);
+        center->setFilter(number);
         EXPECT_EQ(center->vendorsToDisplay(), vendors) << number;
     }
     const auto center = centerFor("1,3");
-    center->displayRelatedVendorsList(11002);
+    center->setFilter(11002);
     EXPECT_EQ(center->vendorsToDisplay(), (IDs{"3", "1"}));
 }
 
@@ -123,8 +123,9 @@ TEST_F(IABModel, StartsFromTheAcceptedEntries) {
              {"PRIVACY_CAT_10003", "0"},
              {"PRIVACY_VEN_1001", "1"}};
     const auto center = centerFor("1");
-    EXPECT_EQ(center->savedConsent(),
+    EXPECT_EQ(Center::retrieveSavedConsent(),
               (ConsentDictionary{{"PRIVACY_CAT_10001", "1"}, {"PRIVACY_VEN_1001", "1"}}));
+    EXPECT_EQ(*center->savedConsent().find("PRIVACY_VEN_1001"), "1");
     center->actionRefuseAll();
     center->viewWillDisappear(false);
     EXPECT_EQ(world->store().get("PRIVACY_VEN_1001"), "0");

@@ -17,12 +17,23 @@ struct Frame {
     double height = 667;
 };
 
+/// What a page's scroll view measures, in points: the host's to know, here a session's.
+struct Measures {
+    double frameHeight = 500;
+    double contentHeight = 2000;
+};
+
+/// How a privacy center is shown.
+enum class Presentation { Modal, Pushed };
+
 /// What the steps of a session work on: the world of the moment and the privacy center in it.
-class Session {
+class Session : private ViewControllerDelegate {
 public:
     explicit Session(recording::EventSink sink)
         : sink_(std::move(sink)),
-          world_(std::make_unique<recording::World>(recording::WorldSettings(), sink_)) {}
+          world_(std::make_unique<recording::World>(recording::WorldSettings(), sink_)) {
+        navigation_.pushViewController(application_);
+    }
 
     recording::World& world() { return *world_; }
     VXMobilePrivacy& engine() { return world_->engine(); }
@@ -32,6 +43,7 @@ public:
         world_.reset(); // before the next one is made: there is one world at a time
         world_ = std::make_unique<recording::World>(std::move(settings), sink_);
         frame_ = frame;
+        measures_ = {};
     }
     /// The process ends, the center with it, and starts again.
     void relaunch() {
@@ -45,18 +57,28 @@ public:
         return dynamic_cast<Center*>(center_.get());
     }
     /// Shows a privacy center, taking away the one shown before.
-    void present(std::unique_ptr<ViewController> center);
+    void present(std::unique_ptr<ViewController> center, Presentation how);
     /// Takes the privacy center away.
     void dismiss();
+    /// What the popup's scroll view measures from now on.
+    void measure(const Measures& measures);
 
     /// Prints a question's answer.
     void answer(const recording::Event& result) { print({{"result", result}}); }
     void print(const recording::Event& event) { sink_(event); }
 
 private:
+    void viewControllerDismissed(ViewController& controller, bool animated) override;
+    void viewControllerPopped(ViewController& controller, bool animated) override;
+    void applyMeasures() const;
+
     recording::EventSink sink_;
     std::unique_ptr<recording::World> world_;
     Frame frame_;
+    Measures measures_;
+    // The application, over which a center is presented, or onto which it is pushed.
+    ViewController application_;
+    NavigationController navigation_;
     std::unique_ptr<ViewController> center_; // last, so that it ends before the world
 };
 

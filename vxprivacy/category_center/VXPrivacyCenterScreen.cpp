@@ -20,9 +20,6 @@ struct VXPrivacyCenterViewController::RowLayout {
 
 namespace {
 
-constexpr Colour kWhite = {1, 1, 1, 1};
-constexpr Colour kLinkColour = {0.05, 0.4, 0.65, 1};
-
 std::string textOf(const JSONValue& value) {
     return std::string(value.string().value_or(""));
 }

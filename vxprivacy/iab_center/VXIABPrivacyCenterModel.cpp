@@ -1,5 +1,5 @@
 // The model of the IAB privacy center: vendors, purposes and the working consent. The publisher's
-// restrictions are in VXIABRestrictions.cpp.
+// restrictions are in VXIABRestrictions.cpp, the screens in VXIABPrivacyCenterScreens.cpp.
 
 #include <algorithm>
 #include <array>
@@ -9,6 +9,7 @@
 #include "vxprivacy/engine/ConsentEntry.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
+#include "vxprivacy/iab_center/ConsentNumbers.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 #include "vxprivacy/platform/core/VXLogger.h"
@@ -31,10 +32,8 @@ void addAll(const JSONValue& numbers, Identifiers& identifiers) {
         add(number, identifiers);
 }
 
-// "2" before "10".
-std::optional<std::vector<std::string>> sectionKeys(const JSONValue& section) {
-    if (!section.isObject())
-        return {};
+// "2" before "10". A list without the section has none.
+std::vector<std::string> sectionKeys(const JSONValue& section) {
     std::vector<std::string> keys;
     for (const auto& [key, item] : section.members())
         keys.emplace_back(key);
@@ -55,20 +54,6 @@ std::vector<std::int32_t> mergedAndSorted(std::vector<std::int32_t> numbers,
     return numbers;
 }
 
-// The stored numbers of item `n`; they wrap where the vendor list has an absurd one.
-std::int32_t wrapped(std::int32_t offset, std::int32_t n, std::uint32_t before) {
-    return static_cast<std::int32_t>(static_cast<std::uint32_t>(offset) +
-                                     2 * static_cast<std::uint32_t>(n) - before);
-}
-
-std::int32_t consentNumber(std::int32_t offset, std::int32_t n) {
-    return wrapped(offset, n, 1);
-}
-
-std::int32_t legitimateInterestNumber(std::int32_t offset, std::int32_t n) {
-    return wrapped(offset, n, 0);
-}
-
 } // namespace
 
 VXIABPrivacyCenterViewController::VXIABPrivacyCenterViewController()
@@ -85,17 +70,6 @@ void VXIABPrivacyCenterViewController::registerWithEngine() {
     VXMobilePrivacy::registerIABPrivacyCenter([]() -> std::unique_ptr<IABPrivacyCenter> {
         return std::make_unique<VXIABPrivacyCenterViewController>();
     });
-}
-
-void VXIABPrivacyCenterViewController::viewDidLoad() {
-    ViewController::viewDidLoad();
-    savedConsent_ = retrieveSavedConsent();
-    loadModel();
-}
-
-void VXIABPrivacyCenterViewController::viewWillDisappear(bool animated) {
-    savePrivacy();
-    ViewController::viewWillDisappear(animated);
 }
 
 void VXIABPrivacyCenterViewController::loadModel() {
@@ -130,10 +104,21 @@ void VXIABPrivacyCenterViewController::loadIABWithoutPC() {
 
 void VXIABPrivacyCenterViewController::actionAcceptAll() {
     setAll(kConsentAccepted);
+    close();
 }
 
 void VXIABPrivacyCenterViewController::actionRefuseAll() {
     setAll(kConsentRefused);
+    close();
+}
+
+void VXIABPrivacyCenterViewController::actionSaveExit() {
+    close();
+}
+
+void VXIABPrivacyCenterViewController::choose(std::string_view prefix, std::int32_t number,
+                                              bool accepted) {
+    savedConsent_.set(numberedKey(prefix, number), std::string(consentValue(accepted)));
 }
 
 void VXIABPrivacyCenterViewController::setAll(std::string_view value) {
@@ -155,7 +140,7 @@ ConsentDictionary VXIABPrivacyCenterViewController::retrieveSavedConsent() {
 
 // The IDs as the publisher wrote them, separated by commas; empty: all vendors of the list.
 std::string VXIABPrivacyCenterViewController::configuredVendors() const {
-    const JSONValue document = configuration_ ? configuration_->getJSONDictionary() : JSONValue();
+    const JSONValue document = configuration_->getJSONDictionary();
     return std::string(document["information"]["vendors"].string().value_or(""));
 }
 
@@ -214,6 +199,11 @@ VXIABPrivacyCenterViewController::listedVendors() const {
     return byName;
 }
 
+JSONValue VXIABPrivacyCenterViewController::vendor(std::string_view id) const {
+    const Vendor* found = vendors_.find(id);
+    return found ? found->record : JSONValue();
+}
+
 std::vector<std::string> VXIABPrivacyCenterViewController::vendorsToDisplay() const {
     std::vector<std::string> ids;
     for (const Vendor* vendor : listedVendors())
@@ -265,7 +255,7 @@ bool VXIABPrivacyCenterViewController::isVendorRelatedToFilterCategory(
 }
 
 // A number equal to an offset is none of its items.
-void VXIABPrivacyCenterViewController::displayRelatedVendorsList(std::int32_t number) {
+void VXIABPrivacyCenterViewController::setFilter(std::int32_t number) {
     constexpr std::array offsets = {kVXPurposeOffset, kVXSpePurposeOffset, kVXFeatureOffset,
                                     kVXSpeFeatureOffset, 14000};
     for (std::size_t i = 0; i + 1 < offsets.size(); ++i)

@@ -13,4 +13,8 @@ struct Colour {
     friend bool operator==(const Colour&, const Colour&) = default;
 };
 
+inline constexpr Colour kWhite = {1, 1, 1, 1};
+/// Of the title of every link, and of buttons that a configuration gives no colour.
+inline constexpr Colour kLinkColour = {0.05, 0.4, 0.65, 1};
+
 } // namespace vx

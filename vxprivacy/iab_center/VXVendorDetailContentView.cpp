@@ -1,0 +1,25 @@
+#include "vxprivacy/iab_center/VXVendorDetailContentView.h"
+
+#include "vxprivacy/iab_center/VendorInformation.h"
+#include "vxprivacy/platform/ui/Application.h"
+
+namespace vx {
+
+void VXVendorDetailContentView::displayInformation() {
+    VendorInformation information(*this, *scrollContainerView(), "scrollContainerView",
+                                  VendorInformation::Place::Screen);
+    if (record_.privacyPolicy)
+        information.addPolicy(*record_.privacyPolicy,
+                              [this](const Button&) { policyButtonAction(); });
+    information.addLists(record_);
+}
+
+void VXVendorDetailContentView::backSelector() {
+    viewController()->displayVendorList();
+}
+
+void VXVendorDetailContentView::policyButtonAction() {
+    openURL(record_.privacyPolicy.value_or(""));
+}
+
+} // namespace vx

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "vxprivacy/iab_center/ContentView.h"
+#include "vxprivacy/iab_center/VendorRecord.h"
+
+namespace vx {
+
+/// Writes what a vendor's record says into a view of a screen: the policy's address, then a list
+/// for each kind of item that it has. Puts the horizontal rules there and leaves the vertical ones
+/// to the screen.
+class VendorInformation {
+public:
+    /// A panel within the vendor list, or a screen of its own.
+    enum class Place { Panel, Screen };
+
+    /// `parentName` is `parent`'s name on the screen. All must outlive this.
+    VendorInformation(ContentView& screen, View& parent, std::string_view parentName, Place place)
+        : screen_(screen), parent_(parent), parentName_(parentName), place_(place) {}
+
+    /// The address as a button that does `open`.
+    void addPolicy(const std::string& address, std::function<void(const Button& sender)> open);
+    void addLists(const VendorRecord& record);
+
+    /// The names of what was written, from top to bottom. All stand in the screen's `UIObjects`
+    /// too.
+    const std::vector<std::string>& names() const { return names_; }
+
+private:
+    struct List;
+
+    void addList(const List& list, const std::vector<std::int32_t>& ids);
+    void note(const std::string& name);
+
+    ContentView& screen_;
+    View& parent_;
+    std::string_view parentName_;
+    Place place_;
+    std::vector<std::string> names_;
+};
+
+} // namespace vx
