@@ -92,6 +92,11 @@ void buildScreen(benchmark::State& state, int categories) {
     }
 }
 
+std::string between(const std::string& text, std::size_t from, const std::string& begin) {
+    const auto at = text.find(begin, from) + begin.size();
+    return text.substr(at, text.find('"', at) - at);
+}
+
 // The first category's switch, back and forth.
 void tapCategory(benchmark::State& state) {
     const CategoryMode mode(60);
@@ -100,8 +105,9 @@ void tapCategory(benchmark::State& state) {
     center.viewDidLoad();
     web::WebSurface surface(center.view());
     const std::string page = surface.render();
-    const auto id = page.find("id=\"", page.find(">Purpose 10<")) + 4; // the switch beside it
-    const std::string event = R"({"tap":")" + page.substr(id, page.find('"', id) - id) + "\"}";
+    const std::string control = between(page, page.find(">Purpose 10<"), "id=\"");
+    const std::string event =
+        R"({"page":")" + between(page, 0, "data-page=\"") + R"(","tap":")" + control + "\"}";
     std::size_t bytes = 0;
     for ([[maybe_unused]] auto iteration : state)
         bytes = surface.dispatch(event).size();

@@ -32,17 +32,16 @@ vx::Platform withApplication(vx::Platform platform, vx::Application& application
 
 struct File {
     std::string content;
-    const char* type;
+    std::string type;
 };
 
 // The page and what it links, under privacy://center/.
 File fileAt(const std::string& path, vx::web::WebSurface& surface) {
-    if (path == "/surface.css")
-        return {std::string(vx::web::surfaceCSS()), "text/css"};
+    for (const vx::web::StaticFile& file : vx::web::staticFiles())
+        if (path == "/" + std::string(file.name))
+            return {std::string(file.content), std::string(file.mediaType)};
     if (path == "/layout.css")
         return {surface.layoutCSS(), "text/css"};
-    if (path == "/surface.js")
-        return {std::string(vx::web::surfaceJS()), "text/javascript"};
     return {surface.render(), "text/html; charset=utf-8"};
 }
 
@@ -52,7 +51,7 @@ void serve(WebKitURISchemeRequest* request, gpointer surface) {
     const auto size = static_cast<gssize>(file.content.size());
     GInputStream* stream = g_memory_input_stream_new_from_data(
         g_memdup2(file.content.data(), file.content.size()), size, g_free);
-    webkit_uri_scheme_request_finish(request, stream, size, file.type);
+    webkit_uri_scheme_request_finish(request, stream, size, file.type.c_str());
     g_object_unref(stream);
 }
 

@@ -64,11 +64,14 @@ export async function open(t, address, { width = 390, height = 844, textSize = 1
 }
 
 /// Operates a button or switch, with the mouse if nothing else is said, and gives the patch that
-/// answers the tap. What the page reports beside it, its scrolling for instance, is passed over.
+/// answers it. What the page reports beside it, its scrolling for instance, is passed over.
 export async function tap(page, locator, operate = () => locator.click()) {
-  const event = JSON.stringify({ tap: await locator.getAttribute("id") });
+  const id = await locator.getAttribute("id");
   const [answer] = await Promise.all([
-    page.waitForResponse((response) => response.request().postData() === event),
+    page.waitForResponse((response) => {
+      const event = response.request().postDataJSON() ?? {};
+      return id === (event.tap ?? event.set);
+    }),
     operate(),
   ]);
   return answer.json();

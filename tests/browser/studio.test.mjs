@@ -66,15 +66,58 @@ test("a policy link opens a new page that cannot reach back", async (t) => {
   await page.locator("#timeline").getByText("Opens https://harbourweekly.example/privacy/measurement").waitFor();
 });
 
-test("what somebody else taps is shown too", async (t) => {
+test("two tabs show one center, and neither disturbs the other", async (t) => {
   const page = await openStudio(t);
   await openCenter(page);
-  const id = await switchOf(frame(page), purposes[2]).getAttribute("id");
-  await page.evaluate((tap) => fetch("/api/center/event", {
-    method: "POST",
-    headers: { "X-Studio-Token": document.querySelector('meta[name="studio-token"]').content },
-    body: JSON.stringify({ tap }),
-  }), id);
+  const other = await page.context().newPage();
+  await other.goto(page.url());
+  await expectPurposes(other, [true, true, true, true]);
+  await other.bringToFront();
+  const last = frame(other).getByRole("switch").last();
+  await last.focus();
+  const list = frame(other).locator(".scroll");
+  await list.evaluate((element) => { element.scrollTop = 200; element.dataset.mark = "same"; });
+  await frame(page).locator(".scroll").evaluate((element) => { element.scrollTop = 90; });
+  await switchOf(frame(page), purposes[2]).click();
+  await expectPurposes(other, [false, true, false, true]);
+  assert.deepEqual(await list.evaluate((element) =>
+    [element.scrollTop, element.dataset.mark]), [200, "same"]);
+  assert.equal(await last.evaluate((element) => element === document.activeElement), true);
+
+  await Promise.all([switchOf(frame(page), purposes[3]).click(), last.click()]); // at once
+  for (const each of [page, other]) {
+    await expectPurposes(each, [false, false, false, false]);
+    await frame(each).getByRole("switch", { checked: false }).nth(4).waitFor();
+    assert.equal(await frame(each).getByRole("switch").last().isChecked(), false);
+  }
+  assert.deepEqual([...page.failures], []);
+});
+
+test("a center that is left or killed in one tab is gone in the other", async (t) => {
+  const page = await openStudio(t);
+  const other = await page.context().newPage();
+  await other.goto(page.url());
+  for (const end of ["Save my choices", "Kill hard"]) {
+    await openCenter(page);
+    await switchOf(frame(other), purposes[0]).waitFor();
+    await page.getByRole("button", { name: end }).click();
+    for (const each of [page, other])
+      await each.locator("iframe").waitFor({ state: "detached" });
+  }
+});
+
+test("what somebody without a browser taps is shown too", async (t) => {
+  const page = await openStudio(t);
+  await openCenter(page);
+  const set = await switchOf(frame(page), purposes[2]).getAttribute("id");
+  await page.evaluate(async (set) => {
+    const center = await (await fetch("/center/")).text();
+    await fetch("/api/center/event", {
+      method: "POST",
+      headers: { "X-Studio-Token": document.querySelector('meta[name="studio-token"]').content },
+      body: JSON.stringify({ page: /data-page="([^"]*)"/.exec(center)[1], set, on: false }),
+    });
+  }, set);
   await expectPurposes(page, [false, true, false, true]);
 });
 

@@ -39,12 +39,13 @@ public:
 
 private:
     Json tapElement(const std::string& id) {
-        return studio_.post("center/event", Json{{"tap", id}}.dump());
+        return studio_.post("center/event",
+                            Json{{"page", attribute(text, "data-page")}, {"tap", id}}.dump());
     }
     static std::string attribute(const std::string& tag, const std::string& name) {
         std::smatch match;
-        return std::regex_search(tag, match, std::regex(name + "=\"(\\w+)\"")) ? match[1].str()
-                                                                               : "";
+        return std::regex_search(tag, match, std::regex(name + "=\"([-\\w]+)\"")) ? match[1].str()
+                                                                                  : "";
     }
     std::string tagOf(const std::string& title) const {
         std::smatch label;
@@ -158,7 +159,7 @@ TEST(StudioCenter, WhatCannotBeDoneSaysWhy) {
     EXPECT_EQ(error("center/open"), "the privacy center is open already");
     EXPECT_EQ(error("center/event", std::string(5000, ' ')), "no event is that long");
     for (const char* event : {"", "[]", "{\"tap\":7}", "{\"tap\":\"v999\"}", "\xff\xfe"})
-        EXPECT_EQ(studio.post("center/event", event), Json::object()) << event;
+        EXPECT_EQ(studio.post("center/event", event), Json::parse(R"({"gone":true})")) << event;
     EXPECT_NE(CenterPage(studio).policy.find("frame-ancestors 'self'"), std::string::npos);
 }
 

@@ -18,6 +18,13 @@ namespace {
 using namespace vx;
 using recording::Event;
 
+// An event, {...}, as this page sends it.
+std::string eventOf(const std::string& page, const std::string& event) {
+    const auto begin = page.find("data-page=\"") + 11;
+    const std::string id = page.substr(begin, page.find('"', begin) - begin);
+    return R"({"page":")" + id + (event == "{}" ? "\"" : "\",") + event.substr(1);
+}
+
 // A screen with a scroll view (v2) that holds a label (v3), a switch (v4) and a button (v5).
 struct Screen {
     Screen() {
@@ -32,7 +39,10 @@ struct Screen {
         page = surface.render();
     }
 
-    Event dispatch(const std::string& event) { return Event::parse(surface.dispatch(event)); }
+    // The patch for an event of the page.
+    Event dispatch(const std::string& event) {
+        return Event::parse(surface.dispatch(eventOf(page, event)));
+    }
 
     int taps = 0;
     std::shared_ptr<View> root = std::make_shared<View>();
@@ -78,13 +88,104 @@ TEST(WebSurface, AContainerWithOtherSubviewsIsPaintedWholeAndIdsStay) {
 TEST(WebSurface, WhatIsNoEventOfTheScreenDoesNothing) {
     Screen screen;
     screen.button->setEnabled(false);
-    screen.surface.render();
+    screen.page = screen.surface.render();
     for (const char* event :
-         {"", "tap", "[]", "1", "{}", R"({"tap":4})", R"({"tap":"v99"})", R"({"tap":"v5"})",
-          R"({"tap":"v1"})", R"({"scroll":"v4","y":3})", R"({"tap":"V4"})", "{\"tap\":\"v4\""}) {
+         {"{}", R"({"tap":4})", R"({"tap":"v99"})", R"({"tap":"v5"})", R"({"tap":"v1"})",
+          R"({"scroll":"v4","y":3})", R"({"tap":"V4"})", R"({"set":"v4"})",
+          R"({"set":"v4","on":1})", R"({"set":"v5","on":true})", R"({"on":true})"})
         EXPECT_EQ(screen.dispatch(event), Event::object()) << event;
-        EXPECT_EQ(screen.taps, 0);
+    for (const char* event : {"", "tap", "[]", "1", "{\"tap\":\"v4\"", R"({"tap":"v4"})",
+                              R"({"page":"","tap":"v4"})", R"({"page":4,"tap":"v4"})"})
+        EXPECT_EQ(screen.surface.dispatch(event), R"({"gone":true})") << event;
+    EXPECT_EQ(screen.taps, 0);
+}
+
+TEST(WebSurface, ASwitchIsSetAsTheUserWantsItAndTheAnswerHasIt) {
+    Screen screen;
+    for (const bool on : {true, true, false, false, true}) {
+        const Event patch =
+            screen.dispatch(std::string(R"({"set":"v4","on":)") + (on ? "true}" : "false}"));
+        EXPECT_EQ(screen.control->on(), on);
+        ASSERT_EQ(patch["own"].size(), 1U) << patch;
+        EXPECT_EQ(patch["own"][0].get<std::string>().find(" checked") != std::string::npos, on);
     }
+    EXPECT_EQ(screen.taps, 5); // also when it stood so already
+}
+
+TEST(WebSurface, AnEventThatIsSentAgainIsDoneOnce) {
+    Screen screen;
+    const Event first = screen.dispatch(R"({"n":7,"tap":"v4"})");
+    EXPECT_EQ(screen.dispatch(R"({"n":7,"tap":"v4"})"), first);
+    EXPECT_EQ(screen.dispatch(R"({"n":6,"tap":"v5"})"), Event::object());
+    EXPECT_EQ(screen.taps, 1);
+    screen.dispatch(R"({"n":8,"tap":"v4"})");
+    EXPECT_EQ(screen.taps, 2);
+}
+
+TEST(WebSurface, EachPageIsToldWhatItHasNotSeen) {
+    Screen screen;
+    const std::string other = screen.surface.render();
+    const auto dispatchOfOther = [&](const std::string& event) {
+        return Event::parse(screen.surface.dispatch(eventOf(other, event)));
+    };
+    const auto before = screen.surface.revision();
+    const Event patch = screen.dispatch(R"({"tap":"v4"})");
+    EXPECT_NE(screen.surface.revision(), before);
+    EXPECT_EQ(dispatchOfOther("{}"), patch);
+    EXPECT_EQ(dispatchOfOther("{}"), Event::object());
+
+    const auto seen = screen.surface.revision();
+    dispatchOfOther(R"({"scroll":"v2","x":0,"y":90})"); // each page has a place of its own
+    EXPECT_EQ(screen.surface.revision(), seen);
+    EXPECT_EQ(screen.dispatch("{}"), Event::object());
+    screen.label->setText("New");
+    EXPECT_NE(screen.surface.revision(), seen);
+
+    web::WebSurface successor(screen.root);
+    successor.render();
+    EXPECT_EQ(successor.dispatch(eventOf(other, R"({"tap":"v4"})")), R"({"gone":true})");
+    EXPECT_EQ(screen.taps, 1);
+}
+
+TEST(WebSurface, APageOfWhichNothingIsHeardIsForgottenInTheEnd) {
+    Screen screen;
+    for (int i = 0; i < 40; ++i) {
+        screen.surface.render();
+        if (i < 10) { // then nothing more is heard
+            EXPECT_EQ(screen.dispatch("{}"), Event::object());
+        }
+    }
+    EXPECT_TRUE(screen.dispatch("{}").contains("gone"));
+}
+
+TEST(WebSurface, OtherSubviewsOfTheRootAreAnotherScreen) {
+    Screen screen;
+    const auto heading = std::make_shared<Label>();
+    heading->setText("Second");
+    screen.button->addTouchUpInside([&] {
+        screen.scroll->removeFromSuperview();
+        screen.root->addSubview(heading);
+        screen.root->setBackgroundColor({1, 0, 0, 1});
+    });
+    const Event patch = screen.dispatch(R"({"tap":"v5"})");
+    EXPECT_EQ(patch["screen"]["colours"], "own-colours");
+    ASSERT_EQ(patch["whole"].size(), 1U) << patch;
+    EXPECT_TRUE(patch["whole"][0].get<std::string>().starts_with("<div id=\"v1\""));
+    EXPECT_EQ(screen.dispatch(R"({"tap":"v4"})"), Event::object()); // not on the screen
+}
+
+TEST(WebSurface, MayEndInItsOwnEvent) {
+    const auto root = std::make_shared<View>();
+    const auto button = std::make_shared<Button>();
+    root->addSubview(button);
+    auto surface = std::make_unique<web::WebSurface>(root);
+    const std::string page = surface->render();
+    button->addTouchUpInside([&] {
+        button->setTitle("Closed");
+        surface.reset();
+    });
+    EXPECT_NE(surface->dispatch(eventOf(page, R"({"tap":"v2"})")).find("Closed"),
+              std::string::npos);
 }
 
 struct StayAtTop : ScrollViewDelegate {
@@ -175,19 +276,19 @@ TEST(WebSurface, EventsAfterTheControllersDeathDoNothing) {
     auto controller = std::make_unique<TapCounter>();
     const auto control = controller->control;
     web::WebSurface surface(controller->view());
-    surface.render();
+    const std::string page = surface.render();
     const std::vector<std::string> events = {R"({"tap":"v3"})", R"({"tap":"v4"})",
                                              R"({"scroll":"v2","x":0,"y":5})"};
     for (const std::string& event : events)
-        surface.dispatch(event);
+        surface.dispatch(eventOf(page, event));
     EXPECT_EQ(controller->taps, 3);
     controller->control->addTouchUpInside([&] { controller.reset(); });
     controller->control->addTouchUpInside([&] { ADD_FAILURE() << "called after the death"; });
-    surface.dispatch(events[0]);
+    surface.dispatch(eventOf(page, events[0]));
     EXPECT_FALSE(controller);
     const bool on = control->on();
     for (const std::string& event : events)
-        surface.dispatch(event);
+        surface.dispatch(eventOf(page, event));
     EXPECT_EQ(control->on(), on);
 }
 

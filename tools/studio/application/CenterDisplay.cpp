@@ -42,7 +42,6 @@ void CenterDisplay::present(double width) {
     surface_ = std::make_unique<web::WebSurface>(center_->view(),
                                                  web::PageSettings{.surfaceJS = "center.js"});
     ++number_;
-    events_ = 0;
 }
 
 void CenterDisplay::dismiss() {
@@ -54,7 +53,6 @@ void CenterDisplay::dismiss() {
 
 std::string CenterDisplay::dispatch(std::string_view event) {
     std::string patch = surface_->dispatch(event);
-    ++events_;
     for (const std::string& address : std::exchange(opened_, {}))
         report("screen", (web::mayOpen(address) ? "Opens " : "Does not open ") + address);
     return patch;
@@ -64,7 +62,9 @@ Json CenterDisplay::state() const {
     if (!shows())
         return {};
     const auto text = center_->getSaveButtonText();
-    return {{"number", number_}, {"events", events_}, {"saveButton", text ? Json(*text) : Json()}};
+    return {{"number", number_},
+            {"revision", surface_->revision()},
+            {"saveButton", text ? Json(*text) : Json()}};
 }
 
 // The patch under way carries it; what was tapped is reported before where that leads.

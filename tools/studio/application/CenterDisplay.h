@@ -31,8 +31,9 @@ public:
     /// The page's patch for an event of the user's.
     std::string dispatch(std::string_view event);
 
-    /// Null while no center is shown; else "number", which is another for each center, "events",
-    /// how many it had, and "saveButton", what leaving it is called, or null.
+    /// Null while no center is shown; else "number", which is another for each center, "revision",
+    /// which is another when its pages have something new to show, and "saveButton", what leaving
+    /// it is called, or null.
     Json state() const;
 
     void openURL(std::string_view address) override;
@@ -46,7 +47,6 @@ private:
     std::unique_ptr<web::WebSurface> surface_;
     std::vector<std::string> opened_; // by the event under way
     std::uint64_t number_ = 0;
-    std::uint64_t events_ = 0;
 };
 
 } // namespace vx::tools::studio

@@ -5,14 +5,13 @@ import { act, post } from "./connection.js";
 import { byId, element, setText } from "./dom.js";
 
 let shown = ""; // which center of which process
-let known = 0; // events that the frame's page took into account
+let revision; // of the screen; the frame's page asks for what is new to it
 let underWay = Promise.resolve(); // the event sent last
 let leaving = false;
 
 const mayOpen = (address) => /^(https?:\/\/|mailto:)/i.test(address);
 
 async function send(event) {
-  known += 1;
   const patch = await post("center/event", event);
   return JSON.stringify({ ...patch, open: patch.open?.filter(mayOpen) });
 }
@@ -40,7 +39,7 @@ const frame = () => byId("center").querySelector("iframe");
 
 function showFrame(center) {
   const takesFocus = byId("phone").contains(document.activeElement);
-  known = center.events;
+  revision = center.revision;
   byId("center").replaceChildren(
     element("iframe", { src: "/center/", title: "Privacy center" }));
   if (takesFocus) frame().addEventListener("load", () => frame()?.focus());
@@ -72,7 +71,10 @@ export function renderPhone({ application, process, session }) {
   const center = process?.running ? application?.center : null;
   const key = center ? `${process.launches}/${center.number}` : "";
   if (key !== shown) change(key, center);
-  else if (center && center.events > known) showFrame(center); // somebody else tapped
+  else if (center && center.revision !== revision) {
+    revision = center.revision;
+    frame().contentWindow.updateCenter?.();
+  }
   if (center) setText(byId("center-done"), center.saveButton ?? "Done");
   for (const button of document.querySelectorAll("[data-open]")) {
     button.disabled = !process?.running;

@@ -8,7 +8,7 @@
 #include <unordered_map>
 
 #include "vxprivacy/hosts/web/Declarations.h"
-#include "vxprivacy/platform/ui/ScrollView.h"
+#include "vxprivacy/platform/ui/View.h"
 
 namespace vx::web {
 
@@ -28,8 +28,6 @@ struct Element {
     bool describes = false;
     /// The label that stands right after it in its container.
     std::weak_ptr<View> following;
-    /// Where the page shows the content of a scroll view.
-    ScrollView::Offset scrolled;
 };
 
 /// The elements of a page, each with an id that stays while its view lives.

@@ -27,8 +27,9 @@ void addHead(Markup& markup, const Page& page) {
     const PageSettings& settings = page.settings;
     markup.open("html").attribute("lang", settings.language);
     markup.attribute("dir", runsFromRight(settings.language) ? "rtl" : "ltr");
-    markup.attribute("class", page.colours == Colours::Own ? "own-colours" : "platform-colours");
-    markup.attribute("data-events", settings.events).close();
+    markup.attribute("class", nameOf(page.colours)).attribute("data-page", page.id);
+    markup.attribute("data-events", settings.events);
+    markup.attribute("data-new-screen", settings.texts->newScreen).close();
     markup.open("meta").attribute("charset", "utf-8").close();
     markup.open("meta").attribute("name", "viewport");
     markup.attribute("content", "width=device-width, initial-scale=1, viewport-fit=cover").close();
@@ -54,18 +55,45 @@ void addTitleBar(Markup& markup, const PageSettings& settings) {
     markup.end("div").end("header");
 }
 
+// What the script shows in the region for alerts when there is something to say.
+void addNotice(Markup& markup, std::string_view id, std::string_view text,
+               std::string_view action) {
+    markup.open("template").attribute("id", id).close();
+    markup.open("div").attribute("class", "toast").close();
+    markup.open("p").close().text(text).end("p");
+    markup.open("button").attribute("type", "button").attribute("class", "button").close();
+    markup.text(action).end("button").end("div").end("template");
+}
+
+void addNotices(Markup& markup, const HostTexts& texts) {
+    addNotice(markup, "lost", texts.connectionLost, texts.retry);
+    addNotice(markup, "gone", texts.outOfDate, texts.showCurrent);
+    markup.open("div").attribute("id", "alert").attribute("role", "alert").close().end("div");
+    markup.open("div").attribute("id", "status").attribute("class", "unseen");
+    markup.attribute("role", "status").close().end("div");
+}
+
 } // namespace
+
+std::string_view nameOf(Colours colours) {
+    return colours == Colours::Own ? "own-colours" : "platform-colours";
+}
 
 std::string document(const Page& page) {
     Markup before;
     addHead(before, page);
-    // Inert until the script listens: a tap before would be lost.
-    before.open("main").attribute("class", "surface " + std::string(page.frame)).flag("inert");
-    before.close().open("div").attribute("class", "sheet").close();
+    before.open("main").attribute("class", "surface " + std::string(page.frame)).close();
+    before.open("div").attribute("class", "sheet").close();
     addTitleBar(before, page.settings);
-    before.open("div").attribute("class", "screen").close();
-    return "<!doctype html>\n" + before.take() + std::string(page.screen) +
-           "</div></div></main></html>\n";
+    before.open("noscript").close().open("p").attribute("class", "noscript").close();
+    before.text(page.settings.texts->noScript).end("p").end("noscript");
+    // Disabled until the script listens: a tap before would be lost.
+    before.open("fieldset").attribute("class", "screen").attribute("role", "none");
+    before.flag("disabled").close();
+    Markup after;
+    addNotices(after, *page.settings.texts);
+    return "<!doctype html>\n" + before.take() + std::string(page.screen) + "</fieldset>" +
+           after.take() + "</div></main></html>\n";
 }
 
 } // namespace vx::web

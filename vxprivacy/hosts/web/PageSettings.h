@@ -18,7 +18,8 @@ struct PageSettings {
     std::string language = {};
     /// What the host itself says; absent: the built-in texts of the language.
     std::optional<HostTexts> texts = {};
-    /// Where the page finds `surfaceCSS`, `WebSurface::layoutCSS` and `surfaceJS`.
+    /// Where the page finds two of the `staticFiles` and `WebSurface::layoutCSS`. The other static
+    /// files are looked for beside surface.js.
     std::string surfaceCSS = "surface.css";
     std::string layoutCSS = "layout.css";
     std::string surfaceJS = "surface.js";

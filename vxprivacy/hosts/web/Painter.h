@@ -26,6 +26,7 @@ public:
     std::string own(View& view);
 
     Elements& elements() { return elements_; }
+    const Elements& elements() const { return elements_; }
     StyleSheet& styles() { return styles_; }
     Colours colours() const { return colours_; }
 

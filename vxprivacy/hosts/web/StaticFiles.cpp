@@ -9,12 +9,4 @@ std::string_view StaticFiles::operator[](std::string_view name) const {
     return file == files_.end() ? std::string_view() : file->content;
 }
 
-std::string_view surfaceCSS() {
-    return staticFiles()["surface.css"];
-}
-
-std::string_view surfaceJS() {
-    return staticFiles()["surface.js"];
-}
-
 } // namespace vx::web

@@ -27,11 +27,7 @@ private:
     std::span<const StaticFile> files_;
 };
 
-/// The two files that every page of a `WebSurface` needs.
+/// The files that every page of a `WebSurface` needs.
 StaticFiles staticFiles();
-/// The style sheet that every page of a `WebSurface` links, made of those in page/look.
-std::string_view surfaceCSS();
-/// The page's side of a `WebSurface`, a JavaScript module, page/surface.js.
-std::string_view surfaceJS();
 
 } // namespace vx::web

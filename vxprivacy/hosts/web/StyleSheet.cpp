@@ -1,7 +1,5 @@
 #include "vxprivacy/hosts/web/StyleSheet.h"
 
-#include <cstddef>
-
 namespace vx::web {
 
 const std::string& StyleSheet::className(const std::string& declarations) {
@@ -18,12 +16,6 @@ std::string StyleSheet::text() const {
     for (const std::string& rule : rules_)
         text.append(rule).append("\n");
     return text;
-}
-
-std::vector<std::string> StyleSheet::takeNewRules() {
-    const auto first = rules_.begin() + static_cast<std::ptrdiff_t>(taken_);
-    taken_ = rules_.size();
-    return {first, rules_.end()};
 }
 
 } // namespace vx::web

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -16,13 +17,16 @@ public:
     const std::string& className(const std::string& declarations);
 
     std::string text() const;
-    /// Rules that came since the last call.
-    std::vector<std::string> takeNewRules();
+    /// The rules are in the order in which they came.
+    std::size_t size() const { return rules_.size(); }
+    /// All rules but the first `known`.
+    std::span<const std::string> after(std::size_t known) const {
+        return std::span(rules_).subspan(known);
+    }
 
 private:
     std::unordered_map<std::string, std::string> classes_;
     std::vector<std::string> rules_;
-    std::size_t taken_ = 0;
 };
 
 } // namespace vx::web

@@ -1,6 +1,8 @@
 #include "vxprivacy/hosts/web/WebSurface.h"
 
 #include <algorithm>
+#include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -8,6 +10,8 @@
 
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/hosts/web/Addresses.h"
+#include "vxprivacy/hosts/web/Event.h"
+#include "vxprivacy/hosts/web/OpenPages.h"
 #include "vxprivacy/hosts/web/Page.h"
 #include "vxprivacy/hosts/web/Painter.h"
 #include "vxprivacy/platform/ui/Touch.h"
@@ -19,6 +23,36 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+// Who may frame a page cannot be said in the page itself.
+constexpr std::string_view kPolicy =
+    "default-src 'none'; style-src 'self'; script-src 'self'; connect-src 'self'; "
+    "img-src 'self'; base-uri 'none'; form-action 'none'";
+
+constexpr const char* kNothing = "{}";
+constexpr const char* kGone = R"({"gone":true})";
+
+// Views that hear what the user did, as the platform would tell them.
+void perform(const Event& event, View& view) {
+    if (event.kind == Event::Kind::Tap)
+        touch(view);
+    else if (auto* control = viewAs<Switch>(view); control && event.kind == Event::Kind::Set)
+        touch(*control, event.on);
+    else if (auto* scrolled = viewAs<ScrollView>(view);
+             scrolled && event.kind == Event::Kind::Scroll)
+        scrolled->scrolledTo(event.offset);
+}
+
+// What the event's page must hear of the view, also when nothing changed: how the switch stands
+// now, or that its content belongs elsewhere.
+std::optional<ViewChange::What> owed(const Event& event, const View& view) {
+    const auto* scrolled = viewAs<ScrollView>(view);
+    if (viewAs<Switch>(view) && event.kind != Event::Kind::Scroll)
+        return ViewChange::What::Properties;
+    if (scrolled && event.kind == Event::Kind::Scroll && scrolled->contentOffset() != event.offset)
+        return ViewChange::What::Scrolling;
+    return std::nullopt;
+}
+
 // What was left to the defaults.
 PageSettings complete(PageSettings settings) {
     if (settings.language.empty())
@@ -28,16 +62,6 @@ PageSettings complete(PageSettings settings) {
     if (settings.title.empty())
         settings.title = settings.texts->title;
     return settings;
-}
-
-std::string textOf(const Json& event, const char* key) {
-    const auto found = event.find(key);
-    return found != event.end() && found->is_string() ? found->get<std::string>() : "";
-}
-
-double numberOf(const Json& event, const char* key) {
-    const auto found = event.find(key);
-    return found != event.end() && found->is_number() ? found->get<double>() : 0;
 }
 
 bool liesInOneOf(const View& view, const std::vector<const View*>& others) {
@@ -53,71 +77,127 @@ struct WebSurface::Parts {
         root->beginRecordingChanges();
     }
 
-    void scroll(ScrollView& view, ScrollView::Offset shown);
-    void addChanges(Json& patch);
-    void addElements(Json& patch, const std::vector<ViewChange>& changes);
-    void addScrolling(Json& patch, const std::vector<ViewChange>& changes);
+    std::string page();
+    std::string answer(const Event& event);
+    void note(const std::vector<ViewChange>& changes);
 
     const std::shared_ptr<View> root;
     const PageSettings settings;
     Painter painter;
+    OpenPages pages;
+    std::uint64_t revision = 0;
     Json opened = Json::array();
+
+private:
+    std::shared_ptr<View> shown(std::string_view element) const;
+    std::string patch(OpenPage& page);
+    std::vector<ViewChange> takePending(OpenPage& page) const;
+    void addElements(Json& patch, const std::vector<ViewChange>& changes);
+    void addScreen(Json& patch);
+    void addScrolling(Json& patch, const std::vector<ViewChange>& changes);
 };
 
 WebSurface::WebSurface(std::shared_ptr<View> root, PageSettings settings)
-    : parts_(std::make_unique<Parts>(std::move(root), std::move(settings))) {}
+    : parts_(std::make_shared<Parts>(std::move(root), std::move(settings))) {}
 
 WebSurface::~WebSurface() = default;
 
 std::string WebSurface::render() {
-    auto& [root, settings, painter, opened] = *parts_;
-    painter.beginScreen(*root);
-    const std::string& frameClass = painter.styles().className(frame(*root));
-    const std::string screen = painter.whole(*root);
-    root->takeChanges(); // the page has them
-    painter.styles().takeNewRules();
-    return document({.settings = settings,
-                     .policy = contentSecurityPolicy(),
-                     .colours = painter.colours(),
-                     .frame = frameClass,
-                     .screen = screen});
+    return parts_->page();
 }
 
 std::string WebSurface::layoutCSS() const {
     return parts_->painter.styles().text();
 }
 
-std::string WebSurface::dispatch(std::string_view text) {
-    const Json event = Json::parse(text, nullptr, false);
+std::string WebSurface::dispatch(std::string_view event) {
+    const auto kept = parts_; // what the user does may be the end of the surface
+    return kept->answer(eventIn(event));
+}
+
+void WebSurface::open(std::string_view address) {
+    if (mayOpen(address))
+        parts_->opened.push_back(address);
+}
+
+std::uint64_t WebSurface::revision() const {
+    parts_->note(parts_->root->takeChanges());
+    return parts_->revision;
+}
+
+std::string WebSurface::Parts::page() {
+    note(root->takeChanges());
+    painter.beginScreen(*root);
+    const std::string& frameClass = painter.styles().className(frame(*root));
+    const std::string screen = painter.whole(*root);
+    OpenPage& page = pages.add();
+    page.rules = painter.styles().size();
+    return document({.settings = settings,
+                     .policy = kPolicy,
+                     .id = page.id,
+                     .colours = painter.colours(),
+                     .frame = frameClass,
+                     .screen = screen});
+}
+
+std::string WebSurface::Parts::answer(const Event& event) {
+    OpenPage* page = pages.find(event.page);
+    if (!page)
+        return kGone;
+    if (event.number != 0 && event.number <= page->number) // sent again
+        return event.number == page->number ? page->answer : kNothing;
+    const auto view = shown(event.element);
+    if (view)
+        perform(event, *view);
+    auto changes = root->takeChanges();
+    std::erase_if(changes, [&](const ViewChange& change) { // where one page scrolls to is its own
+        return event.kind == Event::Kind::Scroll && change.view == view &&
+               change.what == ViewChange::What::Scrolling;
+    });
+    note(changes);
+    page = pages.find(event.page); // what was done may have made pages
+    if (!page)
+        return kGone;
+    if (const auto what = view ? owed(event, *view) : std::nullopt)
+        page->pending.push_back({view, *what});
+    page->number = std::max(page->number, event.number);
+    return page->answer = patch(*page);
+}
+
+std::shared_ptr<View> WebSurface::Parts::shown(std::string_view element) const {
+    auto view = painter.elements().view(element);
+    return view && view->isDescendantOf(*root) ? view : nullptr;
+}
+
+void WebSurface::Parts::note(const std::vector<ViewChange>& changes) {
+    if (changes.empty())
+        return;
+    ++revision;
+    pages.note(changes);
+}
+
+std::string WebSurface::Parts::patch(OpenPage& page) {
+    const auto changes = takePending(page);
     Json patch = Json::object();
-    if (!event.is_object())
-        return patch.dump();
-    const auto& elements = parts_->painter.elements();
-    const auto isShown = [&](const auto& view) {
-        return view && view->isDescendantOf(*parts_->root);
-    };
-    if (const auto tapped = elements.view(textOf(event, "tap")); isShown(tapped))
-        touch(*tapped);
-    const auto moved = elements.view(textOf(event, "scroll"));
-    if (auto* scrolled = isShown(moved) ? viewAs<ScrollView>(*moved) : nullptr)
-        parts_->scroll(*scrolled, {numberOf(event, "x"), numberOf(event, "y")});
-    parts_->addChanges(patch);
+    addElements(patch, changes);
+    addScrolling(patch, changes);
+    for (const std::string& rule : painter.styles().after(page.rules))
+        patch["rules"].push_back(rule);
+    page.rules = painter.styles().size();
+    if (!opened.empty())
+        patch["open"] = std::exchange(opened, Json::array());
     return patch.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-void WebSurface::Parts::scroll(ScrollView& view, ScrollView::Offset shown) {
-    painter.elements().of(view).scrolled = shown;
-    view.scrolledTo(shown);
-}
-
-void WebSurface::Parts::addChanges(Json& patch) {
-    const auto changes = root->takeChanges();
-    addElements(patch, changes);
-    addScrolling(patch, changes);
-    if (auto rules = painter.styles().takeNewRules(); !rules.empty())
-        patch["rules"] = std::move(rules);
-    if (!opened.empty())
-        patch["open"] = std::exchange(opened, Json::array());
+// Each view that is shown still, once for each kind of change.
+std::vector<ViewChange> WebSurface::Parts::takePending(OpenPage& page) const {
+    auto changes = std::exchange(page.pending, {});
+    std::set<std::pair<const View*, ViewChange::What>> known;
+    std::erase_if(changes, [&](const ViewChange& change) {
+        return !change.view->isDescendantOf(*root) ||
+               !known.emplace(change.view.get(), change.what).second;
+    });
+    return changes;
 }
 
 void WebSurface::Parts::addElements(Json& patch, const std::vector<ViewChange>& changes) {
@@ -125,6 +205,8 @@ void WebSurface::Parts::addElements(Json& patch, const std::vector<ViewChange>& 
     for (const auto& [view, what] : changes)
         if (what == ViewChange::What::Subviews)
             rebuilt.push_back(view.get());
+    if (std::ranges::find(rebuilt, root.get()) != rebuilt.end())
+        addScreen(patch);
     for (const auto& [view, what] : changes) {
         const bool whole = what == ViewChange::What::Subviews;
         const bool known = std::ranges::find(rebuilt, view.get()) != rebuilt.end();
@@ -136,27 +218,24 @@ void WebSurface::Parts::addElements(Json& patch, const std::vector<ViewChange>& 
         painter.elements().forgetGone();
 }
 
-// A page that moved by itself need only hear where the module wants something else.
-void WebSurface::Parts::addScrolling(Json& patch, const std::vector<ViewChange>& changes) {
-    for (const auto& [view, what] : changes) {
-        const auto* scrolled = viewAs<ScrollView>(*view);
-        if (what != ViewChange::What::Scrolling || !scrolled)
-            continue;
-        Element& element = painter.elements().of(*view);
-        const auto wanted = scrolled->contentOffset();
-        if (std::exchange(element.scrolled, wanted) != wanted)
-            patch["scroll"][element.id] = {wanted.x, wanted.y};
-    }
+// A root with other subviews is another screen.
+void WebSurface::Parts::addScreen(Json& patch) {
+    painter.beginScreen(*root);
+    patch["screen"] = {{"colours", nameOf(painter.colours())},
+                       {"frame", painter.styles().className(frame(*root))}};
 }
 
-void WebSurface::open(std::string_view address) {
-    if (mayOpen(address))
-        parts_->opened.push_back(address);
+void WebSurface::Parts::addScrolling(Json& patch, const std::vector<ViewChange>& changes) {
+    for (const auto& [view, what] : changes)
+        if (const auto* scrolled = viewAs<ScrollView>(*view);
+            scrolled && what == ViewChange::What::Scrolling)
+            patch["scroll"][painter.elements().of(*view).id] = {scrolled->contentOffset().x,
+                                                                scrolled->contentOffset().y};
 }
 
 std::string_view contentSecurityPolicy() {
-    return "default-src 'none'; style-src 'self'; script-src 'self'; connect-src 'self'; "
-           "img-src 'self'; base-uri 'none'; form-action 'none'";
+    static const std::string policy = std::string(kPolicy) + "; frame-ancestors 'self'";
+    return policy;
 }
 
 } // namespace vx::web

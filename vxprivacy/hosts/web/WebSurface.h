@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,12 +15,13 @@ namespace vx::web {
 ///
 ///     WebSurface surface(controller.view());
 ///     std::string page = surface.render();          // served as text/html
-///     std::string css = surface.layoutCSS();        // beside surfaceCSS() and surfaceJS()
+///     std::string css = surface.layoutCSS();        // beside the `staticFiles`
 ///     std::string patch = surface.dispatch(event);  // for each event that the page sends
 ///
 /// The page runs under `contentSecurityPolicy`, which it also states itself, and takes no taps
-/// before `surfaceJS` runs, so that none is lost. Thread: that of the views. The surface keeps the
-/// views alive, not their controller.
+/// before its script runs, so that none is lost. When the subviews of the root are replaced, that
+/// is another screen on the same page. Thread: that of the views. The surface keeps the views
+/// alive, not their controller.
 class WebSurface {
 public:
     explicit WebSurface(std::shared_ptr<View> root, PageSettings settings = {});
@@ -27,15 +29,21 @@ public:
     WebSurface(const WebSurface&) = delete;
     WebSurface& operator=(const WebSurface&) = delete;
 
-    /// The whole page, of the screen as it is now.
+    /// The whole page, of the screen as it is now. Each call makes a page of its own; several may
+    /// show the surface at once.
     std::string render();
     /// The generated style sheet of the last page; to be fetched after it.
     std::string layoutCSS() const;
 
-    /// Does what the user did: {"tap":"v12"} or {"scroll":"v3","x":0,"y":120}. Gives the patch
-    /// that brings the page up to date, "{}" where nothing changed. A text that is no event, or an
-    /// element that is gone, changes nothing.
+    /// Does what the user of a page did and gives the patch that brings that page up to date, "{}"
+    /// where nothing changed. docs/web-host.md lists the events. One that names no page of this
+    /// surface is answered {"gone":true}, which the page tells its user; an element that is gone
+    /// changes nothing. The surface may end in it.
     std::string dispatch(std::string_view event);
+
+    /// Another number whenever something changed that the pages are to show. The page that sent the
+    /// event has it by the patch; others ask for it with an event in which nothing is done.
+    std::uint64_t revision() const;
 
     /// The next patch makes the page open `address` in a new one; ignored unless `mayOpen`. For an
     /// `Application` whose browser is the page's.
@@ -43,10 +51,11 @@ public:
 
 private:
     struct Parts;
-    std::unique_ptr<Parts> parts_;
+    std::shared_ptr<Parts> parts_;
 };
 
-/// The policy that a page needs: everything from its own origin, nothing inline.
+/// The policy that a page needs, for its header: everything from its own origin, nothing inline,
+/// and no frames but those of its own origin.
 std::string_view contentSecurityPolicy();
 
 } // namespace vx::web

@@ -1,88 +1,51 @@
-// The page's side of a WebSurface: sends what the user does and shows what changed.
-//
-// A message channel is an object with send(event), which takes an event's text and gives a promise
-// of the patch's text. An application may set globalThis.privacyChannel to its own before this
-// module runs, or answer the web view's message handler "privacy"; else events are posted.
+// The page's side of a WebSurface: hears what the user does. sending.js takes it to the host and
+// showing.js shows what came of it.
 
-function webViewChannel() {
-  const handler = globalThis.webkit?.messageHandlers?.privacy;
-  return handler && { send: (event) => handler.postMessage(event) };
-}
+import { goBack } from "./screens.js";
+import { send, tapIsUnderWay, update } from "./sending.js";
 
-function postingChannel(address) {
-  return {
-    async send(event) {
-      const answer = await fetch(address, {
-        method: "POST",
-        headers: { "Content-Type": "application/json" },
-        body: event,
-      });
-      if (!answer.ok) throw new Error(`${address} answered ${answer.status}`);
-      return answer.text();
-    },
-  };
-}
-
-const channel =
-  globalThis.privacyChannel ??
-  webViewChannel() ??
-  postingChannel(document.documentElement.dataset.events);
-
-const rules = new CSSStyleSheet();
-document.adoptedStyleSheets = [...document.adoptedStyleSheets, rules];
-
-// One event after the other, so that patches arrive in order.
-let last = Promise.resolve();
-function send(event) {
-  last = last
-    .then(() => channel.send(JSON.stringify(event)))
-    .then((patch) => show(JSON.parse(patch)))
-    .catch(takeBack);
-}
-
-// What did not arrive did not happen.
-function takeBack(error) {
-  console.error(error);
-  for (const input of document.querySelectorAll(".switch")) input.checked = input.defaultChecked;
-}
-
-function show(patch) {
-  const focused = document.activeElement?.id;
-  for (const rule of patch.rules ?? []) rules.insertRule(rule, rules.cssRules.length);
-  for (const markup of patch.own ?? []) showElement(markup, false);
-  for (const markup of patch.whole ?? []) showElement(markup, true);
-  for (const [id, [x, y]] of Object.entries(patch.scroll ?? {}))
-    document.getElementById(id)?.scrollTo(x, y);
-  for (const address of patch.open ?? []) window.open(address, "_blank", "noopener,noreferrer");
-  if (focused && document.activeElement?.id !== focused) document.getElementById(focused)?.focus();
-}
-
-// The markup is the host's, every text in it escaped. Without `whole`, what a container holds stays.
-function showElement(markup, whole) {
-  const template = document.createElement("template");
-  template.innerHTML = markup;
-  const shown = template.content.firstElementChild;
-  const element = document.getElementById(shown.id);
-  if (!element) return;
-  if (element.tagName !== shown.tagName) return element.replaceWith(shown);
-  for (const name of element.getAttributeNames())
-    if (!shown.hasAttribute(name)) element.removeAttribute(name);
-  for (const { name, value } of shown.attributes)
-    if (element.getAttribute(name) !== value) element.setAttribute(name, value);
-  if (whole || !element.classList.contains("view")) element.replaceChildren(...shown.childNodes);
-  if ("checked" in element) element.checked = shown.checked;
-}
+export { update };
 
 const operable = "button, input, [data-tap]";
+const scrollKeys = ["ArrowUp", "ArrowDown", "PageUp", "PageDown", "Home", "End", " "];
 
-document.addEventListener("click", ({ target }) => {
+const screen = document.querySelector(".screen");
+const list = () => screen.querySelector(".scroll");
+
+// A title is a large place to tap for the switch that it names.
+function switchNamedBy(label) {
+  if (!label || !getSelection().isCollapsed) return null;
+  return label.parentElement.querySelector(`:scope > .switch[aria-labelledby~="${label.id}"]`);
+}
+
+screen.addEventListener("click", ({ target, detail }) => {
   const element = target.closest(operable);
-  if (element) send({ tap: element.id });
+  if (!element) switchNamedBy(target.closest(".label"))?.click();
+  else if (element.matches(".switch")) send({ set: element.id, on: element.checked });
+  else if (detail < 2 && !tapIsUnderWay(element.id)) send({ tap: element.id }); // no double click
 });
 
 document.addEventListener("keydown", (event) => {
-  if (event.key === "Enter" && event.target.matches("input, [data-tap]")) event.target.click();
+  const { key, target, repeat } = event;
+  if (key === "Enter" && target.matches(operable)) {
+    if (repeat) event.preventDefault(); // a key that is held is pressed once
+    else if (!target.matches("button")) target.click();
+  }
+  if (key === "Escape") goBack();
+  if (scrollKeys.includes(key) && target === document.body) takeFocusToScroll();
 });
+
+// Before the browser asks whom the key is for.
+function takeFocusToScroll() {
+  const scroller = list();
+  if (scroller && !scroller.hasAttribute("tabindex")) scroller.tabIndex = -1;
+  scroller?.focus({ preventScroll: true });
+}
+
+// A wheel that turns beside the list moves it too.
+document.addEventListener("wheel", ({ target, deltaY, ctrlKey }) => {
+  if (!ctrlKey && !target.closest(".scroll")) list()?.scrollBy(0, deltaY);
+}, { passive: true });
 
 const pending = new Map();
 function tellScroll(element) {
@@ -91,10 +54,10 @@ function tellScroll(element) {
 }
 
 // Once the movement rests; "scroll" does not bubble.
-document.addEventListener("scroll", ({ target: element }) => {
+screen.addEventListener("scroll", ({ target: element }) => {
   if (!element.id) return;
   clearTimeout(pending.get(element));
   pending.set(element, setTimeout(tellScroll, 120, element));
 }, true);
 
-document.querySelector(".surface").inert = false; // nothing that is tapped is lost from here on
+screen.disabled = false; // nothing that is tapped is lost from here on

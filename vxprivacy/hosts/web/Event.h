@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "vxprivacy/platform/ui/ScrollView.h"
+
+namespace vx::web {
+
+/// What a page says of its user.
+struct Event {
+    enum class Kind {
+        None, ///< nothing was done; the page asks for what changed
+        Tap,
+        Set,   ///< a switch shall stand as `on` says
+        Scroll ///< the content of a scroll view stands at `offset`
+    };
+
+    std::string page;         ///< the page's id
+    std::uint64_t number = 0; ///< higher than that of the page's events before; 0: not said
+    Kind kind = Kind::None;
+    std::string element;
+    bool on = false;
+    ScrollView::Offset offset;
+};
+
+/// The event that `text` is; what is missing or makes no sense is absent.
+Event eventIn(std::string_view text);
+
+} // namespace vx::web

@@ -1,0 +1,52 @@
+// Brings the page up to date.
+
+import { enterScreen, markOf } from "./screens.js";
+
+const rules = new CSSStyleSheet();
+document.adoptedStyleSheets = [...document.adoptedStyleSheets, rules];
+
+/**
+ * Shows the patch that answers `event`. Switches that the user set since, `wanted`, stay as the user
+ * wants them: their answers are still to come.
+ */
+export function show(patch, { event, wanted }) {
+  const focused = document.activeElement?.id;
+  const led = patch.screen && markOf(document.getElementById(event.tap));
+  for (const rule of patch.rules ?? []) rules.insertRule(rule, rules.cssRules.length);
+  for (const markup of patch.own ?? []) showElement(markup, false);
+  for (const markup of patch.whole ?? []) showElement(markup, true);
+  for (const { set, on } of wanted) {
+    const control = document.getElementById(set);
+    if (control) control.checked = on;
+  }
+  for (const [id, [x, y]] of Object.entries(patch.scroll ?? {}))
+    document.getElementById(id)?.scrollTo(x, y);
+  if (patch.screen) enterScreen(patch.screen, led);
+  else if (focused && document.activeElement?.id !== focused)
+    document.getElementById(focused)?.focus({ preventScroll: true });
+  for (const address of patch.open ?? []) openOutside(address);
+}
+
+// The markup is the host's, every text in it escaped. Without `whole`, what a container holds stays.
+function showElement(markup, whole) {
+  const template = document.createElement("template");
+  template.innerHTML = markup;
+  const shown = template.content.firstElementChild;
+  const element = document.getElementById(shown.id);
+  if (!element) return;
+  if (element.tagName !== shown.tagName) return element.replaceWith(shown);
+  for (const name of element.getAttributeNames())
+    if (!shown.hasAttribute(name)) element.removeAttribute(name);
+  for (const { name, value } of shown.attributes)
+    if (element.getAttribute(name) !== value) element.setAttribute(name, value);
+  if (whole || !element.classList.contains("view")) element.replaceChildren(...shown.childNodes);
+  if ("checked" in element) element.checked = shown.checked;
+}
+
+function openOutside(address) {
+  try {
+    window.open(address, "_blank", "noopener,noreferrer");
+  } catch (error) {
+    console.warn(error); // no address after all; the rest of the page has to go on
+  }
+}
