@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -164,6 +165,45 @@ TEST(Lint, Colours) {
               std::string(phrase) == "six digits" ? "six hexadecimal digits" : phrase}});
     expect(R"({"customisation":{"content":{"fontcolor":12}}})",
            {{kError, "/customisation/content/fontcolor", "platform's own"}});
+}
+
+TEST(Lint, Contrast) {
+    const std::string content = "/customisation/content/";
+    const std::string button = "/customisation/button/";
+    const struct {
+        const char* colours; // of "customisation"
+        std::vector<Expected> expected;
+    } cases[] = {
+        {R"("content":{"fontcolor":"#FFFFFF","backgroundcolor":"#FFFFFF"})",
+         {{kWarning, content + "fontcolor", "1.00:1"}}},
+        {R"("content":{"fontcolor":"#FFFFFF"})", {{kWarning, content + "fontcolor", "#767676"}}},
+        {R"("content":{"fontcolor":"#767676"})", {}},
+        {R"("content":{"fontcolor":"#777777"})", {{kWarning, content + "fontcolor", "4.47:1"}}},
+        // The links' blue is fixed, and so is a text colour that is not given: the ground yields.
+        {R"("content":{"backgroundcolor":"#9FBFDF","fontcolor":"#000000"})",
+         {{kWarning, content + "backgroundcolor", "links"}}},
+        {R"("content":{"backgroundcolor":"#000000"})",
+         {{kWarning, content + "backgroundcolor", "links"},
+          {kWarning, content + "backgroundcolor", "texts"}}},
+        {R"("button":{"backgroundcolor":"#FFFFFF"})",
+         {{kWarning, button + "backgroundcolor", "switches"}}},
+        {R"("button":{"backgroundcolor":"#FEFEFE"})",
+         {{kWarning, button + "backgroundcolor", "#949494"}}},
+        {R"("button":{"backgroundcolor":"#949494"})", {}},
+        // Buttons are the IAB screens'.
+        {R"("button":{"fontcolor":"#FFFFFF"})", {}},
+        {R"("button":{"disabledBackground":"#0D66A6"})", {}},
+    };
+    for (const auto& [colours, expected] : cases)
+        expect((R"({"customisation":{)" + std::string(colours) + "}}").c_str(), expected);
+    for (const auto& [name, colour, phrase] : {std::tuple("fontcolor", "#1F6F7A", "the buttons'"),
+                                               {"disabledBackground", "#B9C4C6", "1.78:1"},
+                                               {"disabledBackground", "#B9C4C6", "#717879"}}) {
+        Json document = Json::parse(sample());
+        document["customisation"]["button"].erase("disabledBackground");
+        document["customisation"]["button"][name] = colour;
+        expectIn(document.dump(), {{kWarning, button + name, phrase}});
+    }
 }
 
 TEST(Lint, Buttons) {

@@ -21,6 +21,8 @@ void checkCategories(const Node& document, Findings& findings);
 void checkLinks(const Node& document, Findings& findings);
 /// Colours that are read as others than they look.
 void checkColours(const Node& document, Findings& findings);
+/// Colours that cannot be told apart, and the nearest that can.
+void checkContrast(const Node& document, Findings& findings);
 /// Texts in languages that the engine does not know, and texts that are missing altogether.
 void checkLanguages(const Node& document, Findings& findings);
 /// Unknown names that are almost those of the schema.

@@ -1,8 +1,8 @@
-#include <cmath>
 #include <string>
 #include <utility>
 
 #include "tools/lint/Checks.h"
+#include "tools/lint/Contrast.h"
 #include "tools/lint/Schema.h"
 #include "vxprivacy/configuration/VXPrivacyConfiguration.h"
 
@@ -13,16 +13,6 @@ namespace {
 constexpr std::pair<std::string_view, std::string_view> kColours[] = {
     {"content", "fontcolor"}, {"content", "backgroundcolor"}, {"content", "bordercolor"},
     {"button", "fontcolor"},  {"button", "backgroundcolor"},  {"button", "disabledBackground"}};
-
-std::string hexadecimal(const Colour& colour) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string text = "#";
-    for (double component : {colour.red, colour.green, colour.blue}) {
-        const auto byte = static_cast<std::size_t>(std::lround(component * 255));
-        text += {kDigits[byte / 16], kDigits[byte % 16]};
-    }
-    return text;
-}
 
 std::string named(const std::string& colour) {
     if (colour == "#000000")

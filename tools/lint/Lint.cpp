@@ -16,6 +16,7 @@ void check(const Document& document, std::string_view text, Findings& findings) 
     checkCategories(top, findings);
     checkLinks(top, findings);
     checkColours(top, findings);
+    checkContrast(top, findings);
     checkLanguages(top, findings);
     checkSchema(top, findings);
     checkNames(top, findings);
