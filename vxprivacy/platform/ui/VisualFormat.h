@@ -30,8 +30,8 @@ inline constexpr int kAlignAllCentreY = 1024;
 ///
 /// A string that does not parse, names an unknown view or metric, or has a "|" beside a view that
 /// is in none, gives no constraint at all and one log line at level 4 with the string and the
-/// place. "V:|-|", a chain without a view, gives none either, and is no fault. Time: the length of
-/// the string. `views` owns; the constraints only point.
+/// place. A chain without a view ("V:|-|", "V:|-10-|") gives none either, and is no fault. Time:
+/// the length of the string. `views` owns; the constraints only point.
 VisualFormat constraintsWithVisualFormat(std::string_view format, int options,
                                          const MetricsDictionary& metrics,
                                          const ViewsDictionary& views);

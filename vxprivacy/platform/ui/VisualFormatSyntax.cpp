@@ -48,7 +48,7 @@ public:
             fail("nothing may follow the superview");
         const auto isSuperview = [](const auto& each) { return each.isSuperview(); };
         if (std::ranges::all_of(syntax_.items, isSuperview)) {
-            if (!text_.ends_with("|-|"))
+            if (!text_.ends_with("-|"))
                 fail("a view is missing");
             return {};
         }
