@@ -1,6 +1,7 @@
-// surface_server CONFIGURATION [LANGUAGE]: shows the category center of a configuration file on
-// recording doors, on a free port of 127.0.0.1 which it prints. Each visit of the page leaves the
-// center and presents it anew; /recorded tells what happened since it was last asked.
+// surface_server CONFIGURATION [LANGUAGE [VENDOR-LIST [TRANSLATION]]]: shows the category center of
+// a configuration file, or with a vendor list the IAB privacy center, on recording doors, on a free
+// port of 127.0.0.1 which it prints. Each visit of the page leaves the center and presents it anew;
+// /recorded tells what happened since it was last asked.
 
 #include <iostream>
 #include <memory>
@@ -18,6 +19,7 @@
 #include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
 #include "vxprivacy/hosts/web/StaticFiles.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 
 namespace {
 
@@ -26,20 +28,22 @@ using namespace vx;
 // An application whose browser is the page.
 class Shown {
 public:
-    Shown(std::string configuration, std::string language)
-        : language_(std::move(language)),
-          world_({.files = {{"privacy", std::move(configuration)}}},
+    Shown(recording::Texts files, std::string language)
+        : language_(std::move(language)), iab_(files.contains("vendor-list")),
+          world_({.files = std::move(files), .iab = iab_},
                  [this](const recording::Event& event) { hear(event); }) {
         world_.engine().setSiteID(12, 5, world_.sdk());
+        world_.engine().setLanguage(language_);
     }
 
     std::string page() {
         if (center_)
             center_->viewWillDisappear(false);
         surface_.reset();
-        center_ = std::make_unique<VXPrivacyCenterViewController>();
+        center_ = makeCenter();
         center_->view()->setSize(390, 844);
         center_->viewDidLoad();
+        center_->viewDidAppear(false);
         surface_ = std::make_unique<web::WebSurface>(
             center_->view(), web::PageSettings{.owner = "Harbour Weekly", .language = language_});
         return surface_->render();
@@ -54,6 +58,12 @@ public:
     }
 
 private:
+    std::unique_ptr<ViewController> makeCenter() const {
+        if (iab_)
+            return std::make_unique<VXIABPrivacyCenterViewController>();
+        return std::make_unique<VXPrivacyCenterViewController>();
+    }
+
     void hear(const recording::Event& event) {
         recorded_.push_back(event);
         if (surface_ && event.contains("open"))
@@ -61,9 +71,10 @@ private:
     }
 
     std::string language_;
+    bool iab_;
     recording::Event recorded_ = recording::Event::array();
     recording::World world_;
-    std::unique_ptr<VXPrivacyCenterViewController> center_;
+    std::unique_ptr<ViewController> center_;
     std::unique_ptr<web::WebSurface> surface_;
 };
 
@@ -95,7 +106,13 @@ void addRoutes(httplib::Server& server, Shown& shown, std::mutex& mutex) {
 int main(int count, char** arguments) {
     if (count < 2)
         return 2;
-    Shown shown(tools::system::readFile(arguments[1]), count > 2 ? arguments[2] : "en");
+    const std::string language = count > 2 ? arguments[2] : "en";
+    recording::Texts files = {{"privacy", tools::system::readFile(arguments[1])}};
+    if (count > 3)
+        files["vendor-list"] = tools::system::readFile(arguments[3]);
+    if (count > 4)
+        files["purposes-" + language] = tools::system::readFile(arguments[4]);
+    Shown shown(std::move(files), language);
     std::mutex mutex;
     tools::system::LoopbackServer server(
         [&](httplib::Server& routes) { addRoutes(routes, shown, mutex); });
