@@ -1,9 +1,9 @@
 #include "vxprivacy/hosts/web/Painter.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
+#include "vxprivacy/hosts/web/Classes.h"
 #include "vxprivacy/platform/ui/GridPlanner.h"
 #include "vxprivacy/platform/ui/ViewKinds.h"
 
@@ -18,30 +18,6 @@ bool isContainer(const View& view) {
 bool isText(const View& view) {
     const auto* label = viewAs<Label>(view);
     return label && !label->text().empty();
-}
-
-// Bold texts are the screens' titles.
-bool isHeading(const Label& label) {
-    return label.font() && label.font()->name.ends_with("-Bold") && !label.text().empty();
-}
-
-bool holdsSwitch(const View& view) {
-    return std::ranges::any_of(
-        view.subviews(), [](const auto& subview) { return subview->kind() == View::Kind::Switch; });
-}
-
-std::string_view classesOf(const View& container) {
-    if (container.kind() == View::Kind::Scroll)
-        return "view scroll";
-    if (container.border().width > 0)
-        return "view box";
-    return holdsSwitch(container) ? "view row" : "view";
-}
-
-std::string_view classesOf(const Label& label, const Element& element) {
-    if (isHeading(label))
-        return "label heading";
-    return element.describes ? "label describes" : "label";
 }
 
 bool beginsInRowOf(const GridPlan::Item& label, const GridPlan::Item& control) {
@@ -77,10 +53,9 @@ void Painter::paint(View& view) {
                            [](View&) {}}); // a container, painted above
 }
 
-void Painter::begin(std::string_view tag, const View& view, const Element& element,
-                    std::string_view kind) {
+void Painter::begin(std::string_view tag, const View& view, const Element& element) {
     const std::string declarations = element.placement + element.grid + look(view, colours_);
-    std::string classes(kind);
+    std::string classes = classesOf(view, element);
     if (!declarations.empty())
         classes.append(" ").append(styles_.className(declarations));
     markup_.open(tag).attribute("id", element.id).attribute("class", classes);
@@ -89,14 +64,14 @@ void Painter::begin(std::string_view tag, const View& view, const Element& eleme
 }
 
 void Painter::paintLabel(const Label& label, const Element& element) {
-    const std::string_view tag = isHeading(label) ? "h2" : "p";
-    begin(tag, label, element, classesOf(label, element));
+    const std::string_view tag = looksLikeHeading(label) ? "h2" : "p";
+    begin(tag, label, element);
     markup_.close().text(label.text()).end(tag);
 }
 
 void Painter::paintButton(const Button& button, const Element& element) {
     const bool leaves = button.leavesApplication();
-    begin("button", button, element, leaves ? "button leaves" : "button");
+    begin("button", button, element);
     markup_.attribute("type", "button");
     if (leaves)
         markup_.attribute("role", "link");
@@ -113,7 +88,7 @@ void Painter::paintButton(const Button& button, const Element& element) {
 }
 
 void Painter::paintSwitch(const Switch& control, const Element& element) {
-    begin("input", control, element, "switch");
+    begin("input", control, element);
     markup_.attribute("type", "checkbox").attribute("role", "switch");
     markup_.attribute("autocomplete", "off"); // or a browser restores what the user left
     if (!element.title.empty())
@@ -127,13 +102,13 @@ void Painter::paintSwitch(const Switch& control, const Element& element) {
 
 void Painter::paintContainer(View& view) {
     if (!deep_) {
-        begin("div", view, elements_.of(view), classesOf(view));
+        begin("div", view, elements_.of(view));
         markup_.close().end("div");
         return;
     }
     const GridPlan plan = gridPlan(view, screenWidth_);
     arrange(view, plan);
-    begin("div", view, elements_.of(view), classesOf(view));
+    begin("div", view, elements_.of(view));
     markup_.close();
     for (const auto& item : plan.items)
         paint(*item.view);

@@ -40,8 +40,7 @@ private:
     void describeSwitch(Element& element, const GridPlan& plan, const GridPlan::Item& item,
                         const Element& container);
     void describe(Element& control, View& label);
-    void begin(std::string_view tag, const View& view, const Element& element,
-               std::string_view kind);
+    void begin(std::string_view tag, const View& view, const Element& element);
 
     const HostTexts& texts_;
     Colours colours_ = Colours::Own;
