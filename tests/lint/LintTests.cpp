@@ -217,7 +217,7 @@ TEST(Lint, Buttons) {
     expectOf("firstLayerButton", "[]", {kError, first, "Detail"});
     expectOf("firstLayerButton", R"(["Save","Detail"])", {kError, first + "/0", "no such button"});
     expectOf("firstLayerButton", R"(["Detail","RefuseAll","Detail"])",
-             {kError, first + "/2", "gap"});
+             {kError, first + "/2", "the last place"});
     expectOf("secondLayerButton", "[]", {kError, "/components/secondLayerButton", "Save"});
     expectOf("secondLayerButton", R"("Save")", {kError, "/components/secondLayerButton", "array"});
 }
