@@ -51,7 +51,7 @@ public:
 
     std::string layout() const { return surface_ ? surface_->layoutCSS() : ""; }
     std::string dispatch(const std::string& event) {
-        return surface_ ? surface_->dispatch(event) : "{}";
+        return surface_ ? surface_->dispatch(event) : R"({"gone":true})";
     }
     std::string takeRecorded() {
         return std::exchange(recorded_, recording::Event::array()).dump();

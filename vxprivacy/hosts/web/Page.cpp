@@ -84,9 +84,9 @@ std::string document(const Page& page) {
     addHead(before, page);
     before.open("main").attribute("class", "surface " + std::string(page.frame)).close();
     before.open("div").attribute("class", "sheet").close();
-    addTitleBar(before, page.settings);
     before.open("noscript").close().open("p").attribute("class", "noscript").close();
     before.text(page.settings.texts->noScript).end("p").end("noscript");
+    addTitleBar(before, page.settings);
     // Disabled until the script listens: a tap before would be lost.
     before.open("fieldset").attribute("class", "screen").attribute("role", "none");
     before.flag("disabled").close();
