@@ -4,7 +4,8 @@
 
 namespace vx::web {
 
-/// Whether an address from a document may be opened: a URL of the scheme http, https or mailto.
+/// Whether an address from a document may be opened: a URL of the scheme http, https or mailto. One
+/// that names a user, a password or no host that a browser can make out may not.
 /// An application asks this in its `Application::openURL`.
 bool mayOpen(std::string_view address);
 
