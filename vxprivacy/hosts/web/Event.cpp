@@ -10,7 +10,7 @@ namespace vx::web {
 
 namespace {
 
-using Json = nlohmann::json;
+using Json = nlohmann::ordered_json;
 
 template <class T>
 std::optional<T> valueOf(const Json& event, const char* key, bool (Json::*isOne)() const noexcept) {
