@@ -12,6 +12,7 @@
 #include <httplib.h>
 #include <unistd.h>
 
+#include "tests/browser/LayoutDescription.h"
 #include "tools/recording/World.h"
 #include "tools/studio/server/Answers.h"
 #include "tools/system/Files.h"
@@ -50,6 +51,10 @@ public:
     }
 
     std::string layout() const { return surface_ ? surface_->layoutCSS() : ""; }
+    /// What the page's boxes are to be computed from.
+    std::string constraints() const {
+        return center_ ? tests::layoutDescription(*center_->view()).dump() : "[]";
+    }
     std::string dispatch(const std::string& event) {
         return surface_ ? surface_->dispatch(event) : R"({"gone":true})";
     }
@@ -94,6 +99,7 @@ void addRoutes(httplib::Server& server, Shown& shown, std::mutex& mutex) {
     get("/", "text/html; charset=utf-8", [&] { return shown.page(); });
     get("/layout.css", "text/css", [&] { return shown.layout(); });
     get("/favicon.ico", "image/x-icon", [] { return std::string(); });
+    get("/constraints", "application/json", [&] { return shown.constraints(); });
     get("/recorded", "application/json", [&] { return shown.takeRecorded(); });
     server.Post("/event", [&](const httplib::Request& request, httplib::Response& response) {
         const std::lock_guard lock(mutex);
