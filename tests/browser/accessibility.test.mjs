@@ -2,19 +2,24 @@ import { after, test } from "node:test";
 import assert from "node:assert/strict";
 import { createRequire } from "node:module";
 import { readFile } from "node:fs/promises";
-import { closeBrowser, french, open, sample, serve } from "./browser.mjs";
+import { closeBrowser, french, open, sample, serve, switchOf, tap } from "./browser.mjs";
 
 after(closeBrowser);
 
 const axe = await readFile(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 
+async function check(page) {
+  await page.evaluate(axe); // through the debugger: the page's policy stays in force
+  const result = await page.evaluate("axe.run()");
+  assert.deepEqual(result.violations.map(({ id, nodes }) => [id, nodes.map((n) => n.html)]), []);
+  return result;
+}
+
 for (const [name, file, language] of [["sample", sample, "en"], ["french", french, "fr"]])
   for (const colorScheme of ["light", "dark"])
     test(`axe finds nothing: ${name}, ${colorScheme}`, async (t) => {
       const page = await open(t, await serve(t, file, language), { colorScheme });
-      await page.evaluate(axe); // through the debugger: the page's policy stays in force
-      const { violations, passes } = await page.evaluate("axe.run()");
-      assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes.map((n) => n.html)]), []);
+      const { passes } = await check(page);
       assert.ok(passes.some(({ id }) => id === "color-contrast"));
     });
 
@@ -30,17 +35,67 @@ test("a dark page shows only where the configuration sets no colours", async (t)
   }
 });
 
-test("a switch is called by its row's title, a link says that it leaves", async (t) => {
+const textsOf = (control, attribute) => control.evaluate((element, name) =>
+  element.getAttribute(name).split(" ").map((id) => document.getElementById(id).textContent), attribute);
+
+test("a switch is called by its row's title, a link by its own and that, and says that it leaves", async (t) => {
   const page = await open(t, await serve(t, sample));
-  const control = page.getByRole("switch", { name: "Audience measurement", exact: true });
-  assert.equal(await control.count(), 1);
-  const description = await control.evaluate((element) =>
-    document.getElementById(element.getAttribute("aria-describedby")).textContent);
+  const control = switchOf(page, "Audience measurement");
+  const [count, description] = await textsOf(control, "aria-describedby");
+  assert.equal(count, "2 of 2 on");
   assert.match(description, /^Helps us understand/);
   for (const each of await page.getByRole("switch").all())
     assert.ok(await each.getAttribute("aria-describedby"));
-  assert.equal(
-    await page.getByRole("link", { name: "How we measure (opens outside this page)" }).count(), 1);
+  assert.equal(await page.getByRole("link", { exact: true,
+    name: "How we measure (opens outside this page) Audience measurement" }).count(), 1);
+});
+
+test("headings have levels, subcategories are a list in their category's group", async (t) => {
+  const page = await open(t, await serve(t, sample));
+  const named = (role, name, rest) => page.getByRole(role, { name, exact: true, ...rest });
+  assert.equal(await page.getByRole("heading", { level: 1 }).count(), 1);
+  for (const [name, level] of [["All purposes", 2], ["Audience measurement", 2],
+    ["Readership statistics", 3]])
+    assert.equal(await named("heading", name, { level }).count(), 1, name);
+  const group = named("group", "Audience measurement");
+  const items = group.getByRole("list", { name: "Audience measurement" }).getByRole("listitem");
+  assert.equal(await items.count(), 2);
+  assert.equal(await items.getByRole("switch").count(), 2);
+  assert.equal(await group.getByRole("switch").count(), 3);
+  assert.equal(await page.getByRole("listitem").count(), await page.getByRole("heading", { level: 3 }).count());
+});
+
+test("a parent shows and tells how many of its children are on", async (t) => {
+  const page = await open(t, await serve(t, sample));
+  await tap(page, switchOf(page, "Readership statistics"));
+  const control = switchOf(page, "Audience measurement");
+  await page.getByText("1 of 2 on", { exact: true }).waitFor();
+  const said = page.getByRole("status");
+  assert.equal(await said.textContent(), "Audience measurement: 1 of 2 on");
+  assert.equal((await textsOf(control, "aria-describedby"))[0], "1 of 2 on");
+  assert.equal(await control.isChecked(), true);
+  await tap(page, switchOf(page, "All purposes")); // it was off: now all are on
+  await page.getByText("All purposes: 11 of 11 on").waitFor({ state: "attached" });
+  assert.equal((await textsOf(control, "aria-describedby"))[0], "2 of 2 on");
+});
+
+test("equal links and rows without a name can be told apart, and text alone can be scrolled by keyboard", async (t) => {
+  const link = { privacy_policy_url: "https://example.com/", privacy_policy_text: "Privacy policy" };
+  const row = (ID, name, rest) => ({ ID: String(ID), name, ...rest });
+  const page = await open(t, await serve(t, { information: { version: 1, content: "You decide." },
+    categories: [row(1, "Ads", { ...link, subcategories: [row(2, ""), row(3, "", { description: "Why." })] }),
+      row(4, "Counts", link), row(5, undefined)] }));
+  for (const name of ["Ads", "Counts"])
+    assert.equal(await page.getByRole("link", { name: `Privacy policy (opens outside this page) ${name}`, exact: true }).count(), 1);
+  const names = await page.getByRole("switch").evaluateAll((all) => all.map((one) =>
+    one.getAttribute("aria-labelledby").split(" ").map((id) => document.getElementById(id).textContent).join(" ")));
+  assert.deepEqual(names, ["2 of 2 onAds", "2 of 2 onAds", "Why.", "Counts", "Privacy settings"]);
+  await check(page);
+  const text = await open(t, await serve(t, { information: { version: 1, content: "You decide. ".repeat(500) } }));
+  await check(text);
+  await text.keyboard.press("Tab");
+  await text.keyboard.press("End");
+  await text.waitForFunction(() => document.querySelector(".scroll").scrollTop > 100);
 });
 
 test("the keyboard reaches everything in the order in which it is seen, visibly", async (t) => {

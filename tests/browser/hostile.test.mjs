@@ -24,7 +24,8 @@ const configuration = {
 
 test("markup and script in every field are text", async (t) => {
   const page = await open(t, await serve(t, configuration));
-  const texts = await page.locator(".label").allTextContents();
+  const texts = await page.locator(".label").evaluateAll((labels) =>
+    labels.map((label) => label.lastChild.data)); // some have a count before
   assert.equal(texts.length, 11);
   for (const text of texts) assert.equal(text, evil);
   assert.equal(await page.locator("img, .surface script, textarea, style, b").count(), 0);

@@ -126,7 +126,7 @@ test("the text size takes effect, gaps are the constraints', and the title bar t
     const box = (element) => element.getBoundingClientRect().toJSON();
     const one = document.querySelector(".switch");
     return [document.querySelector(".titlebar"), document.querySelector(".scroll"), document.querySelector(".label"), one.parentElement,
-      document.getElementById(one.getAttribute("aria-describedby"))].map(box);
+      document.getElementById(one.getAttribute("aria-describedby").split(" ").pop())].map(box);
   });
   near(scroll.top, bar.bottom, "scroll view");
   near(scroll.bottom, 834, "scroll view");

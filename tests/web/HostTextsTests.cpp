@@ -58,14 +58,16 @@ TEST(HostTexts, ThePageSpeaksTheEnginesLanguageUnlessToldOtherwise) {
     EXPECT_NE(page({}).find("lang=\"en\""), std::string::npos);
     world.engine().setLanguage("fr");
     EXPECT_NE(page({}).find("lang=\"fr\""), std::string::npos);
-    EXPECT_NE(page({}).find("<h1>Paramètres de confidentialité</h1>"), std::string::npos);
-    EXPECT_NE(page({.language = "de"}).find("<h1>Datenschutzeinstellungen</h1>"),
+    EXPECT_NE(page({}).find("<h1 id=\"title\">Paramètres de confidentialité</h1>"),
+              std::string::npos);
+    EXPECT_NE(page({.language = "de"}).find("<h1 id=\"title\">Datenschutzeinstellungen</h1>"),
               std::string::npos);
     web::HostTexts own = web::hostTexts("de");
     own.title = "Deine Wahl";
-    EXPECT_NE(page({.language = "de", .texts = own}).find("<h1>Deine Wahl</h1>"),
+    EXPECT_NE(page({.language = "de", .texts = own}).find("<h1 id=\"title\">Deine Wahl</h1>"),
               std::string::npos);
-    EXPECT_NE(page({.title = "<Mine>", .owner = "Ä&"}).find("<h1>&lt;Mine&gt;</h1><p>Ä&amp;</p>"),
+    EXPECT_NE(page({.title = "<Mine>", .owner = "Ä&"})
+                  .find("<h1 id=\"title\">&lt;Mine&gt;</h1><p>Ä&amp;</p>"),
               std::string::npos);
 }
 

@@ -1,4 +1,5 @@
 #include <array>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <utility>
@@ -12,6 +13,7 @@
 #include "vxprivacy/platform/ui/Controls.h"
 #include "vxprivacy/platform/ui/ScrollView.h"
 #include "vxprivacy/platform/ui/ViewController.h"
+#include "vxprivacy/platform/ui/VisualFormat.h"
 
 namespace {
 
@@ -58,11 +60,13 @@ TEST(WebSurface, APatchHoldsTheElementsThatChangedAndNoOthers) {
     Screen screen;
     const Event patch = screen.dispatch(R"({"tap":"v4"})");
     EXPECT_TRUE(screen.control->on());
-    ASSERT_EQ(patch.size(), 1U) << patch;
-    ASSERT_EQ(patch["own"].size(), 1U);
-    const auto markup = patch["own"][0].get<std::string>();
-    EXPECT_TRUE(markup.starts_with("<input id=\"v4\"")) << markup;
-    EXPECT_NE(markup.find(" checked"), std::string::npos);
+    EXPECT_EQ(patch, Event::parse(R"({"on":["v4"]})"));
+    screen.button->setTitle("New");
+    const Event next = screen.dispatch("{}");
+    ASSERT_EQ(next.size(), 1U) << next;
+    ASSERT_EQ(next["own"].size(), 1U);
+    const auto markup = next["own"][0].get<std::string>();
+    EXPECT_TRUE(markup.starts_with("<button id=\"v5\"")) << markup;
     EXPECT_EQ(screen.dispatch("{}"), Event::object());
 }
 
@@ -106,8 +110,7 @@ TEST(WebSurface, ASwitchIsSetAsTheUserWantsItAndTheAnswerHasIt) {
         const Event patch =
             screen.dispatch(std::string(R"({"set":"v4","on":)") + (on ? "true}" : "false}"));
         EXPECT_EQ(screen.control->on(), on);
-        ASSERT_EQ(patch["own"].size(), 1U) << patch;
-        EXPECT_EQ(patch["own"][0].get<std::string>().find(" checked") != std::string::npos, on);
+        EXPECT_EQ(patch, Event::parse(on ? R"({"on":["v4"]})" : R"({"off":["v4"]})"));
     }
     EXPECT_EQ(screen.taps, 5); // also when it stood so already
 }
@@ -265,6 +268,116 @@ TEST(WebSurface, NothingOnThePageIsInline) {
         EXPECT_EQ(page.find(inlined), std::string::npos) << inlined;
     EXPECT_NE(page.find("&lt;b onclick=&#39;x&#39;&gt;&amp;&quot;"), std::string::npos);
     EXPECT_NE(screen.surface.layoutCSS().find("color:rgb(128 0 0)"), std::string::npos);
+}
+
+TEST(WebSurface, SaysOfControlsAndLabelsWhatTheScreenSays) {
+    Screen screen;
+    screen.label->setHeadingLevel(2);
+    screen.label->setCount({1, 3});
+    screen.button->setTitle("Details");
+    const auto expectParts = [&](const std::vector<const char*>& parts) {
+        const std::string page = screen.surface.render();
+        for (const char* part : parts)
+            EXPECT_NE(page.find(part), std::string::npos) << part << " in " << page;
+    };
+    expectParts({"<h2 id=\"v3\"", "id=\"v3c\" aria-hidden=\"true\">1 of 3 on</span>Title</h2>",
+                 ">Details</button>"});
+    screen.button->setEnabled(false);
+    screen.button->setExpanded(true, screen.label);
+    expectParts({"aria-disabled=\"true\" aria-describedby=\"not-yet\"",
+                 "aria-expanded=\"true\" aria-controls=\"v3\""});
+    screen.button->setRow(std::make_shared<Row>(Row{screen.label, {}}));
+    expectParts({"aria-labelledby=\"v5 v3\""});
+    screen.button->setExpanded(false, nullptr);
+    screen.button->setEnabled(true);
+    const std::string page = screen.surface.render();
+    for (const char* part : {"aria-controls", "aria-disabled"})
+        EXPECT_EQ(page.find(part), std::string::npos) << part;
+}
+
+TEST(WebSurface, OnlyTheLinkOfALabelTakesItsTaps) {
+    Screen screen;
+    screen.label->addTapRecogniser([](std::size_t) {});
+    screen.label->setText("Né <à> l'été");
+    for (const auto& [range, shown] :
+         {std::pair(CodePointRange{3, 3}, "Né <a role=\"link\" tabindex=\"0\" "
+                                          "data-character=\"3\">&lt;à&gt;</a> l&#39;été</p>"),
+          {{7, 99}, "data-character=\"7\">l&#39;été</a></p>"},
+          {{99, 1}, ">Né &lt;à&gt; l&#39;été</p>"},
+          {{std::size_t(-2), std::size_t(-1)}, ">Né &lt;à&gt; l&#39;été</p>"}}) {
+        screen.label->setLink(Label::Link{range, {0.05, 0.4, 0.65, 1}});
+        const std::string page = screen.surface.render();
+        EXPECT_NE(page.find(shown), std::string::npos) << page;
+        EXPECT_EQ(page.find("data-tap"), std::string::npos);
+    }
+}
+
+// Labels that are an item each, and a box with a title.
+TEST(WebSurface, RowsUnderAHeadingAreItemsOfOneList) {
+    auto root = std::make_shared<View>();
+    ViewsDictionary views;
+    std::string format = "V:|";
+    const auto add = [&](const char* name, const std::shared_ptr<View>& view) {
+        root->addSubview(view);
+        views.set(name, view);
+        format.append("-[").append(name).append("]");
+    };
+    auto heading = std::make_shared<Label>();
+    add("heading", heading);
+    for (const char* name : {"a", "b"}) {
+        add(name, std::make_shared<Label>());
+        (*views.find(name))->setRow(std::make_shared<Row>(Row{{}, heading}));
+    }
+    const auto box = std::make_shared<View>();
+    box->setRow(std::make_shared<Row>(Row{{}, heading}));
+    add("box", box);
+    add("end", std::make_shared<Label>());
+    root->addConstraints(constraintsWithVisualFormat(format + "-|", 0, {}, views));
+    web::WebSurface surface(root);
+    std::string page = surface.render();
+    page.erase(0, page.find("<p id=\"v2"));
+    std::string order; // of what begins and ends
+    for (const auto& [part, sign] : {std::pair("role=\"list\"", 'L'), {"role=\"listitem\"", 'i'}})
+        for (std::size_t at = 0; (at = page.find(part, at)) != std::string::npos; ++at)
+            order += sign;
+    EXPECT_EQ(order, "Liii");
+    EXPECT_GT(page.find("id=\"v6\""), page.rfind("listitem"));
+}
+
+TEST(WebSurface, ATapOnALinkOfALabelTellsItsCharacterAndNoOtherDoesAnything) {
+    Screen screen;
+    std::vector<std::size_t> taps;
+    screen.label->addTapRecogniser([&](std::size_t character) { taps.push_back(character); });
+    screen.label->setLink(Label::Link{{2, 2}, {0, 0, 0, 1}});
+    for (const char* event :
+         {R"({"tap":"v3","character":2})", R"({"tap":"v3","character":3})", R"({"tap":"v3"})",
+          R"({"tap":"v3","character":1})", R"({"tap":"v3","character":4})",
+          R"({"tap":"v3","character":-1})", R"({"tap":"v3","character":"2"})"})
+        screen.dispatch(event);
+    EXPECT_EQ(taps, (std::vector<std::size_t>{2, 3}));
+}
+
+TEST(WebSurface, SaysWhatATapDidElsewhereAndThatAButtonWoke) {
+    Screen screen;
+    const auto section = std::make_shared<Label>();
+    section->setText("Section");
+    section->setCount({0, 2});
+    screen.root->addSubview(section);
+    screen.control->setRow(std::make_shared<Row>(Row{screen.label, section}));
+    screen.button->setEnabled(false);
+    screen.page = screen.surface.render();
+    screen.control->addTouchUpInside([&] { section->setCount({1, 2}); });
+    Event patch = screen.dispatch(R"({"set":"v4","on":true})");
+    EXPECT_EQ(
+        patch,
+        Event::parse(R"({"on":["v4"],"texts":{"v6c":"1 of 2 on"},"say":"Section: 1 of 2 on"})"));
+    EXPECT_FALSE(
+        screen.dispatch(R"({"set":"v4","on":false})").contains("say")); // nothing else changed
+    screen.button->setEnabled(true);
+    patch = screen.dispatch("{}");
+    EXPECT_EQ(patch["say"], "You can now refuse or accept.");
+    screen.button->setTitle("New");
+    EXPECT_FALSE(screen.dispatch("{}").contains("say"));
 }
 
 TEST(WebSurface, TheLanguageDecidesTheDirection) {

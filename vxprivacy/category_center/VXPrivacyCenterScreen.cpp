@@ -94,7 +94,8 @@ void VXPrivacyCenterViewController::addGlobalCategory() {
     const JSONValue global = JSONDictionary_["global_consent"];
     if (!global.isObject())
         return;
-    globalConsent_ = addRow(global, 0);
+    globalConsent_ = addRow(global, 0, nullptr);
+    headings_.push_back({row_->title.lock(), 1, 1}); // of all that come
     globalConsent_->addTouchUpInside([this] { selectGlobalCategory(*globalConsent_); });
     attachRowConstraints({{"H:|[nameL%d]", "H:[switchBtn%d]|"},
                           {"H:|-10-[descL%d]-10-|", "V:[stackView%d(switchBtn%d)]"}});
@@ -104,7 +105,7 @@ void VXPrivacyCenterViewController::addGlobalCategory() {
 void VXPrivacyCenterViewController::addCategories() {
     for (const JSONValue& category :
          VXPrivacyConfiguration::objectsOf(JSONDictionary_["categories"])) {
-        const auto consentSwitch = addCategoryRow(category);
+        const auto consentSwitch = addCategoryRow(category, nullptr);
         consentSwitch->setScale(0.75);
         consentSwitch->addTouchUpInside(
             [this, sender = consentSwitch.get()] { selectCategory(*sender); });
@@ -117,16 +118,20 @@ void VXPrivacyCenterViewController::addCategories() {
         if (const auto key = category["ID"].string(); key && !children.empty())
             categoryLinks_.set(*key, std::move(children));
     }
+    if (globalConsent_)
+        headings_.front().lastSwitch = switches_.size();
 }
 
 std::vector<std::int32_t> VXPrivacyCenterViewController::addSubCategories(const JSONValue& category,
                                                                           std::int32_t parentID) {
     std::vector<std::int32_t> children;
+    const auto section = row_->title.lock();
+    const std::size_t firstSwitch = switches_.size();
     for (const JSONValue& subcategory :
          VXPrivacyConfiguration::objectsOf(category["subcategories"])) {
         if (const auto key = subcategory["ID"].string())
             categoryLinks_.set(*key, {parentID});
-        const auto consentSwitch = addCategoryRow(subcategory);
+        const auto consentSwitch = addCategoryRow(subcategory, section);
         consentSwitch->setScale(0.6);
         consentSwitch->addTouchUpInside(
             [this, sender = consentSwitch.get()] { selectSubCategory(*sender); });
@@ -136,27 +141,36 @@ std::vector<std::int32_t> VXPrivacyCenterViewController::addSubCategories(const 
         children.push_back(consentSwitch->tag());
         ++numberOfViews_;
     }
+    if (!children.empty())
+        headings_.push_back({section, firstSwitch, switches_.size()});
     return children;
 }
 
-std::shared_ptr<Switch> VXPrivacyCenterViewController::addCategoryRow(const JSONValue& category) {
+std::shared_ptr<Switch>
+VXPrivacyCenterViewController::addCategoryRow(const JSONValue& category,
+                                              const std::shared_ptr<Label>& section) {
     const std::int32_t categoryID = category["ID"].integerValue();
     const std::string key = numberedKey(kVXCategoryPrefix, categoryID);
     if (!savedConsent_.contains(key))
         savedConsent_.set(
             key, std::string(consentValue(VXMobilePrivacy::sharedInstance().switchDefaultState())));
-    return addRow(category, categoryID);
+    return addRow(category, categoryID, section);
 }
 
-std::shared_ptr<Switch> VXPrivacyCenterViewController::addRow(const JSONValue& object,
-                                                              std::int32_t categoryID) {
+std::shared_ptr<Switch>
+VXPrivacyCenterViewController::addRow(const JSONValue& object, std::int32_t categoryID,
+                                      const std::shared_ptr<Label>& section) {
     const auto title = createLabel(LabelType::Title, textOf(object["name"]));
+    title->setHeadingLevel(section ? 3 : 2);
+    row_ = std::make_shared<Row>(Row{title, section});
     const auto consentSwitch = createSwitchBtn(categoryID);
     const auto description = createLabel(LabelType::Description, textOf(object["description"]));
     const auto row = createStackView(categoryID);
     row->addSubview(title);
     row->addSubview(consentSwitch);
+    row->setRow(row_);
     contentView_->addSubview(description);
+    description->setRow(row_);
     categoryUIObjects_.push_back(numbered("stackView%d"));
     categoryUIObjects_.push_back(numbered("descL%d"));
     return consentSwitch;
@@ -167,6 +181,7 @@ void VXPrivacyCenterViewController::addPrivacyPolicyButton(const JSONValue& obje
     if (!object["privacy_policy_url"].string())
         return;
     addLink(object, numbered("privacyPolicyBTN%d"));
+    privacyButtons_.back()->setRow(row_);
     attachFormattedConstrait(horizontalFormat, *contentView_);
 }
 

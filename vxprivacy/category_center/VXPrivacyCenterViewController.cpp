@@ -67,6 +67,7 @@ VXPrivacyCenterViewController::linkedTo(const Switch& sender) const {
 }
 
 void VXPrivacyCenterViewController::checkGlobalConsent() {
+    countSwitches();
     if (!globalConsent_)
         return;
     bool allOn = true;
@@ -74,8 +75,19 @@ void VXPrivacyCenterViewController::checkGlobalConsent() {
     globalConsent_->setOn(allOn);
 }
 
+void VXPrivacyCenterViewController::countSwitches() const {
+    for (const auto& [title, first, last] : headings_) {
+        std::size_t on = 0;
+        for (std::size_t i = first; i < last; ++i)
+            on += switches_[i]->on() ? 1 : 0;
+        if (first < last)
+            title->setCount({on, last - first});
+    }
+}
+
 void VXPrivacyCenterViewController::selectGlobalCategory(const Switch& sender) {
     forEachSwitch([on = sender.on()](Switch& each) { each.setOn(on); });
+    countSwitches();
 }
 
 void VXPrivacyCenterViewController::selectCategory(const Switch& sender) {

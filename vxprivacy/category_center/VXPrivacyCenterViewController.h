@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -106,6 +107,13 @@ private:
     enum class LabelType { Title, Description };
     struct RowLayout;
 
+    // A title and the switches whose number it tells: from the first to one past the last.
+    struct Heading {
+        std::shared_ptr<Label> title;
+        std::size_t firstSwitch = 0;
+        std::size_t lastSwitch = 0;
+    };
+
     void scrollViewDidScroll(ScrollView& scrollView) override;
 
     void createScrollView();
@@ -115,13 +123,16 @@ private:
     void addGlobalCategory();
     void addCategories();
     std::vector<std::int32_t> addSubCategories(const JSONValue& category, std::int32_t parentID);
-    std::shared_ptr<Switch> addCategoryRow(const JSONValue& category);
-    std::shared_ptr<Switch> addRow(const JSONValue& object, std::int32_t categoryID);
+    std::shared_ptr<Switch> addCategoryRow(const JSONValue& category,
+                                           const std::shared_ptr<Label>& section);
+    std::shared_ptr<Switch> addRow(const JSONValue& object, std::int32_t categoryID,
+                                   const std::shared_ptr<Label>& section);
     void addPrivacyPolicyButton(const JSONValue& object, std::string_view horizontalFormat);
     void addLink(const JSONValue& object, const std::string& name);
     void attachRowConstraints(const RowLayout& layout);
     void arrangeViewsVertically();
     void applyBackground();
+    void countSwitches() const;
 
     std::shared_ptr<Label> createLabel(LabelType type, const std::string& text);
     std::shared_ptr<Switch> createSwitchBtn(std::int32_t categoryID);
@@ -154,6 +165,8 @@ private:
     OrderedDictionary<Colour> customisation_;
     MetricsDictionary metrics_;
     std::int32_t numberOfViews_ = 0;
+    std::shared_ptr<Row> row_; // the one being built
+    std::vector<Heading> headings_;
 };
 
 } // namespace vx

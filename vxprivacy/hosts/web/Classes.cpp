@@ -54,18 +54,17 @@ std::string ofButton(const Button& button) {
     return classes;
 }
 
-} // namespace
-
-bool looksLikeHeading(const Label& label) {
-    return label.font() && label.font()->name.ends_with("-Bold") && !label.text().empty();
+// Bold texts look like the screens' titles.
+std::string ofLabel(const Label& label, const Element& element) {
+    if (label.font() && label.font()->name.ends_with("-Bold") && !label.text().empty())
+        return label.count() ? "label heading counted" : "label heading";
+    return element.describes ? "label describes" : "label";
 }
 
+} // namespace
+
 std::string classesOf(const View& view, const Element& element) {
-    return visit(view, Overloaded{[&](const Label& label) -> std::string {
-                                      if (looksLikeHeading(label))
-                                          return "label heading";
-                                      return element.describes ? "label describes" : "label";
-                                  },
+    return visit(view, Overloaded{[&](const Label& label) { return ofLabel(label, element); },
                                   [](const Button& button) { return ofButton(button); },
                                   [](const Switch& control) -> std::string {
                                       return control.scale() < 1 ? "switch" : "switch whole";

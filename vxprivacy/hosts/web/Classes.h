@@ -3,12 +3,9 @@
 #include <string>
 
 #include "vxprivacy/hosts/web/Elements.h"
-#include "vxprivacy/platform/ui/Controls.h"
+#include "vxprivacy/platform/ui/View.h"
 
 namespace vx::web {
-
-/// Bold texts look like the screens' titles.
-bool looksLikeHeading(const Label& label);
 
 /// What the look's style sheets call a view: its kind, and what it is by its place in the tree.
 ///

@@ -87,14 +87,6 @@ std::string along(std::string_view property, const std::optional<GridPlan::Lengt
     return value ? declaration(property, length(*value)) : "";
 }
 
-// The items follow one another, a row each, as they do by themselves.
-bool isStack(const GridPlan& plan) {
-    for (std::size_t i = 0; i < plan.items.size(); ++i)
-        if (plan.items[i].row.first != i || plan.items[i].row.last != i + 1)
-            return false;
-    return plan.columns.size() == 1;
-}
-
 // Lines are counted from 1; the gap before each column is a track of its own.
 std::string lines(const GridPlan::Item& item, bool stack) {
     const auto& [view, column, row, asHighAs] = item;
@@ -152,6 +144,18 @@ std::string look(const View& view, Colours colours) {
     if (view.scale() != 1)
         text += declaration("--scale", number(view.scale()));
     return text + ofKind(view);
+}
+
+std::string look(const Label::Link& link) {
+    return (link.colour == kInk ? "" : declaration("color", colour(link.colour))) +
+           (link.underlined ? "" : "text-decoration:none;");
+}
+
+bool isStack(const GridPlan& plan) {
+    for (std::size_t i = 0; i < plan.items.size(); ++i)
+        if (plan.items[i].row.first != i || plan.items[i].row.last != i + 1)
+            return false;
+    return plan.columns.size() == 1;
 }
 
 std::string grid(const GridPlan& plan) {

@@ -6,6 +6,7 @@
 
 #include "vxprivacy/hosts/web/Theme.h"
 #include "vxprivacy/platform/ui/GridPlan.h"
+#include "vxprivacy/platform/ui/Label.h"
 
 // CSS declarations for what a view's properties and its plan say. 1 point is 1 CSS pixel, in a font
 // size 1/16 of the user's text size.
@@ -14,6 +15,10 @@ namespace vx::web {
 
 /// Colours, font, border, tint and scale of a view.
 std::string look(const View& view, Colours colours);
+/// Colour and line of the words that lead somewhere.
+std::string look(const Label::Link& link);
+/// Whether the items follow one another, a row each.
+bool isStack(const GridPlan& plan);
 /// The columns and rows of a container.
 std::string grid(const GridPlan& plan);
 /// That a container is as high as one of its subviews, where another rule says so.

@@ -21,9 +21,13 @@ struct Element {
     std::string grid;
     /// What its container says of its height.
     Height height;
-    /// Ids of the labels that name and describe a switch; empty: none.
-    std::string title;
-    std::string description;
+    /// Ids of the elements that name and describe a control, each after a space; empty: none.
+    std::string names;
+    std::string descriptions;
+    /// The item of a list; a row of several views has an element of its own for that.
+    bool isListItem = false;
+    /// A button that was not enabled when it was painted last.
+    bool disabled = false;
     /// A label that describes a switch.
     bool describes = false;
     /// The label that stands right after it in its container.

@@ -1,4 +1,5 @@
-// {"page":"7-1","n":4,"set":"v12","on":true}, or "tap":"v13", or "scroll":"v3","x":0,"y":120.
+// {"page":"7-1","n":4,"set":"v12","on":true}, or "tap":"v13", "tap":"v14","character":9, or
+// "scroll":"v3","x":0,"y":120.
 
 #include "vxprivacy/hosts/web/Event.h"
 
@@ -33,6 +34,7 @@ void readWhatWasDone(const Json& json, Event& event) {
     if (const auto tapped = textOf(json, "tap")) {
         event.kind = Event::Kind::Tap;
         event.element = *tapped;
+        event.character = valueOf<std::size_t>(json, "character", &Json::is_number_unsigned);
     } else if (set && on) {
         event.kind = Event::Kind::Set;
         event.element = *set;

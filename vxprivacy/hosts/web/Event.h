@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +23,7 @@ struct Event {
     std::uint64_t number = 0; ///< higher than that of the page's events before; 0: not said
     Kind kind = Kind::None;
     std::string element;
+    std::optional<std::size_t> character; ///< which of a label's was tapped
     bool on = false;
     ScrollView::Offset offset;
 };

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "vxprivacy/hosts/web/Markup.h"
+#include "vxprivacy/hosts/web/Names.h"
 
 namespace vx::web {
 
@@ -49,7 +50,7 @@ void addTitleBar(Markup& markup, const PageSettings& settings) {
         markup.text(firstCharacter(settings.owner)).end("span");
     }
     markup.open("div").attribute("class", "naming").close();
-    markup.open("h1").close().text(settings.title).end("h1");
+    markup.open("h1").attribute("id", kPageTitle).close().text(settings.title).end("h1");
     if (!settings.owner.empty())
         markup.open("p").close().text(settings.owner).end("p");
     markup.end("div").end("header");
@@ -84,6 +85,8 @@ std::string document(const Page& page) {
     addHead(before, page);
     before.open("main").attribute("class", "surface " + std::string(page.frame)).close();
     before.open("div").attribute("class", "sheet").close();
+    before.open("p").attribute("id", kNotYet).flag("hidden").close();
+    before.text(page.settings.texts->notYet).end("p");
     before.open("noscript").close().open("p").attribute("class", "noscript").close();
     before.text(page.settings.texts->noScript).end("p").end("noscript");
     addTitleBar(before, page.settings);

@@ -1,9 +1,16 @@
 #include "vxprivacy/hosts/web/Painter.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
 #include <string_view>
-#include <utility>
 
 #include "vxprivacy/hosts/web/Classes.h"
+#include "vxprivacy/hosts/web/Groups.h"
+#include "vxprivacy/hosts/web/Names.h"
+#include "vxprivacy/platform/foundation/CodePoints.h"
+#include "vxprivacy/platform/foundation/Text.h"
 #include "vxprivacy/platform/ui/GridPlanner.h"
 #include "vxprivacy/platform/ui/ViewKinds.h"
 
@@ -20,8 +27,31 @@ bool isText(const View& view) {
     return label && !label->text().empty();
 }
 
-bool beginsInRowOf(const GridPlan::Item& label, const GridPlan::Item& control) {
-    return label.row.first <= control.row.first && control.row.first < label.row.last;
+std::string_view tagOf(const Label& label) {
+    constexpr std::array<std::string_view, 4> tags = {"p", "h1", "h2", "h3"};
+    const auto level = static_cast<std::size_t>(std::clamp(label.headingLevel(), 0, 3));
+    return tags[label.text().empty() ? 0 : level];
+}
+
+bool isOperable(const View& view) {
+    const auto* label = viewAs<Label>(view);
+    return view.kind() == View::Kind::Switch || view.kind() == View::Kind::Button ||
+           view.takesTaps() || (label && label->link()) ||
+           std::ranges::any_of(view.subviews(),
+                               [](const auto& subview) { return isOperable(*subview); });
+}
+
+// The text of a label before, in and after its link, which may lie outside the text in part.
+struct LinkedText {
+    std::string_view before, link, after;
+};
+
+LinkedText linkedText(const Label& label) {
+    const std::string_view text = label.text();
+    const auto& [first, count] = label.link()->range;
+    const std::size_t start = byteOffset(text, first);
+    const std::size_t length = byteOffset(text.substr(start), count);
+    return {text.substr(0, start), text.substr(start, length), text.substr(start + length)};
 }
 
 } // namespace
@@ -46,7 +76,7 @@ std::string Painter::own(View& view) {
 void Painter::paint(View& view) {
     if (isContainer(view))
         return paintContainer(view);
-    const Element& element = elements_.of(view);
+    Element& element = elements_.of(view);
     visit(view, Overloaded{[&](Label& label) { paintLabel(label, element); },
                            [&](Button& button) { paintButton(button, element); },
                            [&](Switch& control) { paintSwitch(control, element); },
@@ -59,24 +89,58 @@ void Painter::begin(std::string_view tag, const View& view, const Element& eleme
     if (!declarations.empty())
         classes.append(" ").append(styles_.className(declarations));
     markup_.open(tag).attribute("id", element.id).attribute("class", classes);
-    if (view.takesTaps())
+    const auto* label = viewAs<Label>(view);
+    if (view.takesTaps() && !(label && label->link())) // else the link takes them
         markup_.flag("data-tap").attribute("role", "button").attribute("tabindex", "0");
 }
 
 void Painter::paintLabel(const Label& label, const Element& element) {
-    const std::string_view tag = looksLikeHeading(label) ? "h2" : "p";
+    const std::string_view tag = tagOf(label);
     begin(tag, label, element);
-    markup_.close().text(label.text()).end(tag);
+    if (element.isListItem && label.headingLevel() == 0)
+        markup_.attribute("role", "listitem");
+    markup_.close();
+    if (const auto& count = label.count()) {
+        markup_.open("span").attribute("class", "count").attribute("id", countId(element.id));
+        markup_.attribute("aria-hidden", "true").close().text(textOf(*count)).end("span");
+    }
+    label.link() ? paintLinkedText(label) : void(markup_.text(label.text()));
+    markup_.end(tag);
 }
 
-void Painter::paintButton(const Button& button, const Element& element) {
+// Only the link takes taps; the page says at which character.
+void Painter::paintLinkedText(const Label& label) {
+    const auto& link = *label.link();
+    const auto [before, words, after] = linkedText(label);
+    if (words.empty())
+        return void(markup_.text(before));
+    const std::string declarations = look(link);
+    markup_.text(before).open("a").attribute("role", "link").attribute("tabindex", "0");
+    if (!declarations.empty())
+        markup_.attribute("class", styles_.className(declarations));
+    markup_.attribute("data-character", std::to_string(link.range.start)).close();
+    markup_.text(words).end("a").text(after);
+}
+
+std::string Painter::textOf(const Label::Count& count) const {
+    return formatted(texts_.countOn, {std::to_string(count.on), std::to_string(count.all)});
+}
+
+void Painter::paintButton(const Button& button, Element& element) {
     const bool leaves = button.leavesApplication();
+    element.disabled = !button.enabled();
     begin("button", button, element);
     markup_.attribute("type", "button");
     if (leaves)
         markup_.attribute("role", "link");
-    if (!button.enabled())
-        markup_.flag("disabled");
+    if (!button.enabled()) // it can have the focus, so that one hears why
+        markup_.attribute("aria-disabled", "true").attribute("aria-describedby", kNotYet);
+    if (!element.names.empty())
+        markup_.attribute("aria-labelledby", element.names);
+    if (button.expanded())
+        markup_.attribute("aria-expanded", *button.expanded() ? "true" : "false");
+    if (const auto panel = button.panel())
+        markup_.attribute("aria-controls", elements_.of(*panel).id);
     markup_.close().text(button.title());
     if (leaves) // the arrow that eyes see is the style sheet's
         markup_.open("span")
@@ -91,28 +155,44 @@ void Painter::paintSwitch(const Switch& control, const Element& element) {
     begin("input", control, element);
     markup_.attribute("type", "checkbox").attribute("role", "switch");
     markup_.attribute("autocomplete", "off"); // or a browser restores what the user left
-    if (!element.title.empty())
-        markup_.attribute("aria-labelledby", element.title);
-    if (!element.description.empty())
-        markup_.attribute("aria-describedby", element.description);
+    markup_.attribute("aria-labelledby", element.names);
+    if (!element.descriptions.empty())
+        markup_.attribute("aria-describedby", element.descriptions);
     if (control.on())
         markup_.flag("checked");
     markup_.close();
 }
 
 void Painter::paintContainer(View& view) {
-    if (!deep_) {
-        begin("div", view, elements_.of(view));
-        markup_.close().end("div");
-        return;
+    std::optional<GridPlan> plan;
+    if (deep_) {
+        plan = gridPlan(view, screenWidth_);
+        arrange(view, *plan);
     }
-    const GridPlan plan = gridPlan(view, screenWidth_);
-    arrange(view, plan);
-    begin("div", view, elements_.of(view));
+    const Element& element = elements_.of(view);
+    begin("div", view, element);
+    if (element.isListItem)
+        markup_.attribute("role", "listitem");
+    if (view.kind() == View::Kind::Scroll && !isOperable(view)) // or no key reaches it
+        markup_.attribute("tabindex", "0")
+            .attribute("role", "group")
+            .attribute("aria-labelledby", kPageTitle);
     markup_.close();
-    for (const auto& item : plan.items)
-        paint(*item.view);
+    if (plan)
+        paintItems(*plan, element);
     markup_.end("div");
+}
+
+// Rows are wrapped where one stands below the other.
+void Painter::paintItems(const GridPlan& plan, const Element& container) {
+    const bool wraps = isStack(plan);
+    Groups groups(markup_, elements_, wraps ? styles_.className(container.grid) : "");
+    for (const auto& item : plan.items) {
+        if (wraps)
+            groups.moveTo(*item.view, elements_.of(*item.view).isListItem);
+        paint(*item.view);
+    }
+    groups.moveOut();
 }
 
 // Puts down what the subviews' elements have from their container.
@@ -124,38 +204,12 @@ void Painter::arrange(View& container, const GridPlan& plan) {
         Element& element = elements_.of(*plan.items[i].view);
         element.placement = places[i];
         element.height = heightOf(plan, i);
+        element.isListItem = isStack(plan) && isItemAlone(plan, i);
         element.following.reset();
         if (i + 1 < plan.items.size() && isText(*plan.items[i + 1].view))
             element.following = plan.items[i + 1].view->weak_from_this();
     }
-    for (const auto& item : plan.items)
-        if (item.view->kind() == View::Kind::Switch)
-            describeSwitch(elements_.of(*item.view), plan, item, own);
-}
-
-// A switch is called what the label beside it says, and is described by the text under them, which
-// may stand under the container that holds the two.
-void Painter::describeSwitch(Element& element, const GridPlan& plan, const GridPlan::Item& item,
-                             const Element& container) {
-    element.title.clear();
-    element.description.clear();
-    for (const auto& other : plan.items)
-        if (isText(*other.view) && element.description.empty()) {
-            if (element.title.empty() && beginsInRowOf(other, item))
-                element.title = elements_.of(*other.view).id;
-            else if (other.row.first > item.row.first)
-                describe(element, *other.view);
-        }
-    if (const auto following = container.following.lock(); element.description.empty() && following)
-        describe(element, *following);
-    if (element.title.empty())
-        element.title = std::exchange(element.description, "");
-}
-
-void Painter::describe(Element& control, View& label) {
-    Element& description = elements_.of(label);
-    description.describes = true;
-    control.description = description.id;
+    nameControls(elements_, container, plan);
 }
 
 } // namespace vx::web

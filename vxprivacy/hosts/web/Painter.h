@@ -25,6 +25,9 @@ public:
     /// The element with its own text but without its subviews.
     std::string own(View& view);
 
+    /// "2 of 3 on".
+    std::string textOf(const Label::Count& count) const;
+
     Elements& elements() { return elements_; }
     const Elements& elements() const { return elements_; }
     StyleSheet& styles() { return styles_; }
@@ -33,13 +36,12 @@ public:
 private:
     void paint(View& view);
     void paintLabel(const Label& label, const Element& element);
-    void paintButton(const Button& button, const Element& element);
+    void paintButton(const Button& button, Element& element);
     void paintSwitch(const Switch& control, const Element& element);
     void paintContainer(View& view);
     void arrange(View& container, const GridPlan& plan);
-    void describeSwitch(Element& element, const GridPlan& plan, const GridPlan::Item& item,
-                        const Element& container);
-    void describe(Element& control, View& label);
+    void paintLinkedText(const Label& label);
+    void paintItems(const GridPlan& plan, const Element& container);
     void begin(std::string_view tag, const View& view, const Element& element);
 
     const HostTexts& texts_;

@@ -11,6 +11,7 @@
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/hosts/web/Addresses.h"
 #include "vxprivacy/hosts/web/Event.h"
+#include "vxprivacy/hosts/web/Names.h"
 #include "vxprivacy/hosts/web/OpenPages.h"
 #include "vxprivacy/hosts/web/Page.h"
 #include "vxprivacy/hosts/web/Painter.h"
@@ -33,7 +34,11 @@ constexpr const char* kGone = R"({"gone":true})";
 
 // Views that hear what the user did, as the platform would tell them.
 void perform(const Event& event, View& view) {
-    if (event.kind == Event::Kind::Tap)
+    const auto* label = viewAs<Label>(view);
+    if (event.kind == Event::Kind::Tap && label && label->link()) {
+        if (event.character && label->link()->range.contains(*event.character))
+            label->tap(*event.character);
+    } else if (event.kind == Event::Kind::Tap)
         touch(view);
     else if (auto* control = viewAs<Switch>(view); control && event.kind == Event::Kind::Set)
         touch(*control, event.on);
@@ -47,7 +52,7 @@ void perform(const Event& event, View& view) {
 std::optional<ViewChange::What> owed(const Event& event, const View& view) {
     const auto* scrolled = viewAs<ScrollView>(view);
     if (viewAs<Switch>(view) && event.kind != Event::Kind::Scroll)
-        return ViewChange::What::Properties;
+        return ViewChange::What::State;
     if (scrolled && event.kind == Event::Kind::Scroll && scrolled->contentOffset() != event.offset)
         return ViewChange::What::Scrolling;
     return std::nullopt;
@@ -90,9 +95,11 @@ struct WebSurface::Parts {
 
 private:
     std::shared_ptr<View> shown(std::string_view element) const;
-    std::string patch(OpenPage& page);
+    std::string patch(OpenPage& page, const std::shared_ptr<View>& tapped);
     std::vector<ViewChange> takePending(OpenPage& page) const;
     void addElements(Json& patch, const std::vector<ViewChange>& changes);
+    void addState(Json& patch, View& view);
+    void addOutcome(Json& patch, const View& tapped, const std::vector<ViewChange>& changes) const;
     void addScreen(Json& patch);
     void addScrolling(Json& patch, const std::vector<ViewChange>& changes);
 };
@@ -161,7 +168,7 @@ std::string WebSurface::Parts::answer(const Event& event) {
     if (const auto what = view ? owed(event, *view) : std::nullopt)
         page->pending.push_back({view, *what});
     page->number = std::max(page->number, event.number);
-    return page->answer = patch(*page);
+    return page->answer = patch(*page, event.kind == Event::Kind::Scroll ? nullptr : view);
 }
 
 std::shared_ptr<View> WebSurface::Parts::shown(std::string_view element) const {
@@ -176,10 +183,12 @@ void WebSurface::Parts::note(const std::vector<ViewChange>& changes) {
     pages.note(changes);
 }
 
-std::string WebSurface::Parts::patch(OpenPage& page) {
+std::string WebSurface::Parts::patch(OpenPage& page, const std::shared_ptr<View>& tapped) {
     const auto changes = takePending(page);
     Json patch = Json::object();
     addElements(patch, changes);
+    if (tapped)
+        addOutcome(patch, *tapped, changes);
     addScrolling(patch, changes);
     for (const std::string& rule : painter.styles().after(page.rules))
         patch["rules"].push_back(rule);
@@ -212,10 +221,37 @@ void WebSurface::Parts::addElements(Json& patch, const std::vector<ViewChange>& 
         const bool known = std::ranges::find(rebuilt, view.get()) != rebuilt.end();
         if (what == ViewChange::What::Scrolling || liesInOneOf(*view, rebuilt) || (!whole && known))
             continue;
+        if (what == ViewChange::What::State) {
+            addState(patch, *view);
+            continue;
+        }
+        const bool wasDisabled = painter.elements().of(*view).disabled;
         patch[whole ? "whole" : "own"].push_back(whole ? painter.whole(*view) : painter.own(*view));
+        if (wasDisabled && !painter.elements().of(*view).disabled)
+            patch["say"] = settings.texts->enabledNow;
     }
     if (!rebuilt.empty())
         painter.elements().forgetGone();
+}
+
+// Thousands of switches may move at once.
+void WebSurface::Parts::addState(Json& patch, View& view) {
+    const std::string& id = painter.elements().of(view).id;
+    const auto* label = viewAs<Label>(view);
+    if (const auto* control = viewAs<Switch>(view))
+        patch[control->on() ? "on" : "off"].push_back(id);
+    else if (label && label->count())
+        patch["texts"][countId(id)] = painter.textOf(*label->count());
+}
+
+// What a tap did elsewhere: how many are on now in its row, or else in the list that it is in.
+void WebSurface::Parts::addOutcome(Json& patch, const View& tapped,
+                                   const std::vector<ViewChange>& changes) const {
+    const Row* row = rowOf(tapped);
+    for (const auto& heading :
+         {row ? row->title.lock() : nullptr, row ? row->section.lock() : nullptr})
+        if (heading && std::ranges::find(changes, heading, &ViewChange::view) != changes.end())
+            return void(patch["say"] = heading->text() + ": " + painter.textOf(*heading->count()));
 }
 
 // A root with other subviews is another screen.

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -64,6 +65,15 @@ public:
     bool leavesApplication() const { return leavesApplication_; }
     void setLeavesApplication(bool leaves) { set(leavesApplication_, leaves); }
 
+    /// Whether what the button shows and hides is shown; absent: it does nothing of the kind.
+    const std::optional<bool>& expanded() const { return expanded_; }
+    /// `panel` is what it shows and hides, null while there is none.
+    void setExpanded(bool expanded, const std::shared_ptr<View>& panel) {
+        panel_ = panel;
+        set(expanded_, std::optional(expanded));
+    }
+    std::shared_ptr<View> panel() const { return panel_.lock(); }
+
 private:
     std::string title_;
     std::optional<Font> font_;
@@ -72,6 +82,8 @@ private:
     double minimumScaleFactor_ = 1;
     bool enabled_ = true;
     bool leavesApplication_ = false;
+    std::optional<bool> expanded_;
+    std::weak_ptr<View> panel_;
 };
 
 /// A control that is on or off, and off to begin with.
@@ -81,7 +93,7 @@ public:
 
     bool on() const { return on_; }
     /// Moves the switch without calling its actions.
-    void setOn(bool on) { set(on_, on); }
+    void setOn(bool on) { set(on_, on, ViewChange::What::State); }
     /// Colour of the switch while it is on; absent: the platform's.
     const std::optional<Colour>& onTintColor() const { return onTint_; }
     void setOnTintColor(const Colour& colour) { set(onTint_, std::optional(colour)); }

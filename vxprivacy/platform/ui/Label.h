@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -36,6 +37,14 @@ public:
         friend bool operator==(const Link&, const Link&) = default;
     };
 
+    /// So many of all the switches that the label heads.
+    struct Count {
+        std::size_t on = 0;
+        std::size_t all = 0;
+
+        friend bool operator==(const Count&, const Count&) = default;
+    };
+
     Kind kind() const override { return Kind::Label; }
 
     /// UTF-8; may have line breaks.
@@ -54,6 +63,15 @@ public:
     /// Absent unless told otherwise. It stays where it is when the text changes.
     const std::optional<Link>& link() const { return link_; }
     void setLink(const std::optional<Link>& link) { set(link_, link); }
+    /// The rank of a heading: 1 for that of the screen, 2 of a section, 3 of an item; 0: a text.
+    std::int32_t headingLevel() const { return headingLevel_; }
+    void setHeadingLevel(std::int32_t level) { set(headingLevel_, level); }
+    /// Absent where there is nothing to count. A host shows it beside the text.
+    const std::optional<Count>& count() const { return count_; }
+    void setCount(const Count& count) {
+        set(count_, std::optional(count),
+            count_ ? ViewChange::What::State : ViewChange::What::Properties);
+    }
 
 private:
     std::string text_;
@@ -62,6 +80,8 @@ private:
     std::int32_t lines_ = 1;
     Alignment alignment_ = Alignment::Natural;
     std::optional<Link> link_;
+    std::int32_t headingLevel_ = 0;
+    std::optional<Count> count_;
 };
 
 } // namespace vx

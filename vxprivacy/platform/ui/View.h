@@ -11,18 +11,29 @@
 
 namespace vx {
 
+class Label;
 class View;
 
 /// What became of a view since a host last looked.
 struct ViewChange {
-    /// `Properties`: what the view itself says, its subviews apart. `Subviews`: those, or the
-    /// constraints on them. `Scrolling`: where the content of a scroll view stands, and nothing
-    /// that is painted.
-    enum class What { Properties, Subviews, Scrolling };
+    /// `Properties`: what the view itself says, its subviews apart. `State`: of this only whether a
+    /// switch is on, or how many a label counts. `Subviews`: those, or the constraints on them.
+    /// `Scrolling`: where the content of a scroll view stands, and nothing that is painted.
+    enum class What { Properties, State, Subviews, Scrolling };
 
     /// Never null. Kept alive by this, also when the screen drops it.
     std::shared_ptr<View> view;
     What what = What::Properties;
+};
+
+/// What belongs together on a screen, whichever views it lies in: a title with its switch, text and
+/// link. For those who do not see it.
+struct Row {
+    /// The label that names it. A switch or button whose own text is the same in every row is told
+    /// apart by this.
+    std::weak_ptr<Label> title;
+    /// The heading of the list that the row is an item of; none where it is in no list.
+    std::weak_ptr<Label> section;
 };
 
 /// A plain element of a screen: a node of a tree with properties, which a host paints.
@@ -79,6 +90,11 @@ public:
     /// its content; the weakest yields first. 750 unless told otherwise.
     float compressionResistance() const { return rare().compressionResistance; }
     void setCompressionResistance(float priority);
+
+    /// What the view belongs to, with everything in it; null: nothing. Views with the same row, one
+    /// after the other in their container, are that row.
+    const std::shared_ptr<const Row>& row() const { return row_; }
+    void setRow(std::shared_ptr<const Row> row) { set(row_, std::move(row)); }
 
     /// Points; what a host or controller last told, 0 before. Only the root's count: a screen
     /// computes its metrics from the width, and a host the shares of it.
@@ -169,6 +185,7 @@ private:
     std::int32_t tag_ = 0;
     std::optional<Colour> background_;
     double scale_ = 1;
+    std::shared_ptr<const Row> row_;
     View* superview_ = nullptr; // which owns this view
     std::vector<std::shared_ptr<View>> subviews_;
     std::vector<VisualFormat> constraints_; // of this view's tree alone, so their views live

@@ -1,5 +1,6 @@
 // Brings the page up to date.
 
+import { announce } from "./notices.js";
 import { enterScreen, markOf } from "./screens.js";
 
 const rules = new CSSStyleSheet();
@@ -15,16 +16,27 @@ export function show(patch, { event, wanted }) {
   for (const rule of patch.rules ?? []) rules.insertRule(rule, rules.cssRules.length);
   for (const markup of patch.own ?? []) showElement(markup, false);
   for (const markup of patch.whole ?? []) showElement(markup, true);
-  for (const { set, on } of wanted) {
-    const control = document.getElementById(set);
-    if (control) control.checked = on;
-  }
+  for (const [ids, on] of [[patch.on, true], [patch.off, false]])
+    for (const id of ids ?? []) setSwitch(id, on);
+  for (const [id, text] of Object.entries(patch.texts ?? {})) setText(id, text);
+  for (const { set, on } of wanted) setSwitch(set, on);
   for (const [id, [x, y]] of Object.entries(patch.scroll ?? {}))
     document.getElementById(id)?.scrollTo(x, y);
   if (patch.screen) enterScreen(patch.screen, led);
   else if (focused && document.activeElement?.id !== focused)
     document.getElementById(focused)?.focus({ preventScroll: true });
+  if (patch.say) announce(patch.say);
   for (const address of patch.open ?? []) openOutside(address);
+}
+
+function setSwitch(id, on) {
+  const control = document.getElementById(id);
+  if (control) control.checked = on;
+}
+
+function setText(id, text) {
+  const element = document.getElementById(id);
+  if (element) element.textContent = text;
 }
 
 // The markup is the host's, every text in it escaped. Without `whole`, what a container holds stays.

@@ -6,7 +6,7 @@ import { send, tapIsUnderWay, update } from "./sending.js";
 
 export { update };
 
-const operable = "button, input, [data-tap]";
+const operable = "button, input, [data-tap], [data-character]";
 const scrollKeys = ["ArrowUp", "ArrowDown", "PageUp", "PageDown", "Home", "End", " "];
 
 const screen = document.querySelector(".screen");
@@ -18,11 +18,18 @@ function switchNamedBy(label) {
   return label.parentElement.querySelector(`:scope > .switch[aria-labelledby~="${label.id}"]`);
 }
 
+// Words that lead on are a part of their label, whose tap tells where they begin.
+function tap(element) {
+  const { character } = element.dataset;
+  const { id } = element.closest("[id]");
+  if (!tapIsUnderWay(id)) send(character ? { tap: id, character: Number(character) } : { tap: id });
+}
+
 screen.addEventListener("click", ({ target, detail }) => {
   const element = target.closest(operable);
   if (!element) switchNamedBy(target.closest(".label"))?.click();
   else if (element.matches(".switch")) send({ set: element.id, on: element.checked });
-  else if (detail < 2 && !tapIsUnderWay(element.id)) send({ tap: element.id }); // no double click
+  else if (detail < 2 && element.ariaDisabled !== "true") tap(element); // no double click
 });
 
 document.addEventListener("keydown", (event) => {

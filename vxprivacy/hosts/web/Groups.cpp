@@ -1,0 +1,68 @@
+#include "vxprivacy/hosts/web/Groups.h"
+
+#include "vxprivacy/platform/ui/Label.h"
+
+namespace vx::web {
+
+bool isItemAlone(const GridPlan& plan, std::size_t index) {
+    const auto row = plan.items[index].view->row();
+    if (!row || row->section.expired())
+        return false;
+    const auto belongs = [&](std::size_t other) {
+        const auto neighbour = other < plan.items.size() ? plan.items[other].view->row() : nullptr;
+        return neighbour && (neighbour == row || (!row->title.expired() &&
+                                                  neighbour->section.lock() == row->title.lock()));
+    };
+    return !belongs(index - 1) && !belongs(index + 1); // before the first one stands none
+}
+
+void Groups::moveTo(const View& view, bool alone) {
+    const Row* row = view.row().get();
+    if (!row)
+        return moveOut();
+    if (!open_.empty() && open_.back().row == row)
+        return;
+    while (!open_.empty() && !takes(open_.back(), *row))
+        close();
+    openList(*row);
+    if (alone)
+        return;
+    row->section.expired() ? open("entry", "group", row->title) : open("entry", "listitem", {});
+    open_.push_back({row, nullptr});
+}
+
+void Groups::openList(const Row& row) {
+    const auto section = row.section.lock();
+    if (!section || (!open_.empty() && open_.back().heading))
+        return;
+    open("list", "list", row.section);
+    open_.push_back({nullptr, section.get()});
+}
+
+void Groups::moveOut() {
+    while (!open_.empty())
+        close();
+}
+
+// Whether a row may stand in this group.
+bool Groups::takes(const Group& group, const Row& row) const {
+    const auto section = row.section.lock();
+    if (!section)
+        return false;
+    return group.heading ? group.heading == section.get() : group.row->title.lock() == section;
+}
+
+void Groups::open(std::string_view kind, std::string_view role, const std::weak_ptr<Label>& name) {
+    markup_.open("div").attribute("class", std::string(kind) + " " + layout_);
+    markup_.attribute("role", role);
+    if (const auto label = name.lock(); label && !label->text().empty())
+        markup_.attribute("aria-labelledby", elements_.of(*label).id);
+    markup_.close();
+}
+
+void Groups::close() {
+    markup_.end("div");
+    open_.pop_back();
+}
+
+} // namespace vx::web
