@@ -1,5 +1,6 @@
 // Any vendor list, configured vendors and publisher restrictions, from registration over accept-all
-// and refuse-all to the TC string, which must be one that can be read again.
+// and refuse-all and every control of every screen to the TC string, which must be one that can be
+// read again.
 
 #include <array>
 #include <cstdlib>
@@ -7,6 +8,9 @@
 
 #include "tools/recording/World.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/iab_center/VXVendorContentView.h"
+#include "vxprivacy/platform/ui/GridPlanner.h"
+#include "vxprivacy/platform/ui/Touch.h"
 #include "vxprivacy/services/iab/Decoder.h"
 
 namespace {
@@ -46,6 +50,38 @@ void askForLists() {
     }
 }
 
+// Copies, as a touch may change the tree or replace it.
+void touchAll(View& view) {
+    gridPlan(view, 375);
+    const auto subviews = view.subviews();
+    for (const auto& each : subviews) {
+        touchAll(*each);
+        touch(*each);
+    }
+}
+
+void touchEveryScreen() {
+    VXIABPrivacyCenterViewController center; // nobody presents it, so it stays
+    center.viewDidLoad();
+    center.viewDidAppear(false);
+    touchAll(*center.view());
+    center.displayPurposeScreen();
+    touchAll(*center.view());
+    center.displayVendorList();
+    touchAll(*center.view()); // expands
+    center.displayVendorList();
+    const auto list = center.vendorContentView();
+    for (const auto& detail : list->detailBtns()) {
+        touch(*detail->originalBtn());
+        touch(*detail->originalBtn());
+        list->setCurrentDetail(detail);
+        detail->displayWithController(center);
+        center.displayVendorDetail();
+    }
+    touchAll(*center.view());
+    center.viewWillDisappear(false);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -63,6 +99,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     world.engine().setGeneratePublisherTC(true);
     world.engine().acceptAllConsent();
     askForLists();
+    touchEveryScreen();
     world.engine().refuseAllConsent();
     return 0;
 }
