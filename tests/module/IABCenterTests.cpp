@@ -159,6 +159,23 @@ TEST(IABCenter, OpensEveryScreenAtItsTop) {
     EXPECT_EQ(center.popupContentView()->scrollView()->contentOffset(), ScrollView::Offset());
 }
 
+TEST(IABCenter, StatesWhatNamesARowAndWhetherItIsExpanded) {
+    Application application;
+    application.show();
+    application.center->displayVendorList();
+    const auto row = application.named("stackView7")->row();
+    ASSERT_TRUE(row);
+    EXPECT_EQ(row->title.lock(), application.named("nameL7"));
+    EXPECT_EQ(row->section.lock(), application.named("vendorScreenTitle"));
+    const auto button = application.center->vendorContentView()->detailBtns().back()->originalBtn();
+    EXPECT_EQ(button->expanded(), false);
+    touch(*button);
+    EXPECT_EQ(button->expanded(), true);
+    EXPECT_EQ(button->panel(), application.named("vendorList7"));
+    touch(*button);
+    EXPECT_EQ(button->expanded(), false);
+}
+
 TEST(IABCenter, KeepsRowsApartThatClaimTheSameVendor) {
     Application application;
     application.show();

@@ -36,6 +36,11 @@ std::shared_ptr<Label> ContentView::addLabel(VXIABPrivacyCenterViewController::L
     return label;
 }
 
+void ContentView::makeItem(View& view, const std::shared_ptr<Label>& title,
+                           const std::shared_ptr<Label>& section) {
+    view.setRow(std::make_shared<Row>(Row{title, section}));
+}
+
 const Colour* ContentView::colour(std::string_view name) const {
     return configuration().customisation().find(name);
 }
@@ -72,11 +77,20 @@ std::shared_ptr<View> ContentView::generateContainerForName(std::string_view nam
     return box;
 }
 
-void ContentView::stackLabel(VXIABPrivacyCenterViewController::LabelType type,
-                             const std::optional<std::string>& text, const std::string& name) {
-    addLabel(type, text, name, *scrollContainerView_);
+std::shared_ptr<Label> ContentView::stackLabel(VXIABPrivacyCenterViewController::LabelType type,
+                                               const std::optional<std::string>& text,
+                                               const std::string& name) {
+    auto label = addLabel(type, text, name, *scrollContainerView_);
     stack(name);
     attach(formatted("H:|-[%@(<=scrollContainerView)]-|", {name}), *scrollContainerView_);
+    return label;
+}
+
+std::shared_ptr<Label> ContentView::stackTitle(std::string_view textPath, const std::string& name) {
+    auto title = stackLabel(VXIABPrivacyCenterViewController::LabelType::Title,
+                            viewController_->getTranslation(textPath), name);
+    title->setHeadingLevel(1);
+    return title;
 }
 
 void ContentView::customise(Button& button) const {

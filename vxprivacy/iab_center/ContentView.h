@@ -54,6 +54,9 @@ public:
     std::shared_ptr<Label> addLabel(VXIABPrivacyCenterViewController::LabelType type,
                                     const std::optional<std::string>& text, std::string_view name,
                                     View& parent);
+    /// Makes `view` an item of the list that `section` heads, and names it by `title`.
+    static void makeItem(View& view, const std::shared_ptr<Label>& title,
+                         const std::shared_ptr<Label>& section);
 
 protected:
     ContentView() = default;
@@ -72,8 +75,11 @@ protected:
     /// Adds a bordered box to what is stacked in the scroll view.
     std::shared_ptr<View> generateContainerForName(std::string_view name);
     /// Adds a label to what is stacked in the scroll view, from margin to margin.
-    void stackLabel(VXIABPrivacyCenterViewController::LabelType type,
-                    const std::optional<std::string>& text, const std::string& name);
+    std::shared_ptr<Label> stackLabel(VXIABPrivacyCenterViewController::LabelType type,
+                                      const std::optional<std::string>& text,
+                                      const std::string& name);
+    /// Adds the heading of the screen.
+    std::shared_ptr<Label> stackTitle(std::string_view textPath, const std::string& name);
     /// Gives a button of a bar its colours and font.
     void customise(Button& button) const;
     /// Stacks what `UIObjects` names.

@@ -56,15 +56,19 @@ void VXPopUpContentView::build(const Section& section) {
         return;
     View& container = *generateContainerForName(section.container);
     const std::string titleName = numbered(section.titleName);
-    linkPartners(*addLabel(LabelType::Title, viewController()->getTranslation(section.titlePath),
-                           titleName, container));
+    const auto title =
+        addLabel(LabelType::Title, viewController()->getTranslation(section.titlePath), titleName,
+                 container);
+    title->setHeadingLevel(2);
+    linkPartners(*title);
     attach(formatted("H:|-[%@(<=%@)]-|", {titleName, section.container}), container);
     std::string vertical = formatted("V:|-[%@]", {titleName});
     for (const std::string& key : *keys) {
         const std::string name = numbered(section.itemName);
         const auto text =
             viewController()->getIABTranslation(formatted("%@/%@/name", {section.key, key}));
-        addLabel(LabelType::Text, formatted("- %@", {text}), name, container);
+        const auto item = addLabel(LabelType::Text, formatted("- %@", {text}), name, container);
+        makeItem(*item, item, title);
         attach(formatted("H:|-(20)-[%@(<=%@)]-|", {name, section.container}), container);
         vertical += formatted("-2-[%@]", {name});
         viewController()->setNumberOfViews(viewController()->numberOfViews() + 1);
@@ -83,6 +87,7 @@ void VXPopUpContentView::createExplanation() {
     const auto title = addLabel(LabelType::Title, viewController()->getTranslation("popup/title"),
                                 "title", *scrollContainerView());
     title->setFont({"TrebuchetMS-Bold", 18});
+    title->setHeadingLevel(1);
     const auto description =
         addLabel(LabelType::Text, viewController()->getTranslation("popup/content"), "description",
                  *scrollContainerView());

@@ -21,9 +21,10 @@ struct VXPurposeContentView::Section {
     Choice choice;
 };
 
-// An item under way: its views stand in `view` when it is done.
+// An item: its views stand in `view` when it is done.
 struct VXPurposeContentView::Item {
     std::int32_t id;
+    std::string viewName;
     std::string nameName;
     std::string footerName;
     std::shared_ptr<View> view;
@@ -42,7 +43,7 @@ VXPurposeContentView::VXPurposeContentView(VXIABPrivacyCenterViewController& con
     begin(controller);
     createContainer(kWhite);
     createScrollView();
-    stackLabel(LabelType::Title, controller.getTranslation("purposes/title"), "purposeScreenTitle");
+    stackTitle("purposes/title", "purposeScreenTitle");
     createButtons();
     vendorBtn_ = createNavigationButton("generic/vendorButton", "vendorBtn",
                                         [this] { displayVendorList(); });
@@ -81,20 +82,23 @@ void VXPurposeContentView::build(const Section& section) {
 
 void VXPurposeContentView::buildItems(const Section& section, const std::vector<std::string>& keys,
                                       View& box) {
-    const std::string header = numbered(section.headerName);
-    addLabel(LabelType::Title, viewController()->getTranslation(section.headerPath), header, box);
-    attach(formatted("H:|-[%@(<=%@)]-|", {header, section.box}), box);
-    std::string vertical = formatted("V:|-[%@]", {header});
+    const std::string headerName = numbered(section.headerName);
+    const auto header = addLabel(
+        LabelType::Title, viewController()->getTranslation(section.headerPath), headerName, box);
+    header->setHeadingLevel(2);
+    attach(formatted("H:|-[%@(<=%@)]-|", {headerName, section.box}), box);
+    std::string vertical = formatted("V:|-[%@]", {headerName});
     for (const std::string& key : keys) {
-        vertical += formatted("-[%@]", {buildItem(section, key, box)});
+        const Item item = buildItem(section, key, box);
+        makeItem(*item.view, item.name, header);
+        vertical += formatted("-[%@]", {item.viewName});
         viewController()->setNumberOfViews(viewController()->numberOfViews() + 1);
     }
     attach(vertical + "-|", box);
 }
 
-// Returns the item view's name.
-std::string VXPurposeContentView::buildItem(const Section& section, const std::string& key,
-                                            View& box) {
+VXPurposeContentView::Item VXPurposeContentView::buildItem(const Section& section,
+                                                           const std::string& key, View& box) {
     const auto text = [&](std::string_view which) {
         return viewController()->getIABTranslation(
             formatted("%@/%@/%@", {section.key, key, which}));
@@ -103,13 +107,14 @@ std::string VXPurposeContentView::buildItem(const Section& section, const std::s
     item.id = viewController()->JSONDictionary()[section.key][key]["id"].integerValue();
     item.view = viewController()->createStackView(item.id);
     item.name = viewController()->createLabel(LabelType::Title, text("name"));
+    item.name->setHeadingLevel(3);
     item.description = viewController()->createLabel(LabelType::Text, text("description"));
     item.description->setAlignment(Label::Alignment::Justified);
     item.nameName = numbered(section.itemName);
-    const std::string viewName = numbered("stackView%d");
+    item.viewName = numbered("stackView%d");
     enter(item.nameName, item.name);
     enter(numbered("descL%d"), item.description);
-    enter(viewName, item.view);
+    enter(item.viewName, item.view);
     box.addSubview(item.view);
     addLinks(item, section, key);
     if (section.choice == Section::Choice::Purpose)
@@ -118,8 +123,8 @@ std::string VXPurposeContentView::buildItem(const Section& section, const std::s
         addSpecialFeature(item);
     else
         addInformation(item);
-    attach(formatted("H:|-[%@]-|", {viewName}), box);
-    return viewName;
+    attach(formatted("H:|-[%@]-|", {item.viewName}), box);
+    return item;
 }
 
 void VXPurposeContentView::addPurpose(const Item& item) {

@@ -48,7 +48,7 @@ private:
     void addCategories();
     void build(const Section& section);
     void buildItems(const Section& section, const std::vector<std::string>& keys, View& box);
-    std::string buildItem(const Section& section, const std::string& key, View& box);
+    Item buildItem(const Section& section, const std::string& key, View& box);
     void addPurpose(const Item& item);
     void addSpecialFeature(const Item& item);
     void addInformation(const Item& item);

@@ -30,7 +30,7 @@ VXVendorContentView::VXVendorContentView(VXIABPrivacyCenterViewController& contr
     begin(controller);
     createContainer(kWhite);
     createScrollView();
-    stackLabel(LabelType::Title, controller.getTranslation("vendors/title"), "vendorScreenTitle");
+    title_ = stackTitle("vendors/title", "vendorScreenTitle");
     createPurposeViewButton();
     addVendors();
     customiseButtons();
@@ -61,10 +61,13 @@ void VXVendorContentView::buildInterfaceWith(const JSONValue& entry) {
     scrollContainerView()->addSubview(row);
     if (record.hasChoice())
         addConsentContainer(record, *row);
-    const auto name = entry["name"].string();
-    addLabel(LabelType::Title, std::string(name.value_or("")), named("nameL%d", record), *row);
+    const auto name = addLabel(LabelType::Title, std::string(entry["name"].string().value_or("")),
+                               named("nameL%d", record), *row);
+    name->setHeadingLevel(2);
+    makeItem(*row, name, title_);
     const auto button = createLink("generic/detailButton");
     button->addTouchUpInside([this, sender = button.get()] { displayDetails(*sender); });
+    button->setExpanded(false, nullptr);
     enter(named("detailBtn%d", record), button);
     row->addSubview(button);
     detail->setOriginalBtn(button);
@@ -115,10 +118,13 @@ void VXVendorContentView::displayDetails(const Button& sender) {
     const VendorRecord& record = (*found)->record();
     View& row = **viewsDictionary().find(named("stackView%d", record));
     const auto kept = keptViews(record);
-    if (row.subviews().size() > kept.size())
+    Button& button = *(*found)->originalBtn();
+    if (row.subviews().size() > kept.size()) {
         hideInformation(record, row, kept);
-    else
-        displayInformation(record, row);
+        button.setExpanded(false, nullptr);
+    } else {
+        button.setExpanded(true, displayInformation(record, row));
+    }
 }
 
 std::shared_ptr<View> VXVendorContentView::displayInformation(const VendorRecord& record,

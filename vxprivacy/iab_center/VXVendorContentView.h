@@ -56,6 +56,7 @@ private:
     void stackPanel(const VendorRecord& record, View& panel, const std::string& name);
     std::vector<std::shared_ptr<View>> keptViews(const VendorRecord& record) const;
 
+    std::shared_ptr<Label> title_;
     std::vector<std::shared_ptr<VXVendorDetailContentView>> detailBtns_;
     std::shared_ptr<VXVendorDetailContentView> currentDetail_;
     std::shared_ptr<Button> purposeBtn_;

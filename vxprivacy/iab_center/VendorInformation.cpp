@@ -26,6 +26,7 @@ void VendorInformation::addPolicy(const std::string& address,
     const std::string buttonName = screen_.numbered("privacyPolicyBTN%d");
     const auto title = screen_.viewController()->createLabel(
         LabelType::Title, screen_.viewController()->getTranslation("vendors/privacyPolicyText"));
+    title->setHeadingLevel(headingLevel());
     const auto button = std::make_shared<Button>();
     button->setTitle(address);
     button->setTitleColor(kLinkColour);
@@ -67,15 +68,19 @@ void VendorInformation::addList(const List& list, const std::vector<std::int32_t
     if (ids.empty())
         return;
     auto& controller = *screen_.viewController();
-    const std::string title = screen_.numbered(list.titleName);
-    screen_.addLabel(LabelType::Title, controller.getTranslation(list.titlePath), title, parent_);
-    screen_.attach(formatted("H:|-[%@(<=%@)]-|", {title, parentName_}), parent_);
-    note(title);
+    const std::string titleName = screen_.numbered(list.titleName);
+    const auto title = screen_.addLabel(LabelType::Title, controller.getTranslation(list.titlePath),
+                                        titleName, parent_);
+    title->setHeadingLevel(headingLevel());
+    screen_.attach(formatted("H:|-[%@(<=%@)]-|", {titleName, parentName_}), parent_);
+    note(titleName);
     for (const std::int32_t id : ids) {
         const std::string name = formatted(list.itemName, {id, controller.numberOfViews()});
         const auto text = controller.getIABTranslation(formatted("%@/%d/name", {list.section, id}));
-        screen_.addLabel(LabelType::Text, formatted("- %@", {text}), name, parent_)
-            ->setAlignment(Label::Alignment::Justified);
+        const auto item =
+            screen_.addLabel(LabelType::Text, formatted("- %@", {text}), name, parent_);
+        item->setAlignment(Label::Alignment::Justified);
+        ContentView::makeItem(*item, item, title);
         screen_.attach(formatted("H:|-(20)-[%@(<=%@)]-|", {name, parentName_}), parent_);
         note(name);
     }

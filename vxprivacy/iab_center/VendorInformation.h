@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -34,6 +35,8 @@ private:
     struct List;
 
     void addList(const List& list, const std::vector<std::int32_t>& ids);
+    // A panel lies in a row, which has a heading of its own.
+    std::int32_t headingLevel() const { return place_ == Place::Panel ? 3 : 2; }
     void note(const std::string& name);
 
     ContentView& screen_;
