@@ -9,10 +9,16 @@ import { fileURLToPath } from "node:url";
 import { chromium } from "playwright-core";
 
 export const sample = fileURLToPath(new URL("../../samples/category.json", import.meta.url));
+export const iabSample = fileURLToPath(new URL("../../samples/iab.json", import.meta.url));
+export const vendorList =
+  fileURLToPath(new URL("../../samples/gvl/vendor-list.json", import.meta.url));
+export const translation = (language) =>
+  fileURLToPath(new URL(`../../samples/gvl/purposes-${language}.json`, import.meta.url));
 export const french = fileURLToPath(new URL("french.json", import.meta.url));
 
-/// Starts the server of a configuration, a file or an object; resolves to its address.
-export async function serve(t, configuration, language = "en") {
+/// Starts the server of a configuration, a file or an object; resolves to its address. With a
+/// vendor list, and a translation of it if there is one, it shows the IAB privacy center.
+export async function serve(t, configuration, language = "en", ...lists) {
   let file = configuration;
   if (typeof configuration !== "string") {
     const directory = await mkdtemp(join(tmpdir(), "surface-"));
@@ -20,7 +26,7 @@ export async function serve(t, configuration, language = "en") {
     file = join(directory, "privacy.json");
     await writeFile(file, JSON.stringify(configuration));
   }
-  const server = spawn(process.env.SURFACE_SERVER, [file, language], {
+  const server = spawn(process.env.SURFACE_SERVER, [file, language, ...lists], {
     stdio: ["ignore", "pipe", "inherit"],
   });
   t.after(() => server.kill());
