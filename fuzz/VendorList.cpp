@@ -2,10 +2,9 @@
 // and refuse-all and every control of every screen to the TC string, which must be one that can be
 // read again.
 
-#include <array>
-#include <cstdlib>
 #include <variant>
 
+#include "fuzz/Input.h"
 #include "tools/recording/World.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/iab_center/VXVendorContentView.h"
@@ -16,22 +15,7 @@
 namespace {
 
 using namespace vx;
-
-// The parts of an input stand between bytes of zero.
-std::array<std::string, 3> parts(std::string_view input) {
-    std::array<std::string, 3> parts;
-    for (std::string& part : parts) {
-        const std::size_t end = std::min(input.find('\0'), input.size());
-        part = input.substr(0, end);
-        input.remove_prefix(std::min(end + 1, input.size()));
-    }
-    return parts;
-}
-
-void require(bool holds) {
-    if (!holds)
-        std::abort();
-}
+using fuzz::require;
 
 void requireReadable(const recording::Event& event) {
     if (const auto text = event.find("tc"); text != event.end())
@@ -85,7 +69,7 @@ void touchEveryScreen() {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const auto [list, vendors, restrictions] = parts({reinterpret_cast<const char*>(data), size});
+    const auto [list, vendors, restrictions] = fuzz::parts<3>(fuzz::text(data, size));
     const recording::Event configuration = {{"information", {{"vendors", vendors}}}};
     recording::World world(
         {.files = {{"vendor-list", list},
