@@ -46,7 +46,7 @@ ARROWS = {
     "tools/studio": ["tools/studio/server", "tools/studio/application", "tools/studio/world",
                      "tools/studio/shared", "tools", "tools/system", "vxprivacy/engine"],
     "bench/**": INSTALLED,
-    "fuzz/**": [*INSTALLED, "tools/recording", "tools/system"],
+    "fuzz/**": [*INSTALLED, "fuzz", "tools/play", "tools/recording", "tools/system"],
     "examples/**": INSTALLED,
 }
 ARROWS["tests/**"] = [folder for folder in ARROWS if folder.startswith(("vxprivacy/", "tools"))]
