@@ -113,7 +113,7 @@ test("a button whose tap is under way takes no other", async (t) => {
 
 test("a title switches its row's switch, unless it is selected; other texts do nothing", async (t) => {
   const page = await openWithPolicies(t);
-  const title = page.getByText("Personalisation", { exact: true });
+  const title = page.getByRole("heading", { name: "Personalisation", exact: true });
   await title.click();
   await expectStates(page, { "Personalisation": false });
   await title.click();
