@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/studio/StudioProcess.h"
+#include "tests/studio/CenterPage.h"
 #include "tools/studio/application/IABState.h"
 #include "tools/studio/world/ServedVendorList.h"
 
@@ -77,8 +77,6 @@ TEST(StudioIAB, EachModeIsAnInstallationOfItsOwn) {
     EXPECT_EQ(iab["session"]["iab"], true);
     EXPECT_EQ(iab["application"]["decision"]["reason"], "first-start");
     EXPECT_TRUE(studio.get("configuration").contains("components"));
-    EXPECT_EQ(studio.post("center/open").value("error", ""),
-              "in IAB mode there is no privacy center on the screen yet");
     ASSERT_FALSE(studio.await("request", "/v2/vendor-list.json", before).is_null());
     ASSERT_FALSE(studio.await("log", "vendor-list was downloaded", before).is_null());
     EXPECT_EQ(Stored(studio.post("refuse")).core["VendorListVersion"], 3);
@@ -87,6 +85,26 @@ TEST(StudioIAB, EachModeIsAnInstallationOfItsOwn) {
     EXPECT_EQ(category["application"]["engine"]["privacyState"], 1);
     EXPECT_TRUE(category["application"]["tcString"].is_null());
     EXPECT_TRUE(studio.post("mode").contains("error"));
+}
+
+TEST(StudioIAB, ACenterThatClosesItselfSaves) {
+    StudioProcess studio({"--iab"});
+    ASSERT_FALSE(studio.await("log", "vendor-list was downloaded").is_null());
+    for (const char* how : {R"({"first": 1})", R"({"first": 2, "pushed": true})"}) {
+        SCOPED_TRACE(how);
+        const std::uint64_t before = studio.now();
+        EXPECT_EQ(studio.post("center/open", how)["application"]["center"]["closesItself"], true);
+        CenterPage(studio).tapLink("Accept all");
+        const Json state = studio.get("state");
+        EXPECT_TRUE(state["application"]["center"].is_null());
+        EXPECT_EQ(Stored(state).core["PurposesConsent"],
+                  Json::array({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+        EXPECT_EQ(studio.titles("screen", before),
+                  (std::vector<std::string>{"Privacy center opened", "Accept all tapped",
+                                            "Privacy center left, the choices are saved"}));
+    }
+    EXPECT_EQ(studio.post("center/open", R"({"first": 3})").value("error", ""),
+              "the first screen is 0, 1 or 2");
 }
 
 TEST(StudioIAB, TheBackendServesTheListAndItsTranslations) {

@@ -2,29 +2,35 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "tools/studio/application/ShownCenter.h"
 #include "tools/studio/shared/Json.h"
-#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
+#include "tools/studio/shared/Protocol.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
 #include "vxprivacy/platform/ui/Application.h"
+#include "vxprivacy/platform/ui/Controls.h"
 
 namespace vx::tools::studio {
 
 /// The application's display as far as the privacy center takes it: a page that the studio shows.
 /// Addresses open in the user's browser, through that page. Reports what the user does there.
-class CenterDisplay : public vx::Application {
+class CenterDisplay : public vx::Application, private ViewControllerDelegate {
 public:
+    CenterDisplay();
+
     bool shows() const { return surface_ != nullptr; }
-    /// Shows a new center, of the configuration as it is now, on a display `width` points wide.
-    /// One that was shown must be dismissed before.
-    void present(double width);
+    /// Shows a new center, of the configuration as it is now. One that was shown must be dismissed
+    /// before.
+    void present(Mode mode, const Presentation& presentation);
 
     // The rest needs a center that is shown.
 
-    /// Takes the center off the display, which saves the choices.
+    /// Takes the center off the display, which saves the choices. One that closes itself goes in
+    /// the same way, at the end of the event that made it.
     void dismiss();
     std::string page() { return surface_->render(); }
     std::string layoutCSS() const { return surface_->layoutCSS(); }
@@ -32,19 +38,26 @@ public:
     std::string dispatch(std::string_view event);
 
     /// Null while no center is shown; else "number", which is another for each center, "revision",
-    /// which is another when its pages have something new to show, and "saveButton", what leaving
-    /// it is called, or null.
+    /// which is another when its pages have something new to show, "saveButton", what leaving it is
+    /// called, or null, and "closesItself", whether it has buttons of its own for that.
     Json state() const;
 
     void openURL(std::string_view address) override;
 
 private:
-    void reportTaps();
+    void viewControllerDismissed(ViewController& controller, bool animated) override;
+    void viewControllerPopped(ViewController& controller, bool animated) override;
+    void reportTapsIn(const std::shared_ptr<View>& view);
     void reportSwitching(Switch& control);
-    Json choices() const;
 
-    std::unique_ptr<VXPrivacyCenterViewController> center_;
+    // The application's own screens, over which a center is put or onto which it is pushed.
+    ViewController application_;
+    NavigationController navigation_;
+    std::unique_ptr<ShownCenter> center_;
     std::unique_ptr<web::WebSurface> surface_;
+    // The controls whose taps are reported; screens make new ones.
+    std::set<std::weak_ptr<View>, std::owner_less<>> reported_;
+    bool closed_ = false;             // itself, in the event under way
     std::vector<std::string> opened_; // by the event under way
     std::uint64_t number_ = 0;
 };

@@ -86,13 +86,11 @@ Platform WatchedApplication::doors(Mode mode) {
 
 Reply WatchedApplication::performOnDisplay(const Command& command) {
     const bool opens = command.name == command::kPresent;
-    if (iab_)
-        return Problem{"in IAB mode there is no privacy center on the screen yet"};
     if (display_.shows() == opens)
         return Problem{opens ? "the privacy center is open already"
                              : "the privacy center is not open"};
     if (opens)
-        display_.present(command.argument.get<double>());
+        display_.present(iab_ ? Mode::IAB : Mode::Category, presentationIn(command.argument));
     else if (command.name == command::kDismiss)
         display_.dismiss();
     else if (command.name == command::kPage)

@@ -54,7 +54,7 @@ function change(key, center) {
   leaving = false;
   byId("home").hidden = Boolean(center);
   byId("center").hidden = !center;
-  byId("center-done").hidden = !center;
+  byId("center-done").hidden = !center || center.closesItself;
   byId("print").disabled = !center;
   setText(byId("phone-title"), center ? "Privacy" : "Harbour Weekly");
   if (hadFocus && !center) byId("phone").querySelector(".sheet:not([hidden]) [data-open]").focus();
@@ -62,7 +62,11 @@ function change(key, center) {
 
 export function wirePhone() {
   for (const button of document.querySelectorAll("[data-open]"))
-    button.addEventListener("click", () => act("center/open", { width: byId("display").clientWidth }));
+    button.addEventListener("click", () => act("center/open", {
+      width: byId("display").clientWidth,
+      first: Number(byId("first").value),
+      pushed: byId("how").value === "push",
+    }));
   byId("center-done").addEventListener("click", leave);
   byId("print").addEventListener("click", () => frame().contentWindow.print());
 }
@@ -76,9 +80,7 @@ export function renderPhone({ application, process, session }) {
     frame().contentWindow.updateCenter?.();
   }
   if (center) setText(byId("center-done"), center.saveButton ?? "Done");
-  for (const button of document.querySelectorAll("[data-open]")) {
+  for (const button of document.querySelectorAll("[data-open]"))
     button.disabled = !process?.running;
-    button.hidden = session.iab; // its screens are not there yet
-  }
-  byId("print").hidden = session.iab;
+  byId("presentation").hidden = !session.iab;
 }

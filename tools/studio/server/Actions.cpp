@@ -24,7 +24,6 @@ namespace {
 
 constexpr double kMillisecondsPerDay = 86'400'000.0;
 constexpr double kMostDays = 200 * 366;
-constexpr double kPhoneWidth = 390; // points
 
 Json argument(const std::string& body, const char* name) {
     const Result<Json> arguments = parsed(body);
@@ -62,8 +61,16 @@ Reply moveClock(StudioSession& session, const std::string& body) {
 
 Reply openCenter(StudioSession& session, const std::string& body) {
     const Json width = argument(body, "width");
-    const double points = width.is_number() ? width.get<double>() : kPhoneWidth;
-    return session.openCenter(std::clamp(points, 100.0, 2000.0));
+    const Json first = argument(body, "first");
+    Presentation presentation;
+    if (width.is_number())
+        presentation.width = std::clamp(width.get<double>(), 100.0, 2000.0);
+    if (first.is_number_integer() && first >= 0 && first <= 2)
+        presentation.first = first.get<std::int32_t>();
+    else if (!first.is_null())
+        return Problem{"the first screen is 0, 1 or 2"};
+    presentation.pushed = argument(body, "pushed") == true;
+    return session.openCenter(presentation);
 }
 
 struct Action {

@@ -17,6 +17,12 @@ Json asJSON(const Launch& launch) {
             {"cause", launch.cause}};
 }
 
+Json asJSON(const Presentation& presentation) {
+    return {{"width", presentation.width},
+            {"first", presentation.first},
+            {"pushed", presentation.pushed}};
+}
+
 Json asJSON(const Reply& reply) {
     return reply ? Json{{"text", *reply}} : Json{{"problem", reply.problem().text}};
 }
@@ -36,6 +42,13 @@ Launch launchIn(const Json& json) {
             .host = json.value("host", ""),
             .vendorListHost = json.value("vendorListHost", ""),
             .cause = json.value("cause", "")};
+}
+
+Presentation presentationIn(const Json& json) {
+    const Presentation usual;
+    return {.width = json.value("width", usual.width),
+            .first = json.value("first", usual.first),
+            .pushed = json.value("pushed", usual.pushed)};
 }
 
 Reply replyIn(const Json& json) {

@@ -30,7 +30,7 @@ inline constexpr const char* kAccept = "accept";
 inline constexpr const char* kRefuse = "refuse";
 inline constexpr const char* kHit = "hit";         ///< its name
 inline constexpr const char* kMoveClock = "clock"; ///< milliseconds ahead of the system's
-inline constexpr const char* kPresent = "present"; ///< the width of the display, in points
+inline constexpr const char* kPresent = "present"; ///< a `Presentation`
 inline constexpr const char* kDismiss = "dismiss";
 inline constexpr const char* kPage = "page";     ///< asks for the privacy center's page,
 inline constexpr const char* kLayout = "layout"; ///< for its generated style sheet,
@@ -49,6 +49,15 @@ struct Launch {
     std::string cause; ///< why the user must be asked, as far as an earlier process was told
 };
 
+/// How the application shows its privacy center.
+struct Presentation {
+    double width = 390; ///< of the display, in points
+    /// In IAB mode: the screen that comes first, 0 popup, 1 purposes, 2 vendors; and whether the
+    /// center is pushed onto the application's screens, else it is put over them.
+    std::int32_t first = 0;
+    bool pushed = false;
+};
+
 /// What a command gives: the text that was asked for, else an empty one.
 using Reply = Result<std::string>;
 
@@ -60,12 +69,14 @@ inline constexpr const char* kDone = "done";   ///< "id", "reply": a command's e
 
 Json asJSON(const Command& command);
 Json asJSON(const Launch& launch);
+Json asJSON(const Presentation& presentation);
 Json asJSON(const Reply& reply);
 
 // The same back; what is missing is empty or 0.
 
 Command commandIn(const Json& json);
 Launch launchIn(const Json& json);
+Presentation presentationIn(const Json& json);
 Reply replyIn(const Json& json);
 
 } // namespace vx::tools::studio

@@ -37,9 +37,8 @@ public:
     Reply hit(const std::string& name) {
         return perform({.name = command::kHit, .argument = name});
     }
-    /// Opens the privacy center on a display `width` points wide.
-    Reply openCenter(double width) {
-        return perform({.name = command::kPresent, .argument = width});
+    Reply openCenter(const Presentation& presentation) {
+        return perform({.name = command::kPresent, .argument = asJSON(presentation)});
     }
     /// Leaves the privacy center, which saves the choices. A process that ends leaves nothing.
     Reply dismissCenter() { return perform({.name = command::kDismiss}); }

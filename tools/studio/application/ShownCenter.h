@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "tools/studio/shared/Json.h"
+#include "vxprivacy/platform/ui/ViewController.h"
+
+namespace vx::tools::studio {
+
+/// A privacy center of either kind, as a display needs it.
+class ShownCenter {
+public:
+    virtual ~ShownCenter();
+
+    virtual ViewController& controller() = 0;
+    /// What leaving now would save.
+    virtual Json choices() const = 0;
+    /// What leaving is called; nothing where the center has no word for it, or its own buttons.
+    virtual std::optional<std::string> leaveText() const = 0;
+    /// Whether the user leaves by the center's own buttons alone.
+    virtual bool closesItself() const = 0;
+};
+
+std::unique_ptr<ShownCenter> categoryCenter();
+/// `first` is the screen that comes first: 0 popup, 1 purposes, 2 vendors.
+std::unique_ptr<ShownCenter> iabCenter(std::int32_t first);
+
+} // namespace vx::tools::studio
