@@ -24,6 +24,7 @@ void DetailContentView::addBackButton() {
     backBtn_ = std::make_shared<Button>();
     backBtn_->setTitle(std::move(*title));
     backBtn_->setTitleColor(kLinkColour);
+    backBtn_->setLeadsBack(true);
     // The way back may replace the list that holds this screen, which must live through it.
     backBtn_->addTouchUpInside([kept = weak_from_this()] {
         if (const auto self = kept.lock())

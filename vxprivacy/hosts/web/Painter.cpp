@@ -131,6 +131,8 @@ void Painter::paintButton(const Button& button, Element& element) {
     element.disabled = !button.enabled();
     begin("button", button, element);
     markup_.attribute("type", "button");
+    if (button.leadsBack())
+        markup_.flag("data-back");
     if (leaves)
         markup_.attribute("role", "link");
     if (!button.enabled()) // it can have the focus, so that one hears why

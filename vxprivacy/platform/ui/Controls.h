@@ -64,6 +64,9 @@ public:
     /// what the touch does is the actions' business alone.
     bool leavesApplication() const { return leavesApplication_; }
     void setLeavesApplication(bool leaves) { set(leavesApplication_, leaves); }
+    /// Whether a touch leads back to the screen before. A host's own ways back then work it.
+    bool leadsBack() const { return leadsBack_; }
+    void setLeadsBack(bool leads) { set(leadsBack_, leads); }
 
     /// Whether what the button shows and hides is shown; absent: it does nothing of the kind.
     const std::optional<bool>& expanded() const { return expanded_; }
@@ -82,6 +85,7 @@ private:
     double minimumScaleFactor_ = 1;
     bool enabled_ = true;
     bool leavesApplication_ = false;
+    bool leadsBack_ = false;
     std::optional<bool> expanded_;
     std::weak_ptr<View> panel_;
 };

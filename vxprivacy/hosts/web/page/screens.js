@@ -34,20 +34,22 @@ const find = (mark) => mark && (document.getElementById(mark.id) ?? alike(mark)[
 export function enterScreen({ colours, frame }, led) {
   root.className = colours;
   screen.closest(".surface").className = `surface ${frame}`;
-  const heading = screen.querySelector("h1, h2, h3, h4");
-  const title = heading?.textContent;
-  document.title = title ? `${title} – ${nameOfPage}` : nameOfPage;
-  announce(root.dataset.newScreen.replace("%1$@", title ?? nameOfPage));
+  const heading = screen.querySelector("h1, h2, h3, h4, h5, h6");
+  const title = heading?.textContent || nameOfPage;
+  document.title = title === nameOfPage ? title : `${title} – ${nameOfPage}`;
+  announce(root.dataset.newScreen.replace("%1$@", () => title));
   if (led && !led.back) trail.push(led);
-  const leftBy = led?.back ? find(trail.pop()) : undefined;
+  const leftBy = led?.back ? operableIn(find(trail.pop())) : undefined;
   if (document.hasFocus()) focusOn(leftBy ?? heading ?? screen.firstElementChild); // or it takes it
   followInHistory();
 }
 
+const operableIn = (element) =>
+  element?.tabIndex < 0 ? element.querySelector("a, button, [tabindex]") : element;
+
 function focusOn(element) {
-  const target = element.matches("p") ? element.querySelector("a, button") ?? element : element;
-  if (target.tabIndex < 0) target.tabIndex = -1;
-  target.focus();
+  if (element.tabIndex < 0) element.tabIndex = -1;
+  element.focus();
 }
 
 // While the screen has a way back, the browser's Back is that way: it leaves an entry that stands
