@@ -19,10 +19,10 @@ void list(View& view, double width, std::vector<View*>& views) {
 }
 
 const char* typeOf(View& view) {
-    return visit(view, Overloaded{[](Label&) { return "label"; }, [](Button&) { return "button"; },
-                                  [](Switch&) { return "switch"; },
-                                  [](ScrollView&) { return "scroll"; },
-                                  [](View&) { return "view"; }});
+    return visit(view,
+                 Overloaded{[](Label&) { return "label"; }, [](Button&) { return "button"; },
+                            [](Switch&) { return "switch"; }, [](ScrollView&) { return "scroll"; },
+                            [](View&) { return "view"; }});
 }
 
 } // namespace
