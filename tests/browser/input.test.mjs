@@ -51,18 +51,6 @@ test("on a fresh page keys and wheel move the list, and nothing moves the page",
   }
 });
 
-test("a key goes on moving the list, and back", async (t) => {
-  const page = await open(t, await serve(t, sample), { width: 390, height: 500 });
-  await page.waitForFunction(() => !document.querySelector(".screen").disabled);
-  await page.keyboard.press("End");
-  await page.waitForFunction(() => {
-    const { scrollTop, clientHeight, scrollHeight } = document.querySelector(".scroll");
-    return scrollTop + clientHeight >= scrollHeight - 1;
-  });
-  await page.keyboard.press("Home");
-  await page.waitForFunction(() => document.querySelector(".scroll").scrollTop === 0);
-});
-
 test("one act of the user is one event", async (t) => {
   const page = await openWithPolicies(t);
   const events = eventsOf(page);
