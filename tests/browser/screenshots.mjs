@@ -19,6 +19,7 @@ for (const [name, configuration, colorScheme] of [
     await page.waitForFunction(() => !document.querySelector(".switch").checked);
     await page.evaluate(() => document.querySelector(".scroll").scrollTo(0, 0));
     await page.mouse.move(0, 0);
-    await page.evaluate(() => Promise.all(document.getAnimations().map((each) => each.finished)));
+    await page.evaluate(() => Promise.all(document.getAnimations()
+      .filter(({ timeline }) => timeline === document.timeline).map((each) => each.finished)));
     await page.screenshot({ path: `${directory}/category-center-${name}.png` });
   });
