@@ -9,7 +9,6 @@ namespace vx::tools::lint {
 namespace {
 
 constexpr Colour kBlack = {0, 0, 0, 1};
-constexpr Colour kWhite = {1, 1, 1, 1};
 
 double linear(double component) {
     return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);

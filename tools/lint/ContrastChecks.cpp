@@ -16,8 +16,6 @@ namespace {
 
 // What the screens have where a document says nothing.
 constexpr Colour kText = {0x17 / 255., 0x22 / 255., 0x2B / 255., 1};
-constexpr Colour kLink = {0.05, 0.4, 0.65, 1};
-constexpr Colour kWhite = {1, 1, 1, 1};
 
 constexpr double kLeastOfTexts = 4.5;
 constexpr double kLeastOfControls = 3;
@@ -88,7 +86,7 @@ void checkContrast(const Node& document, Findings& findings) {
     check(inDocument(document, "content", "fontcolor", kText), ground,
           {"The texts' colour", "the background's", "Users may not be able to read the texts."},
           findings);
-    check({kLink}, ground,
+    check({kLinkColour}, ground,
           {"The links' colour", "the background's", "Users may not be able to read the links."},
           findings);
     if (tint.node)
@@ -98,7 +96,7 @@ void checkContrast(const Node& document, Findings& findings) {
               findings);
     if (!hasTextsOfButtons(document))
         return;
-    const Used title = inDocument(document, "button", "fontcolor", kLink);
+    const Used title = inDocument(document, "button", "fontcolor", kLinkColour);
     const std::string effect = "Users may not be able to read the buttons.";
     check(title, tint, {"The colour of buttons' titles", "the buttons'", effect}, findings);
     const Used disabled = inDocument(document, "button", "disabledBackground", tint.colour);
