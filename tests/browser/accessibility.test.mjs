@@ -2,7 +2,8 @@ import { after, test } from "node:test";
 import assert from "node:assert/strict";
 import { createRequire } from "node:module";
 import { readFile } from "node:fs/promises";
-import { closeBrowser, french, open, sample, serve, switchOf, tap } from "./browser.mjs";
+import { fileURLToPath } from "node:url";
+import { closeBrowser, french, iabSample, open, sample, serve, switchOf, tap } from "./browser.mjs";
 
 after(closeBrowser);
 
@@ -114,4 +115,22 @@ test("the keyboard reaches everything in the order in which it is seen, visibly"
     assert.notEqual(outline, "none");
     previous = top;
   }
+});
+
+test("answers that are not enabled yet say why, and wake when enough was seen or the page fits", async (t) => {
+  const lists = fileURLToPath(new URL("../../samples/gvl/vendor-list.json", import.meta.url));
+  const address = await serve(t, iabSample, "en", lists);
+  const page = await open(t, address, { height: 500 });
+  const answer = page.locator(".answer[aria-disabled]").first();
+  await answer.waitFor();
+  const [why] = await textsOf(answer, "aria-describedby");
+  assert.equal(why, "Read to the end to refuse or accept.");
+  await answer.focus();
+  assert.equal(await answer.evaluate((element) => element === document.activeElement), true);
+  await page.locator(".scroll").evaluate((scroll) => scroll.scrollTo(0, scroll.scrollHeight));
+  await answer.waitFor({ state: "detached" });
+  await page.getByRole("status").getByText("You can now refuse or accept.").waitFor({ state: "attached" });
+  const tall = await open(t, await serve(t, iabSample, "en", lists), { height: 4000 });
+  await tall.locator(".answer").first().waitFor();
+  await tall.locator(".answer[aria-disabled]").first().waitFor({ state: "detached" });
 });

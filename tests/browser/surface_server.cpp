@@ -44,9 +44,9 @@ public:
         center_ = makeCenter();
         center_->view()->setSize(390, 844);
         center_->viewDidLoad();
-        center_->viewDidAppear(false);
         surface_ = std::make_unique<web::WebSurface>(
             center_->view(), web::PageSettings{.owner = "Harbour Weekly", .language = language_});
+        surface_->whenLaidOut([this] { center_->viewDidAppear(false); });
         return surface_->render();
     }
 

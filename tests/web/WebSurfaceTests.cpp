@@ -380,6 +380,45 @@ TEST(WebSurface, SaysWhatATapDidElsewhereAndThatAButtonWoke) {
     EXPECT_FALSE(screen.dispatch("{}").contains("say"));
 }
 
+TEST(WebSurface, TellsMeasuresToTheScreenAndThatItIsLaidOutOnce) {
+    struct Delegate : ScrollViewDelegate {
+        void scrollViewDidScroll(ScrollView& view) override {
+            seen.push_back(view.frameHeight() / view.contentHeight());
+        }
+        std::vector<double> seen;
+    };
+    Screen screen;
+    Delegate delegate;
+    screen.scroll->setDelegate(&delegate);
+    int laidOut = 0;
+    screen.surface.whenLaidOut([&] {
+        ++laidOut;
+        EXPECT_EQ(screen.scroll->contentHeight(), 1000);
+    });
+    screen.dispatch(R"({"set":"v4","on":true})");
+    EXPECT_EQ(laidOut, 0);
+    for (const char* event : {R"({"scroll":"v2","x":0,"y":0,"frame":500,"content":1000})",
+                              R"({"scroll":"v2","x":0,"y":0,"frame":750,"content":1000})",
+                              R"({"scroll":"v2","x":0,"y":9,"frame":-1,"content":"9"})"})
+        EXPECT_EQ(screen.dispatch(event), Event::object()) << event;
+    EXPECT_EQ(delegate.seen, (std::vector{0.5, 0.75, 0.75}));
+    EXPECT_EQ(laidOut, 1);
+}
+
+TEST(WebSurface, MayEndInWhatATapDoes) {
+    auto root = std::make_shared<View>();
+    const auto button = std::make_shared<Button>();
+    root->addSubview(button);
+    auto surface = std::make_unique<web::WebSurface>(root);
+    button->addTouchUpInside([&] {
+        button->removeFromSuperview();
+        surface.reset();
+    });
+    const std::string page = surface->render();
+    EXPECT_NE(surface->dispatch(eventOf(page, R"({"tap":"v2"})")), "");
+    EXPECT_FALSE(surface);
+}
+
 TEST(WebSurface, TheLanguageDecidesTheDirection) {
     for (const auto& [language, direction] :
          {std::pair("fr", "ltr"), {"ar", "rtl"}, {"he-IL", "rtl"}, {"area", "ltr"}}) {

@@ -47,10 +47,10 @@ void CenterDisplay::present(Mode mode, const Presentation& presentation) {
         application_.presentViewController(controller);
     controller.view()->setSize(presentation.width, presentation.width * kHeightOfWidth);
     controller.viewDidLoad();
-    controller.viewDidAppear(true);
     reportTapsIn(controller.view());
     surface_ = std::make_unique<web::WebSurface>(controller.view(),
                                                  web::PageSettings{.surfaceJS = "center.js"});
+    surface_->whenLaidOut([&controller] { controller.viewDidAppear(true); });
     ++number_;
 }
 

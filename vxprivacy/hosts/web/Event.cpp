@@ -1,5 +1,6 @@
 // {"page":"7-1","n":4,"set":"v12","on":true}, or "tap":"v13", "tap":"v14","character":9, or
-// "scroll":"v3","x":0,"y":120.
+// "scroll":"v3","x":0,"y":120,
+// "frame":600,"content":900.
 
 #include "vxprivacy/hosts/web/Event.h"
 
@@ -43,6 +44,8 @@ void readWhatWasDone(const Json& json, Event& event) {
         event.kind = Event::Kind::Scroll;
         event.element = *scrolled;
         event.offset = {numberOf(json, "x"), numberOf(json, "y")};
+        event.frameHeight = numberOf(json, "frame");
+        event.contentHeight = numberOf(json, "content");
     }
 }
 

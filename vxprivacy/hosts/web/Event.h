@@ -16,7 +16,7 @@ struct Event {
         None, ///< nothing was done; the page asks for what changed
         Tap,
         Set,   ///< a switch shall stand as `on` says
-        Scroll ///< the content of a scroll view stands at `offset`
+        Scroll ///< the content of a scroll view stands at `offset`, and is measured
     };
 
     std::string page;         ///< the page's id
@@ -26,6 +26,9 @@ struct Event {
     std::optional<std::size_t> character; ///< which of a label's was tapped
     bool on = false;
     ScrollView::Offset offset;
+    // Points; 0: not said.
+    double frameHeight = 0;
+    double contentHeight = 0;
 };
 
 /// The event that `text` is; what is missing or makes no sense is absent.

@@ -1,6 +1,7 @@
 #include "vxprivacy/hosts/web/WebSurface.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <set>
 #include <utility>
@@ -43,8 +44,11 @@ void perform(const Event& event, View& view) {
     else if (auto* control = viewAs<Switch>(view); control && event.kind == Event::Kind::Set)
         touch(*control, event.on);
     else if (auto* scrolled = viewAs<ScrollView>(view);
-             scrolled && event.kind == Event::Kind::Scroll)
+             scrolled && event.kind == Event::Kind::Scroll) {
+        if (event.frameHeight > 0 && event.contentHeight > 0)
+            scrolled->setMeasures(event.frameHeight, event.contentHeight);
         scrolled->scrolledTo(event.offset);
+    }
 }
 
 // What the event's page must hear of the view, also when nothing changed: how the switch stands
@@ -92,6 +96,7 @@ struct WebSurface::Parts {
     OpenPages pages;
     std::uint64_t revision = 0;
     Json opened = Json::array();
+    std::function<void()> laidOut;
 
 private:
     std::shared_ptr<View> shown(std::string_view element) const;
@@ -127,6 +132,10 @@ void WebSurface::open(std::string_view address) {
         parts_->opened.push_back(address);
 }
 
+void WebSurface::whenLaidOut(std::function<void()> action) {
+    parts_->laidOut = std::move(action);
+}
+
 std::uint64_t WebSurface::revision() const {
     parts_->note(parts_->root->takeChanges());
     return parts_->revision;
@@ -156,6 +165,8 @@ std::string WebSurface::Parts::answer(const Event& event) {
     const auto view = shown(event.element);
     if (view)
         perform(event, *view);
+    if (laidOut && event.kind != Event::Kind::Tap && event.kind != Event::Kind::Set)
+        std::exchange(laidOut, nullptr)();
     auto changes = root->takeChanges();
     std::erase_if(changes, [&](const ViewChange& change) { // where one page scrolls to is its own
         return event.kind == Event::Kind::Scroll && change.view == view &&

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -44,6 +45,11 @@ public:
     /// Another number whenever something changed that the pages are to show. The page that sent the
     /// event has it by the patch; others ask for it with an event in which nothing is done.
     std::uint64_t revision() const;
+
+    /// `action` is called once, in `dispatch`, when a page has been laid out for the first time and
+    /// its scroll views have their measures: the time for a controller's `viewDidAppear`. It may be
+    /// the end of the surface.
+    void whenLaidOut(std::function<void()> action);
 
     /// The next patch makes the page open `address` in a new one; ignored unless `mayOpen`. For an
     /// `Application` whose browser is the page's.

@@ -5,7 +5,7 @@ namespace vx {
 ScrollViewDelegate::~ScrollViewDelegate() = default;
 
 void ScrollView::setMeasures(double frameHeight, double contentHeight) {
-    setSize(width(), frameHeight);
+    frameHeight_ = frameHeight;
     contentHeight_ = contentHeight;
 }
 

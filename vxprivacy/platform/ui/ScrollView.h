@@ -38,7 +38,7 @@ public:
     const Offset& contentOffset() const { return offset_; }
     /// Points; what a host last measured, 0 before. The frame is the part of the content that is
     /// seen.
-    double frameHeight() const { return height(); }
+    double frameHeight() const { return frameHeight_; }
     double contentHeight() const { return contentHeight_; }
     /// Notes what a host measured. The delegate does not hear of it.
     void setMeasures(double frameHeight, double contentHeight);
@@ -53,6 +53,7 @@ public:
 private:
     ScrollViewDelegate* delegate_ = nullptr;
     Offset offset_;
+    double frameHeight_ = 0;
     double contentHeight_ = 0;
 };
 

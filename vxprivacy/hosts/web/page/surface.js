@@ -54,10 +54,18 @@ document.addEventListener("wheel", ({ target, deltaY, ctrlKey }) => {
   if (!ctrlKey && !target.closest(".scroll")) list()?.scrollBy(0, deltaY);
 }, { passive: true });
 
+// Where the content of a scroll view stands, and how much of how much is seen.
 const pending = new Map();
+const told = new WeakMap();
 function tellScroll(element) {
+  clearTimeout(pending.get(element));
   pending.delete(element);
-  send({ scroll: element.id, x: element.scrollLeft, y: element.scrollTop });
+  const { id, scrollLeft: x, scrollTop: y, clientHeight: frame, scrollHeight: content } = element;
+  const event = { scroll: id, x, y, frame, content };
+  const text = JSON.stringify(event);
+  if (!element.isConnected || frame === 0 || told.get(element) === text) return;
+  told.set(element, text);
+  send(event);
 }
 
 // Once the movement rests; "scroll" does not bubble.
@@ -66,5 +74,18 @@ screen.addEventListener("scroll", ({ target: element }) => {
   clearTimeout(pending.get(element));
   pending.set(element, setTimeout(tellScroll, 120, element));
 }, true);
+
+// First when they are laid out, then whenever the window, the text size or a patch changes them.
+const sizes = new ResizeObserver((entries) => {
+  for (const scroll of new Set(entries.map(({ target }) => target.closest(".scroll"))))
+    if (scroll) tellScroll(scroll);
+});
+function observeSizes() {
+  for (const scroll of screen.querySelectorAll(".scroll"))
+    for (const element of [scroll, ...scroll.children]) sizes.observe(element);
+}
+new MutationObserver(observeSizes).observe(screen, { childList: true, subtree: true });
+observeSizes();
+if (!list()) send({}); // laid out, and nothing to measure
 
 screen.disabled = false; // nothing that is tapped is lost from here on
