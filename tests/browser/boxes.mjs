@@ -59,8 +59,9 @@ export function solved(views, sizes, root) {
       hold(box.of(side), Operator.Ge, new Expression(0), 1000);
   for (const [i, { width, height }] of sizes.entries()) {
     if (width !== undefined) {
-      hold(boxes[i].of("width"), Operator.Ge, new Expression(width), 750);
-      hold(boxes[i].of("width"), Operator.Le, new Expression(width), 250);
+      const drawnInOneSize = views[i].type === "switch";
+      hold(boxes[i].of("width"), Operator.Ge, new Expression(width), drawnInOneSize ? 999 : 750);
+      hold(boxes[i].of("width"), Operator.Le, new Expression(width), drawnInOneSize ? 999 : 250);
     }
     if (height !== undefined) equal(boxes[i].height, height, 1000);
   }

@@ -1,14 +1,14 @@
 // The boxes of random screens in Chromium, against their constraints solved to the letter.
 import assert from "node:assert/strict";
 import { after, test } from "node:test";
-import { closeBrowser, open, serve } from "./browser.mjs";
+import { closeBrowser, iabSample, open, serve, tap, vendorList } from "./browser.mjs";
 import { solved } from "./boxes.mjs";
 import { randomConfiguration } from "./random.mjs";
 
 after(closeBrowser);
 
-// What is drawn and touched reaches beyond the box that is laid out, in points above and below.
-const reach = { switch: [6.5, 6.5], button: [5, 1.5] };
+// What is touched reaches beyond the box that is laid out, in points above and below.
+const reach = { switch: [6.5, 6.5], link: [5, 1.5] };
 
 // The boxes of all views, within the root, and how wide each would be in one line.
 function measure(page) {
@@ -22,16 +22,16 @@ function measure(page) {
       Object.assign(element.style, { width: "max-content", minWidth: 0, maxWidth: "none" });
       const natural = boxOf(element).width;
       Object.assign(element.style, { width: "", minWidth: "", maxWidth: "" });
-      return { left: left - root.left, top: top - root.top, width, height, natural };
+      const kind = element.matches(".switch") ? "switch"
+        : element.matches(".leaves") ? "link" : "";
+      return { left: left - root.left, top: top - root.top, width, height, natural, kind };
     });
   });
 }
 
-function laidOut(views, measured) {
-  return measured.map((box, i) => {
-    const [above, below] = reach[views[i].type] ?? [0, 0];
-    return { ...box, top: box.top + above, height: box.height - above - below };
-  });
+function laidOut(box) {
+  const [above, below] = reach[box.kind] ?? [0, 0];
+  return { ...box, top: box.top + above, height: box.height - above - below };
 }
 
 // Nothing gets wider than its column: a text that is held at its beginning alone wraps there, and a
@@ -48,7 +48,7 @@ function fitsInto(boxes, views, i) {
 
 async function compare(page, address) {
   const views = await (await fetch(`${address}/constraints`)).json();
-  const boxes = laidOut(views, await measure(page));
+  const boxes = (await measure(page)).map(laidOut);
   assert.equal(boxes.length, views.length);
   const sizes = boxes.map(({ natural, height }, i) =>
     views[i].type === "label" || views[i].type === "button" ? { width: natural, height }
@@ -79,4 +79,20 @@ test("random category centers lie as their constraints say", async (t) => {
     }
   }
   assert.ok(compared > 500, `${compared} boxes`);
+});
+
+// What leads from screen to screen: purposes, vendors, one of them opened.
+const ways = [{ name: "Details" }, { name: "Partners", exact: true }, { name: "Details AdQuarry" }];
+
+test("the IAB center's screens lie as their constraints say", async (t) => {
+  for (const width of [320, 390, 768]) {
+    const address = await serve(t, iabSample, "en", vendorList);
+    const page = await open(t, address, { width });
+    await compare(page, address);
+    for (const way of ways) {
+      await tap(page, page.getByRole("button", way).first());
+      await compare(page, address);
+    }
+    await page.context().close();
+  }
 });

@@ -42,8 +42,9 @@ std::string text(const std::optional<Font>& font, const std::optional<Colour>& t
     return text;
 }
 
+// The look draws the line over the view, whose layout it leaves alone.
 std::string border(const View::Border& border) {
-    return declaration("border", points(border.width) + " solid " +
+    return declaration("--line", points(border.width) + " solid " +
                                      (border.colour ? colour(*border.colour) : "var(--hairline)")) +
            declaration("border-radius", points(border.cornerRadius));
 }
