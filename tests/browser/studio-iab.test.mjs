@@ -22,7 +22,6 @@ const accept = (page) => page.getByRole("button", { name: "Accept all" }).click(
 test("what was chosen stands in the panel, by name", async (t) => {
   const page = await openPanel(t);
   await panel(page).getByText("No TC string is stored.").waitFor();
-  assert.equal(await page.getByRole("button", { name: "Open privacy center" }).count(), 0);
 
   await accept(page);
   const vendors = panel(page).getByText("39 with consent, 39 with legitimate interest, of 39");
