@@ -3,6 +3,7 @@
 // read again.
 
 #include <variant>
+#include <vector>
 
 #include "fuzz/Input.h"
 #include "tools/recording/World.h"
@@ -34,11 +35,10 @@ void askForLists() {
     }
 }
 
-// Copies, as a touch may change the tree or replace it.
+// A touch may change the tree or replace it, so the list is a copy.
 void touchAll(View& view) {
     gridPlan(view, 375);
-    const auto subviews = view.subviews();
-    for (const auto& each : subviews) {
+    for (const auto& each : std::vector(view.subviews())) {
         touchAll(*each);
         touch(*each);
     }
