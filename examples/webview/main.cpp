@@ -1,8 +1,9 @@
-// webview DIRECTORY: a window with the category privacy center. DIRECTORY has the application's
-// privacy.json, and keeps its choices.
+// webview DIRECTORY: a window with the privacy center. DIRECTORY has the application's
+// privacy.json, and keeps its choices. With a vendor-list.json in it too, the center is the IAB's.
 
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <string>
 
 #include <webkit2/webkit2.h>
@@ -12,8 +13,10 @@
 #include "vxprivacy/hosts/web/Addresses.h"
 #include "vxprivacy/hosts/web/StaticFiles.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/platform/ui/Application.h"
 #include "vxprivacy/services/core/Services.h"
+#include "vxprivacy/services/iab/TCFLibrary.h"
 
 namespace {
 
@@ -25,10 +28,11 @@ class DesktopApplication : public vx::Application {
     }
 };
 
-vx::Platform withApplication(vx::Platform platform, vx::Application& application) {
-    platform.application = &application;
-    return platform;
-}
+// The window goes with the center that closes itself.
+class Closing : public vx::ViewControllerDelegate {
+    void viewControllerDismissed(vx::ViewController&, bool) override { gtk_main_quit(); }
+    void viewControllerPopped(vx::ViewController&, bool) override { gtk_main_quit(); }
+};
 
 struct File {
     std::string content;
@@ -89,6 +93,31 @@ gboolean poll(gpointer services) {
     return G_SOURCE_CONTINUE;
 }
 
+void askByCategories() {
+    vx::VXPrivacyCenterViewController center;
+    center.view()->setSize(390, 844);
+    center.viewDidLoad();
+    vx::web::WebSurface surface(center.view());
+    show(surface);
+    gtk_main();
+    center.viewWillDisappear(false); // saves
+}
+
+void askByVendors() {
+    vx::ViewController home; // the application's own screen
+    Closing application;
+    vx::VXIABPrivacyCenterViewController center;
+    center.setDelegate(&application);
+    home.presentViewController(center); // or navigation.pushViewController(center)
+    center.view()->setSize(390, 844);
+    center.viewDidLoad();
+    vx::web::WebSurface surface(center.view());
+    surface.whenLaidOut([&] { center.viewDidAppear(true); });
+    show(surface);
+    gtk_main();
+    center.viewWillDisappear(true); // saves
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
@@ -98,17 +127,16 @@ int main(int count, char** arguments) {
         return 2;
     }
     const std::filesystem::path directory = arguments[1];
+    const bool iabMode = std::filesystem::exists(directory / "vendor-list.json");
     vx::services::Services services({.store = directory / "choices.sqlite", .packaged = directory});
     DesktopApplication application;
-    vx::Runtime runtime(withApplication(services.platform(), application));
+    vx::Platform platform = services.platform();
+    platform.application = &application;
+    std::optional<vx::services::TCFLibrary> iab;
+    if (iabMode)
+        platform.iab = &iab.emplace(platform.store, platform.logger);
+    vx::Runtime runtime(platform);
     vx::VXMobilePrivacy::sharedInstance().setSiteID(12, 5);
     g_timeout_add(100, poll, &services);
-
-    vx::VXPrivacyCenterViewController center;
-    center.view()->setSize(390, 844);
-    center.viewDidLoad();
-    vx::web::WebSurface surface(center.view());
-    show(surface);
-    gtk_main();
-    center.viewWillDisappear(false); // saves
+    iabMode ? askByVendors() : askByCategories();
 }
