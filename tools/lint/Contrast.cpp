@@ -47,7 +47,7 @@ std::string hexadecimal(const Colour& colour) {
 }
 
 double contrast(const Colour& one, const Colour& other) {
-    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 
