@@ -93,6 +93,16 @@ std::shared_ptr<Label> ContentView::stackTitle(std::string_view textPath, const 
     return title;
 }
 
+std::shared_ptr<Button> ContentView::addBarButton(std::string_view textPath, std::string_view name,
+                                                  View& bar, std::function<void()> action) {
+    auto button = std::make_shared<Button>();
+    button->setTitle(viewController()->getTranslation(textPath).value_or(""));
+    button->addTouchUpInside(std::move(action));
+    bar.addSubview(button);
+    enter(name, button);
+    return button;
+}
+
 void ContentView::customise(Button& button) const {
     const Colour* configured = colour("button_fontcolor");
     button.setTitleColor(configured ? *configured : kLinkColour);

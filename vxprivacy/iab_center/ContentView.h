@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -80,6 +81,9 @@ protected:
                                       const std::string& name);
     /// Adds the heading of the screen.
     std::shared_ptr<Label> stackTitle(std::string_view textPath, const std::string& name);
+    /// A button of the bar `bar`, with a name; without a text where there is none.
+    std::shared_ptr<Button> addBarButton(std::string_view textPath, std::string_view name,
+                                         View& bar, std::function<void()> action);
     /// Gives a button of a bar its colours and font.
     void customise(Button& button) const;
     /// Stacks what `UIObjects` names.

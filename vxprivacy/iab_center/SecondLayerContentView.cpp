@@ -16,26 +16,15 @@ void SecondLayerContentView::createButtons() {
                         {"secondLayerButton-RefuseAll", "refuseAll"});
     barFormat_ = bar.format();
     if (bar.hasAcceptAll())
-        acceptAllBtn_ = createBarButton("generic/acceptAllButton", "acceptAll",
-                                        &SecondLayerContentView::actionAcceptAll);
+        acceptAllBtn_ = addBarButton("generic/acceptAllButton", "acceptAll", *btnContainer_,
+                                     [this] { actionAcceptAll(); });
     if (bar.hasRefuseAll())
-        refuseAllBtn_ = createBarButton("generic/refuseAllButton", "refuseAll",
-                                        &SecondLayerContentView::actionRefuseAll);
-    saveExitBtn_ = createBarButton("generic/saveButton", "saveExitBtn",
-                                   &SecondLayerContentView::actionSaveExit);
+        refuseAllBtn_ = addBarButton("generic/refuseAllButton", "refuseAll", *btnContainer_,
+                                     [this] { actionRefuseAll(); });
+    saveExitBtn_ = addBarButton("generic/saveButton", "saveExitBtn", *btnContainer_,
+                                [this] { actionSaveExit(); });
     containerView()->addSubview(btnContainer_);
     enter("btnContainer", btnContainer_);
-}
-
-std::shared_ptr<Button>
-SecondLayerContentView::createBarButton(std::string_view textPath, std::string_view name,
-                                        void (SecondLayerContentView::*action)()) {
-    auto button = std::make_shared<Button>();
-    button->setTitle(viewController()->getTranslation(textPath).value_or(""));
-    button->addTouchUpInside([this, action] { (this->*action)(); });
-    btnContainer_->addSubview(button);
-    enter(name, button);
-    return button;
 }
 
 std::shared_ptr<Button>

@@ -42,9 +42,6 @@ protected:
                                 std::string_view prefix);
 
 private:
-    std::shared_ptr<Button> createBarButton(std::string_view textPath, std::string_view name,
-                                            void (SecondLayerContentView::*action)());
-
     std::shared_ptr<View> btnContainer_;
     std::shared_ptr<Button> saveExitBtn_;
     std::shared_ptr<Button> acceptAllBtn_;

@@ -102,29 +102,18 @@ void VXPopUpContentView::createButtons() {
                         {"firstLayerButton-RefuseAll", "refuseAll"});
     barFormat_ = bar.format();
     if (bar.hasAcceptAll())
-        acceptAllBtn_ = createButton("generic/acceptAllButton", "acceptAll",
-                                     &VXPopUpContentView::actionAcceptAll);
+        acceptAllBtn_ = addBarButton("generic/acceptAllButton", "acceptAll", *btnContainer_,
+                                     [this] { actionAcceptAll(); });
     if (bar.hasRefuseAll())
-        refuseAllBtn_ = createButton("generic/refuseAllButton", "refuseAll",
-                                     &VXPopUpContentView::actionRefuseAll);
+        refuseAllBtn_ = addBarButton("generic/refuseAllButton", "refuseAll", *btnContainer_,
+                                     [this] { actionRefuseAll(); });
     for (const auto& button : {acceptAllBtn_, refuseAllBtn_})
         if (button)
             button->setEnabled(false);
-    displayDetailsBtn_ = createButton("generic/detailButton", "displayDetails",
-                                      &VXPopUpContentView::actionDisplayDetails);
+    displayDetailsBtn_ = addBarButton("generic/detailButton", "displayDetails", *btnContainer_,
+                                      [this] { actionDisplayDetails(); });
     containerView()->addSubview(btnContainer_);
     enter("btnContainer", btnContainer_);
-}
-
-std::shared_ptr<Button> VXPopUpContentView::createButton(std::string_view textPath,
-                                                         std::string_view name,
-                                                         void (VXPopUpContentView::*action)()) {
-    auto button = std::make_shared<Button>();
-    button->setTitle(viewController()->getTranslation(textPath).value_or(""));
-    button->addTouchUpInside([this, action] { (this->*action)(); });
-    btnContainer_->addSubview(button);
-    enter(name, button);
-    return button;
 }
 
 void VXPopUpContentView::customiseButtons() {

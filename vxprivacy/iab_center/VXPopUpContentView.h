@@ -47,8 +47,6 @@ private:
     void linkPartners(Label& label);
     void createExplanation();
     void createButtons();
-    std::shared_ptr<Button> createButton(std::string_view textPath, std::string_view name,
-                                         void (VXPopUpContentView::*action)());
     void customiseButtons();
     void enableButtons();
 
