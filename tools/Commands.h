@@ -8,6 +8,8 @@ namespace vx::tools {
 
 /// Exit status of a command that cannot use what it was given.
 inline constexpr int kUnusableInput = 2;
+/// Exit status of a command whose standard output takes no more.
+inline constexpr int kUnwritableOutput = 3;
 
 // Each adds one subcommand. A command that fails reports it on standard error and throws
 // `CLI::RuntimeError` with its exit status.

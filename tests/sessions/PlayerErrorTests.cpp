@@ -35,18 +35,25 @@ void expectError(const std::string& line, const std::string& why) {
         play("# comment\n\n{\"do\":\"store\"}\r\n \t\n#\n" + line + "\n{\"do\":\"store\"}\n");
     EXPECT_FALSE(outcome.allRan);
     EXPECT_EQ(outcome.lines, (std::vector<Json>{{{"step", 1}, {"result", Json::object()}},
-                                                {{"step", 2}, {"error", why}}}));
+                                                {{"step", 2}, {"error", "line 6: " + why}}}));
 }
 
 TEST(PlayerErrors, LinesThatAreNoStep) {
-    for (const char* line :
-         {"{", "{\"do\":\"store\"", "store", "{\"do\":\"store\"} {}", " # comment",
-          "{\"do\":\"store\",}", "{\"do\":\"set\",\"vendorListVersion\":1e999}",
-          "{\"do\":\"\xff\"}", "{\"do\":\"\\ud800\"}", "{\"do\":'store'}"})
-        expectError(line, "not valid JSON");
+    const std::vector<std::pair<std::string, int>> columns = {{"{", 2},
+                                                              {"{\"do\":\"store\"", 14},
+                                                              {"store", 1},
+                                                              {"{\"do\":\"store\"} {}", 16},
+                                                              {" # comment", 2},
+                                                              {"{\"do\":\"store\",}", 15},
+                                                              {"{\"do\":\"\xff\"}", 8},
+                                                              {"{\"do\":\"\\ud800\"}", 14},
+                                                              {"{\"do\":'store'}", 7}};
+    for (const auto& [line, column] : columns)
+        expectError(line, "not valid JSON at column " + std::to_string(column));
+    expectError(R"({"do":"set","vendorListVersion":1e999})", "not valid JSON");
     for (const char* line : {"[]", "null", "\"store\"", "1"})
         expectError(line, "not a JSON object");
-    expectError(std::string(100000, '['), "not valid JSON");
+    expectError(std::string(100000, '['), "not valid JSON at column 100001");
     expectError(std::string(100000, '[') + std::string(100000, ']'), "not a JSON object");
 }
 
@@ -121,6 +128,15 @@ TEST(PlayerErrors, ArgumentsThatAreMissingOrOfAnotherType) {
         {R"({"do":"change","old":""})", "change lacks new" + text}};
     for (const auto& [line, why] : cases)
         expectError(line, why);
+}
+
+TEST(PlayerErrors, ArgumentsThatNobodyKnows) {
+    expectError(R"({"do":"store","":1})", "store has no argument ");
+    expectError(R"({"do":"tap","name":"a","nmae":"b"})", "tap has no argument nmae");
+    expectError(R"({"do":"setSiteID","siteID":1,"siteID privacyID":2,"privacyID":5})",
+                "setSiteID has no argument siteID privacyID");
+    expectError(R"({"do":"ask","what":"isConsentAlreadyGiven","id":1})",
+                "ask has no argument id");
 }
 
 TEST(PlayerErrors, TheLimitsOfAnInteger) {

@@ -1,6 +1,10 @@
+#include <algorithm>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -14,24 +18,40 @@ namespace vx::tools {
 namespace {
 
 struct Arguments {
-    std::string file = "-";
+    std::vector<std::string> files{"-"};
     bool json = false;
 };
 
-void lintFile(const Arguments& arguments) {
-    system::Input input(arguments.file);
+// Nothing when the file cannot be read, which it has said then.
+std::optional<std::vector<lint::Finding>> findingsIn(system::Input& input) {
     const auto text = input.read(lint::kLargestDocument);
-    if (!text) {
-        std::cerr << "vxprivacy lint: cannot read " << input.title() << '\n';
-        throw CLI::RuntimeError(kUnusableInput);
+    if (text)
+        return lint::lint(*text);
+    std::cerr << "vxprivacy lint: cannot read " << input.title() << '\n';
+    return {};
+}
+
+void lintFiles(const Arguments& arguments) {
+    int status = 0;
+    nlohmann::ordered_json all = nlohmann::ordered_json::array();
+    for (const std::string& file : arguments.files) {
+        system::Input input(file);
+        const auto findings = findingsIn(input);
+        status = std::max(status, findings ? int{!findings->empty()} : kUnusableInput);
+        if (!findings)
+            continue;
+        if (!arguments.json)
+            lint::print(*findings, input.title(), std::cout);
+        else
+            for (auto& finding : lint::asJSON(*findings)) {
+                finding["file"] = input.title();
+                all.push_back(std::move(finding));
+            }
     }
-    const auto findings = lint::lint(*text);
     if (arguments.json)
-        std::cout << lint::asJSON(findings).dump(2) << '\n';
-    else
-        lint::print(findings, input.title(), std::cout);
-    if (!findings.empty())
-        throw CLI::RuntimeError(1);
+        std::cout << all.dump(2) << '\n';
+    if (status != 0)
+        throw CLI::RuntimeError(status);
 }
 
 } // namespace
@@ -40,14 +60,14 @@ void addLint(CLI::App& app) {
     CLI::App* command =
         app.add_subcommand("lint", "Check a privacy configuration before it is published");
     auto arguments = std::make_shared<Arguments>();
-    command->add_option("FILE", arguments->file, "The document; \"-\": standard input")
+    command->add_option("FILE", arguments->files, "The documents; \"-\": standard input")
         ->capture_default_str();
     command->add_flag("--json", arguments->json, "Print the findings as a JSON array");
     command->footer(
         "Each finding says where it is, what users see because of it and how to mend "
         "it.\nThe exit status is 0 when there is nothing to mend, 1 when there is, and 2 "
-        "when the file cannot be read.");
-    command->callback([arguments] { lintFile(*arguments); });
+        "when a file cannot be read.");
+    command->callback([arguments] { lintFiles(*arguments); });
 }
 
 } // namespace vx::tools

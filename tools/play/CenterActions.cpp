@@ -185,9 +185,15 @@ void model(Session& session, const Step&) {
 }
 
 constexpr Action kCenterActions[] = {
-    {"present", present}, {"dismiss", dismiss}, {"tap", tap},
-    {"tapText", tapText}, {"measure", measure}, {"scroll", scroll},
-    {"screen", screen},   {"model", model},     {"showVendorDetail", showVendorDetail},
+    {"present", "center first how", present},
+    {"dismiss", "", dismiss},
+    {"tap", "name", tap},
+    {"tapText", "name index", tapText},
+    {"measure", "frameHeight contentHeight", measure},
+    {"scroll", "y frameHeight contentHeight", scroll},
+    {"screen", "", screen},
+    {"model", "", model},
+    {"showVendorDetail", "id", showVendorDetail},
 };
 
 } // namespace

@@ -82,10 +82,10 @@ void change(Session& session, const Step& step) {
 }
 
 constexpr Action kDocumentQuestions[] = {
-    {"configuration", configuration},
-    {"text", text},
-    {"colour", colour},
-    {"change", change},
+    {"configuration", "document", configuration},
+    {"text", "document key suffix", text},
+    {"colour", "text", colour},
+    {"change", "old new", change},
 };
 
 } // namespace

@@ -28,18 +28,18 @@ Player::Player(std::ostream& output)
 
 bool Player::run(std::istream& input) {
     std::string line;
-    while (std::getline(input, line)) {
+    for (int number = 1; output_ && std::getline(input, line); ++number) {
         if (!isStep(line))
             continue;
         ++step_;
         try {
             runLine(line);
         } catch (const StepError& error) {
-            print({{"error", error.what()}});
+            print({{"error", "line " + std::to_string(number) + ": " + error.what()}});
             return false;
         }
     }
-    return true;
+    return static_cast<bool>(output_);
 }
 
 void Player::runLine(const std::string& line) {

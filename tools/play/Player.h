@@ -15,8 +15,8 @@ public:
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
 
-    /// Runs all of `input`. False when a step could not be run: the last line printed says why, and
-    /// the steps after it were not run.
+    /// Runs all of `input`. False when a step could not be run, in which case the last line printed
+    /// says why, or when the output takes no more: the steps after it were not run.
     bool run(std::istream& input);
 
 private:

@@ -27,15 +27,15 @@ void askOne(Session& session, const Step& step) {
 }
 
 constexpr Action kAskable[] = {
-    {"isConsentAlreadyGiven", ask<&VXPrivacyAPI::isConsentAlreadyGiven>},
-    {"shouldDisplayPrivacyCenter", ask<&VXPrivacyAPI::shouldDisplayPrivacyCenter>},
-    {"getLastTimeConsentWasSaved", ask<&VXPrivacyAPI::getLastTimeConsentWasSaved>},
-    {"isCategoryAccepted", askOne<&VXPrivacyAPI::isCategoryAccepted>},
-    {"isVendorAccepted", askOne<&VXPrivacyAPI::isVendorAccepted>},
-    {"getAcceptedCategories", ask<&VXPrivacyAPI::getAcceptedCategories>},
-    {"getAcceptedVendors", ask<&VXPrivacyAPI::getAcceptedVendors>},
-    {"getAcceptedFeatures", ask<&VXPrivacyAPI::getAcceptedFeatures>},
-    {"getAllAcceptedConsent", ask<&VXPrivacyAPI::getAllAcceptedConsent>},
+    {"isConsentAlreadyGiven", "what", ask<&VXPrivacyAPI::isConsentAlreadyGiven>},
+    {"shouldDisplayPrivacyCenter", "what", ask<&VXPrivacyAPI::shouldDisplayPrivacyCenter>},
+    {"getLastTimeConsentWasSaved", "what", ask<&VXPrivacyAPI::getLastTimeConsentWasSaved>},
+    {"isCategoryAccepted", "what id", askOne<&VXPrivacyAPI::isCategoryAccepted>},
+    {"isVendorAccepted", "what id", askOne<&VXPrivacyAPI::isVendorAccepted>},
+    {"getAcceptedCategories", "what", ask<&VXPrivacyAPI::getAcceptedCategories>},
+    {"getAcceptedVendors", "what", ask<&VXPrivacyAPI::getAcceptedVendors>},
+    {"getAcceptedFeatures", "what", ask<&VXPrivacyAPI::getAcceptedFeatures>},
+    {"getAllAcceptedConsent", "what", ask<&VXPrivacyAPI::getAllAcceptedConsent>},
 };
 
 void askAPI(Session& session, const Step& step) {
@@ -98,9 +98,9 @@ void registrations(Session& session, const Step&) {
 }
 
 constexpr Action kQuestions[] = {
-    {"ask", askAPI},      {"engine", engine},
-    {"store", store},     {"registrations", registrations},
-    {"sdkData", sdkData}, {"restrictions", restrictions},
+    {"ask", "what id", askAPI}, {"engine", "", engine},
+    {"store", "", store},       {"registrations", "", registrations},
+    {"sdkData", "", sdkData},   {"restrictions", "", restrictions},
 };
 
 } // namespace

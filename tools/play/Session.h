@@ -85,7 +85,14 @@ private:
 /// What a step of this name does.
 struct Action {
     std::string_view name;
-    void (*run)(Session& session, const Step& step);
+    std::string_view arguments; ///< all that it knows, with a space between them
+    void (*perform)(Session& session, const Step& step);
+
+    /// Throws a `StepError`, having done nothing, when the step has an argument not known.
+    void run(Session& session, const Step& step) const {
+        step.refuseOthersThan(arguments);
+        perform(session, step);
+    }
 };
 
 /// Changes of the world around the module.

@@ -2,21 +2,47 @@
 
 #include "tools/play/Step.h"
 
+#include <algorithm>
 #include <limits>
+#include <ranges>
 #include <utility>
 
 namespace vx::tools::play {
 
+namespace {
+
+// A number out of range, the other reason not to be JSON, has no place.
+std::string placeOf(const nlohmann::json::exception& error) {
+    const auto* parsing = dynamic_cast<const nlohmann::json::parse_error*>(&error);
+    return parsing ? " at column " + std::to_string(parsing->byte) : "";
+}
+
+bool isWordOf(std::string_view words, std::string_view word) {
+    return std::ranges::any_of(std::views::split(words, ' '), [word](const auto& candidate) {
+        return std::ranges::equal(candidate, word);
+    });
+}
+
+} // namespace
+
 Step Step::parse(const std::string& line) {
     Step step;
-    step.object_ = Json::parse(line, nullptr, false);
-    if (step.object_.is_discarded())
-        throw StepError("not valid JSON");
+    try {
+        step.object_ = Json::parse(line);
+    } catch (const Json::exception& error) {
+        throw StepError("not valid JSON" + placeOf(error));
+    }
     if (!step.object_.is_object())
         throw StepError("not a JSON object");
     step.name_ = "the step";
     step.name_ = step.text("do");
     return step;
+}
+
+void Step::refuseOthersThan(std::string_view known) const {
+    for (const auto& argument : object_.items())
+        if (argument.key() != "do" && !isWordOf(known, argument.key()))
+            throw StepError(name_ + " has no argument " + argument.key());
 }
 
 const Step::Json& Step::argument(std::string_view key) const {

@@ -25,11 +25,15 @@ class Step {
 public:
     using Dictionary = OrderedDictionary<std::string>;
 
-    /// Throws a `StepError` when `line` is no JSON object with a text under "do".
+    /// Throws a `StepError` when `line` is no JSON object with a text under "do"; it names the
+    /// column, counted in bytes from 1, where the line stops being JSON.
     static Step parse(const std::string& line);
 
     const std::string& name() const { return name_; }
     bool has(std::string_view key) const { return object_.contains(key); }
+    /// Throws a `StepError` when there is an argument that is none of `known`, words with a space
+    /// between them.
+    void refuseOthersThan(std::string_view known) const;
 
     std::string text(std::string_view key) const;
     /// A text or null; must be there all the same.

@@ -50,8 +50,13 @@ void relaunch(Session& session, const Step&) {
 }
 
 constexpr Action kWorldActions[] = {
-    {"world", world},     {"clock", clock},       {"write", write},
-    {"install", install}, {"relaunch", relaunch},
+    {"world",
+     "now store files iab createdDate sdk sdkData coreVariables predefinedVariables width height",
+     world},
+    {"clock", "now", clock},
+    {"write", "key value", write},
+    {"install", "name text", install},
+    {"relaunch", "", relaunch},
 };
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <iostream>
 
+#include <unistd.h>
+
 #include "tools/system/Files.h"
 
 namespace vx::tools::system {
@@ -20,6 +22,8 @@ Input::Input(const std::string& name)
       stream_(name == "-" ? standardInput() : file_) {
     if (name != "-")
         file_.open(name, std::ios::binary);
+    else if (::isatty(STDIN_FILENO) == 1)
+        std::cerr << "Reading standard input; Ctrl-D ends it.\n";
 }
 
 std::optional<std::string> Input::read(std::size_t most) {

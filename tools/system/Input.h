@@ -11,6 +11,7 @@ namespace vx::tools::system {
 /// What a command line names to be read: a file, or standard input where the name is "-".
 class Input {
 public:
+    /// Says on standard error that it waits, where standard input is a terminal.
     explicit Input(const std::string& name);
 
     /// For messages: the file's name or "standard input".

@@ -81,12 +81,18 @@ void encode(const Arguments& arguments) {
     std::cout << services::tcf::encode(std::get<TCModel>(model)) << '\n';
 }
 
+// The options of decoding, which is also what `command` does where none of its own is named.
+std::shared_ptr<Arguments> addDecodeOptions(CLI::App& command) {
+    auto arguments = std::make_shared<Arguments>();
+    command.add_option("STRING", arguments->input, "The TC string; \"-\": on standard input");
+    command.add_flag("--json", arguments->json, "Print it as JSON, which encode takes");
+    return arguments;
+}
+
 void addDecode(CLI::App& app) {
     CLI::App* command = app.add_subcommand("decode", "Print what a TC string says");
-    auto arguments = std::make_shared<Arguments>();
-    command->add_option("STRING", arguments->input, "The TC string; \"-\": on standard input")
-        ->required();
-    command->add_flag("--json", arguments->json, "Print it as JSON, which encode takes");
+    const auto arguments = addDecodeOptions(*command);
+    command->get_option("STRING")->required();
     command->callback([arguments] { decode(*arguments); });
 }
 
@@ -103,9 +109,17 @@ void addEncode(CLI::App& app) {
 void addTC(CLI::App& app) {
     CLI::App* command =
         app.add_subcommand("tc", "Read and write the IAB's TC strings, version 2 of the framework");
-    command->require_subcommand(1);
+    command->require_subcommand(0, 1);
     addDecode(*command);
     addEncode(*command);
+    const auto arguments = addDecodeOptions(*command);
+    command->callback([command, arguments] {
+        if (!command->get_subcommands().empty())
+            return;
+        if (arguments->input.empty())
+            throw CLI::RequiredError("STRING, decode or encode");
+        decode(*arguments);
+    });
     command->footer("The exit status is 0 when it was done, 1 when the string or the document is "
                     "not well-formed, and 2 when the input cannot be read.");
 }
