@@ -19,6 +19,11 @@ async function openPanel(t, options) {
 
 const accept = (page) => page.getByRole("button", { name: "Accept all" }).click();
 
+const publish = async (page, launch) => {
+  await page.getByRole("button", { name: "Publish and relaunch" }).click();
+  await page.getByText(`Running, launch ${launch}`).waitFor();
+};
+
 test("what was chosen stands in the panel, by name", async (t) => {
   const page = await openPanel(t);
   await panel(page).getByText("No TC string is stored.").waitFor();
@@ -46,14 +51,93 @@ test("vendors are named with one tick, and bring their purposes along", async (t
   await page.getByRole("tab", { name: /^Configuration/ }).click();
   await page.getByText("Nothing to mend").waitFor();
   await page.getByLabel("Name the list\u2019s vendors").check();
-  await page.getByRole("button", { name: "Publish and relaunch" }).click();
-  await page.getByText("Running, launch 2").waitFor();
+  await publish(page, 2);
   await page.locator("#timeline").getByText(/downloaded, version 2/).waitFor({ state: "attached" });
   await accept(page);
   await tab(page).click();
   await row(page, "1 Keep and read information on this device yes no").waitFor();
   await row(page, "10 Improve products yes yes").waitFor();
   await row(page, "1 Use your exact location yes").waitFor();
+  assert.deepEqual(page.failures, []);
+});
+
+test("vendors are named one by one, and taken back", async (t) => {
+  const page = await openPanel(t);
+  await page.getByRole("tab", { name: /^Configuration/ }).click();
+  const vendor = page.getByLabel("Vendor to name");
+  for (const text of ["6 AdQuarry", "72"]) {
+    await vendor.fill(text);
+    await vendor.press("Enter");
+  }
+  await page.getByRole("button", { name: "Do not name 72 Kestrel DSP" }).waitFor();
+  assert.equal(JSON.parse(await page.locator("#editor").inputValue()).information.vendors, "6,72");
+  await page.getByRole("button", { name: "Do not name 6 AdQuarry" }).click();
+  await publish(page, 2);
+  await page.locator("#timeline").getByText(/downloaded, version 2/).waitFor({ state: "attached" });
+  await accept(page);
+  await tab(page).click();
+  await panel(page).getByText("1 with consent, 1 with legitimate interest, of 39").waitFor();
+  assert.deepEqual(page.failures, []);
+});
+
+const changes = (page) => panel(page).getByRole("region", { name: "Changed by the last save" });
+
+test("the panel says what a save changed", async (t) => {
+  const page = await openPanel(t);
+  await accept(page);
+  await panel(page).getByText("39 with consent").waitFor();
+  assert.equal(await changes(page).count(), 0); // there is none before it
+  await page.getByLabel("Publisher TC segment").click();
+  await page.getByLabel("Language").selectOption({ label: "German (Deutsch)" });
+  await page.locator("#timeline").getByText(/purposes-de was downloaded/).waitFor({ state: "attached" });
+  await page.getByLabel("First screen").selectOption("Purposes");
+  await page.getByRole("button", { name: "Open privacy center" }).click();
+  const center = page.frameLocator("#center iframe");
+  await center.getByRole("switch", { name: /^Werbung messen/ }).click();
+  await center.getByRole("button", { name: "Auswahl speichern" }).click();
+  await changes(page).waitFor();
+  const shown = (await changes(page).getByRole("listitem").allInnerTexts()).map((text) => text.split("\n")[0]);
+  assert.deepEqual(shown.filter((text) => !text.startsWith("+")), ["Purposes, consent",
+    "Purposes, legitimate interest", "Publisher\u2019s purposes, consent",
+    "Publisher\u2019s purposes, legitimate interest", "Last updated", "Consent language",
+    "Publisher country", "Publisher TC segment"]);
+  await changes(page).getByText("+ 7 Measure advertisements").nth(3).waitFor();
+  await changes(page).getByText("EN \u2192 DE").nth(1).waitFor();
+
+  await page.getByRole("button", { name: "Refuse all" }).click();
+  await changes(page).getByText("\u2212 6 AdQuarry").nth(1).waitFor();
+  await changes(page).getByText("\u2212 27 more").first().click();
+  await changes(page).getByText('\u2212 767 <Angle> & "Quote" Media').first().waitFor();
+  assert.deepEqual(page.failures, []);
+});
+
+test("restrictions are written by name, ship, and stand in the next string", async (t) => {
+  const page = await openPanel(t);
+  const restrictions = page.getByRole("tabpanel", { name: "Restrictions" });
+  await page.getByRole("tab", { name: "Restrictions" }).click();
+  await restrictions.getByText("The application ships none.").waitFor();
+  for (const [purpose, vendor, type] of [["2", "6 AdQuarry", "not allowed"], ["7", "4000", "consent required"]]) {
+    await restrictions.getByLabel("Purpose").selectOption(purpose);
+    await restrictions.getByLabel("Vendor").fill(vendor);
+    await restrictions.getByRole("combobox", { name: "Type" }).selectOption(type);
+    await restrictions.getByRole("button", { name: "Add", exact: true }).click();
+  }
+  await restrictions.getByText("7 Measure advertisements: consent required for 4000 (not in the vendor list)").waitFor();
+  const text = restrictions.getByLabel("VXIABPublisherRestrictions.json");
+  await text.fill((await text.inputValue()).replace('"4000": 1', '"4000": 1, "6": 9'));
+  await restrictions.getByText("no type is 9 for 6 AdQuarry").waitFor();
+  await restrictions.getByRole("button", { name: /^Remove 7 .* 6 AdQuarry$/ }).click();
+  await text.fill(`${await text.inputValue()}]`);
+  assert.equal(await restrictions.getByRole("button", { name: "Ship and relaunch" }).isDisabled(), true);
+  await text.fill((await text.inputValue()).slice(0, -1));
+  await restrictions.getByRole("button", { name: "Ship and relaunch" }).click();
+  await restrictions.getByText("This ships with the application").waitFor();
+  await accept(page);
+  await tab(page).click();
+  await panel(page).getByText("2 Choose advertisements by what you see: not allowed for 1 vendor").waitFor();
+  await page.reload();
+  await page.getByRole("tab", { name: "Restrictions" }).click();
+  await restrictions.getByRole("listitem").nth(1).waitFor();
   assert.deepEqual(page.failures, []);
 });
 
@@ -123,6 +207,11 @@ for (const options of [{ width: 1280, height: 800 }, { width: 390, height: 844, 
     await panel(page).getByText("39 with consent").click();
     await row(page, "6 AdQuarry yes yes").waitFor();
     await expectSound(page, options.width);
-    await tab(page).press("ArrowRight"); // around to the first, past no hidden one
+    await tab(page).press("ArrowRight");
+    await page.getByLabel("Vendor", { exact: true }).fill("6");
+    await page.getByRole("button", { name: "Add", exact: true }).click();
+    await page.getByRole("button", { name: /^Remove/ }).waitFor();
+    await expectSound(page, options.width);
+    await page.getByRole("tab", { name: "Restrictions" }).press("ArrowRight"); // around to the first
     await page.getByRole("tab", { name: "Timeline", selected: true }).waitFor();
   });

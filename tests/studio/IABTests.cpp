@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/studio/CenterPage.h"
-#include "tools/studio/application/IABState.h"
+#include "tools/studio/application/TCStringView.h"
 #include "tools/studio/world/ServedVendorList.h"
 
 namespace vx::tests {
@@ -67,6 +67,70 @@ TEST(StudioIAB, NamedVendorsBringTheirPurposesAlong) {
     EXPECT_EQ(accepted.core["PurposesConsent"], Json::array({1, 2, 3, 4, 7}));
     EXPECT_EQ(accepted.core["PurposesLITransparency"], Json::array({7, 8, 9}));
     EXPECT_EQ(accepted.core["SpecialFeatureOptIns"], Json::array({1}));
+}
+
+TEST(StudioIAB, ALanguageIsSetAndEnglishIsANewLaunch) {
+    StudioProcess studio({"--iab"});
+    EXPECT_EQ(studio.get("state")["session"]["vendorList"]["languages"], Json::array({"de", "fr"}));
+    const std::uint64_t before = studio.now();
+    const auto codeAfter = [&](const char* action, const char* body = "") {
+        return studio.post(action, body)["application"]["engine"]["languageCode"];
+    };
+    EXPECT_EQ(codeAfter("language", R"({"code": "de"})"), "de");
+    EXPECT_FALSE(studio.await("log", "purposes-de was downloaded", before).is_null());
+    studio.post("center/open", R"({"first": 1})");
+    EXPECT_NE(CenterPage(studio).text.find("Werbung messen"), std::string::npos);
+    EXPECT_EQ(codeAfter("relaunch"), "de");
+    EXPECT_EQ(studio.get("state")["process"]["launches"], 2);
+    EXPECT_TRUE(codeAfter("language", R"({"code": "en"})").is_null());
+    EXPECT_EQ(studio.get("state")["process"]["launches"], 3);
+    for (const char* unusable : {R"({"code": "xx"})", R"({"code": 7})", "de"})
+        EXPECT_TRUE(studio.post("language", unusable).contains("error")) << unusable;
+    EXPECT_EQ(studio.get("state")["code"]["language"], "en");
+}
+
+TEST(StudioIAB, RestrictionsShipWithTheApplication) {
+    StudioProcess studio({"--iab"});
+    ASSERT_FALSE(studio.await("log", "vendor-list was downloaded").is_null());
+    const std::string document =
+        R"({"version":1,"publisher":{"restrictions":{"2":{"6":0},"7":{"16":2}}}})";
+    studio.post("restrictions", document);
+    EXPECT_EQ(studio.get("restrictions"), Json::parse(document));
+    for (const char* again : {"hit", "kill"}) {
+        SCOPED_TRACE(again);
+        studio.post(again);
+        EXPECT_EQ(Stored(studio.post("accept")).core["PubRestrictions"],
+                  Json::parse(R"([{"PurposeId":2,"RestrictionType":0,"Vendors":[6]},
+                                  {"PurposeId":7,"RestrictionType":2,"Vendors":[16]}])"));
+    }
+    for (const auto& [unusable, problem] :
+         {std::pair("{\n  oops }", "line 2, column 3"), std::pair("[]", "must be an object")}) {
+        const std::string error = studio.post("restrictions", unusable).value("error", "");
+        EXPECT_NE(error.find(problem), std::string::npos) << error;
+    }
+    EXPECT_EQ(studio.get("restrictions"), Json::parse(document));
+    studio.post("restrictions", " ");
+    EXPECT_EQ(Stored(studio.post("accept")).core["PubRestrictions"], Json::array());
+}
+
+TEST(StudioIAB, AStringIsShownBesideTheOneBefore) {
+    StudioProcess studio({"--iab"});
+    ASSERT_FALSE(studio.await("log", "vendor-list was downloaded").is_null());
+    const Json first = studio.post("accept")["application"]["tcString"];
+    EXPECT_TRUE(first["before"].is_null());
+    EXPECT_FALSE(first["model"].contains("PublisherTC"));
+    studio.post("publisher-tc", R"({"on": true})");
+    studio.post("relaunch");
+    studio.post("refuse");
+    for (const char* action : {"hit", "relaunch", "kill"}) {
+        SCOPED_TRACE(action);
+        const Json now = studio.post(action)["application"]["tcString"];
+        EXPECT_EQ(now["before"]["text"], first["text"]);
+        EXPECT_EQ(now["before"]["model"], first["model"]);
+        EXPECT_TRUE(now["model"].contains("PublisherTC"));
+    }
+    EXPECT_TRUE(studio.post("reset")["application"]["tcString"].is_null());
+    EXPECT_TRUE(studio.post("accept")["application"]["tcString"]["before"].is_null());
 }
 
 TEST(StudioIAB, EachModeIsAnInstallationOfItsOwn) {
@@ -174,11 +238,11 @@ TEST(StudioIAB, AFileThatIsNoVendorListSaysWhy) {
 }
 
 TEST(StudioIAB, AStringThatCannotBeReadSaysWhere) {
-    const Json state =
-        tools::studio::tcStringState(Json::array({Json::array({"IABTCF_TCString", "COvFyGB"})}));
+    tools::studio::TCStringView view("");
+    const Json state = view.state(Json::array({Json::array({"IABTCF_TCString", "COvFyGB"})}));
     EXPECT_EQ(state["text"], "COvFyGB");
     EXPECT_NE(state.value("problem", "").find("Core."), std::string::npos);
-    EXPECT_TRUE(tools::studio::tcStringState(Json::array()).is_null());
+    EXPECT_TRUE(view.state(Json::array()).is_null());
 }
 
 } // namespace vx::tests

@@ -29,11 +29,14 @@ void reportSent(const services::TagSDK::Hit& hit) {
 WatchedApplication::WatchedApplication(const Launch& launch, const system::WakeUp& wakeUp)
     : store_(launch.store), services_(settings(launch)), runtime_(doors(launch.mode)),
       sdk_(std::make_shared<services::TagSDK>(notifications_, reportSent)),
-      callbacks_(std::make_shared<ReportingCallbacks>(launch.cause)) {
+      callbacks_(std::make_shared<ReportingCallbacks>(launch.cause)),
+      tcString_(launch.tcStringBefore) {
     services_.setWakeUp([&wakeUp] { wakeUp.signal(); });
     VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
     engine.registerCallback(callbacks_);
     engine.setSiteID(launch.site, launch.privacy, sdk_);
+    if (launch.mode == Mode::IAB)
+        setUpIAB(launch);
 }
 
 Reply WatchedApplication::perform(const Command& command) {
@@ -46,13 +49,17 @@ Reply WatchedApplication::perform(const Command& command) {
         sendHit(command.argument.get<std::string>());
     else if (command.name == command::kMoveClock)
         moveClock(milliseconds(command.argument.get<std::int64_t>()));
+    else if (command.name == command::kPublisherTC)
+        engine.setGeneratePublisherTC(command.argument.get<bool>());
+    else if (command.name == command::kLanguage)
+        return setLanguage(command.argument.get<std::string>());
     else
         return performOnDisplay(command);
     return std::string();
 }
 
 void WatchedApplication::reportState() {
-    Json state = applicationState(*sdk_, *callbacks_, store_);
+    Json state = applicationState(*sdk_, *callbacks_, store_, tcString_);
     state["center"] = display_.state();
     if (state == lastState_)
         return;
@@ -64,6 +71,7 @@ services::Settings WatchedApplication::settings(const Launch& launch) {
     clock_.setOffset(launch.clockOffset);
     services::Settings settings;
     settings.store = store_;
+    settings.packaged = launch.packaged;
     settings.hosts.vendorList = launch.vendorListHost;
     if (!launch.host.empty())
         settings.hosts = {.configurationCDN = launch.host,
@@ -84,6 +92,14 @@ Platform WatchedApplication::doors(Mode mode) {
     return platform;
 }
 
+void WatchedApplication::setUpIAB(const Launch& launch) {
+    VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
+    engine.setGeneratePublisherTC(launch.publisherTC);
+    engine.setLanguage(launch.language);
+    if (!launch.packaged.empty())
+        engine.useCustomPublisherRestrictions();
+}
+
 Reply WatchedApplication::performOnDisplay(const Command& command) {
     const bool opens = command.name == command::kPresent;
     if (display_.shows() == opens)
@@ -99,6 +115,13 @@ Reply WatchedApplication::performOnDisplay(const Command& command) {
         return display_.layoutCSS();
     else if (command.name == command::kEvent)
         return display_.dispatch(command.argument.get<std::string>());
+    return std::string();
+}
+
+Reply WatchedApplication::setLanguage(const std::string& code) {
+    if (!VXMobilePrivacy::supportsLanguage(code))
+        return Problem{"the engine knows no language \"" + code + '"'};
+    VXMobilePrivacy::sharedInstance().setLanguage(code);
     return std::string();
 }
 

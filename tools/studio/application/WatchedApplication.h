@@ -8,6 +8,7 @@
 
 #include "tools/studio/application/CenterDisplay.h"
 #include "tools/studio/application/ReportingDoors.h"
+#include "tools/studio/application/TCStringView.h"
 #include "tools/studio/shared/Protocol.h"
 #include "tools/system/WakeUp.h"
 #include "vxprivacy/platform/core/Runtime.h"
@@ -34,7 +35,9 @@ public:
 private:
     services::Settings settings(const Launch& launch);
     Platform doors(Mode mode);
+    void setUpIAB(const Launch& launch);
     Reply performOnDisplay(const Command& command);
+    Reply setLanguage(const std::string& code);
     void sendHit(const std::string& name);
     void moveClock(std::chrono::milliseconds offset);
 
@@ -48,6 +51,7 @@ private:
     Runtime runtime_;
     std::shared_ptr<services::TagSDK> sdk_;
     std::shared_ptr<ReportingCallbacks> callbacks_;
+    TCStringView tcString_;
     Json lastState_;
 };
 

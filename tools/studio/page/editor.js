@@ -1,34 +1,43 @@
 // The privacy configuration as its publisher edits it.
 
-import { byId } from "./dom.js";
+import { byId, element } from "./dom.js";
 import { act, post, showProblem } from "./connection.js";
 import { lintSoon } from "./findings.js";
-import { liveVendors } from "./vendorlist.js";
+import { objectIn, showStatus, textOf } from "./document.js";
+import { liveVendors, vendorIn, vendorText } from "./vendorlist.js";
 
+const kMostNamed = 12;
 let publishedText = "";
 let publishedVersion = 0;
 let publishedFor; // IAB mode or not
 let vendorList;
 const drafts = new Map(); // of the mode that is not on
 const editor = byId("editor");
+const status = byId("editor-status");
 
 /** The document in the editor, or undefined with the reason in the status line. */
 function parsed() {
   try {
-    const document = JSON.parse(editor.value);
-    if (document === null || typeof document !== "object" || Array.isArray(document))
-      throw new SyntaxError("the document must be an object");
-    return document;
+    return objectIn(editor.value);
   } catch (error) {
-    showStatus(error.message, "bad");
+    showStatus(status, error.message, "bad");
     return undefined;
   }
 }
 
-function showStatus(text, tone) {
-  const status = byId("editor-status");
-  status.textContent = text;
-  status.dataset.tone = tone;
+/** The IDs of the vendors that the document names. */
+const namedIn = ({ information }) => String(information?.vendors ?? "").split(",")
+  .map((text) => text.trim()).filter((text) => text !== "");
+
+function showNamed(named) {
+  const more = named.length - kMostNamed;
+  byId("named-vendors").replaceChildren(...named.slice(0, kMostNamed).map((id) => {
+    const text = vendorText(vendorList, Number(id));
+    const button = element("button", { type: "button", class: "chip", "aria-label": `Do not name ${text}` },
+      element("span", { text }));
+    button.addEventListener("click", () => edit(nameVendors(named.filter((each) => each !== id))));
+    return element("li", {}, button);
+  }), ...(more > 0 ? [element("li", { text: `and ${more} more` })] : []));
 }
 
 function check() {
@@ -40,11 +49,13 @@ function check() {
   const information = document.information ?? {};
   byId("flag-significant").checked = ["true", "True", "1"].includes(information.significantChanges);
   byId("flag-reset").checked = editor.value.includes("resetSave");
-  byId("flag-vendors").checked = Boolean(information.vendors);
+  const named = namedIn(document);
+  byId("flag-vendors").checked = named.length > 0;
+  showNamed(named);
   const next = Math.max(publishedVersion + 1, Number(information.version) || 0);
-  showStatus(editor.value === publishedText
+  showStatus(status, editor.value === publishedText
     ? `Version ${publishedVersion} is published.`
-    : `Edited. Publishes as version ${next}.`, "neutral");
+    : `Edited. Publishes as version ${next}.`);
 }
 
 function edit(change) {
@@ -52,7 +63,7 @@ function edit(change) {
   if (!document) return;
   document.information ??= {};
   change(document);
-  editor.value = `${JSON.stringify(document, null, 2)}\n`;
+  editor.value = textOf(document);
   check();
 }
 
@@ -71,11 +82,19 @@ function flag(key, on) {
   };
 }
 
-function nameVendors(on) {
+function nameVendors(ids) {
   return (document) => {
-    if (on) document.information.vendors = liveVendors(vendorList).join(",");
+    if (ids.length > 0) document.information.vendors = ids.join(",");
     else delete document.information.vendors;
   };
+}
+
+function nameVendor(event) {
+  event.preventDefault();
+  const vendor = vendorIn(byId("vendor").value);
+  if (!(vendor > 0)) return showProblem("Say the vendor's ID, or choose one by its name.");
+  byId("vendor").value = "";
+  return edit((document) => nameVendors([...new Set([...namedIn(document), String(vendor)])])(document));
 }
 
 async function publish() {
@@ -116,7 +135,8 @@ export function wireEditor() {
   byId("flag-significant").addEventListener("change", (event) =>
     edit(flag("significantChanges", event.target.checked)));
   byId("flag-reset").addEventListener("change", (event) => edit(flag("resetSave", event.target.checked)));
-  byId("flag-vendors").addEventListener("change", (event) => edit(nameVendors(event.target.checked)));
+  byId("flag-vendors").addEventListener("change", (event) => edit(nameVendors(event.target.checked ? liveVendors(vendorList) : [])));
+  byId("name-vendor").addEventListener("submit", nameVendor);
   byId("add-category").addEventListener("click", () => edit(addCategory));
   byId("format").addEventListener("click", () => edit(() => {}));
   byId("sample").addEventListener("click", () => load("/api/sample"));
@@ -133,7 +153,7 @@ export function renderEditor({ published, session, application }) {
   if (!published || (published.version === publishedVersion && published.iab === publishedFor)) return;
   publishedVersion = published.version;
   byId("published").textContent = `v${publishedVersion}`;
-  byId("flag-vendors-label").hidden = !published.iab;
+  byId("named").hidden = !published.iab;
   byId("add-category").hidden = published.iab;
   if (published.iab !== publishedFor) changeMode(published.iab);
   else if (editor.value === publishedText) revert();

@@ -1,13 +1,16 @@
 import { renderApplication } from "./application.js";
 import { listen } from "./connection.js";
+import { renderCode, wireCode } from "./code.js";
 import { renderControls, wireControls } from "./controls.js";
 import { byId, setText } from "./dom.js";
 import { renderEditor, wireEditor } from "./editor.js";
 import { addHit, renderInspector, wireInspector } from "./inspector.js";
 import { renderPhone, wirePhone } from "./phone.js";
+import { renderRestrictions, wireRestrictions } from "./restrictions.js";
 import { wireTabs } from "./tabs.js";
 import { renderTCString, wireTCString } from "./tcstring.js";
 import { addEntry, wireTimeline } from "./timeline.js";
+import { offerVendors } from "./vendorlist.js";
 
 let arrived = 0;
 let state;
@@ -18,9 +21,12 @@ function render() {
   renderApplication(state);
   renderPhone(state);
   renderControls({ ...state, arrived });
+  renderCode(state);
+  offerVendors(state.application?.vendorList);
   renderInspector(state);
   renderEditor(state);
   renderTCString(state);
+  renderRestrictions(state);
 }
 
 function take(entry) {
@@ -31,10 +37,12 @@ function take(entry) {
 }
 
 wireControls();
+wireCode();
 wirePhone();
 wireTimeline();
 wireInspector();
 wireEditor();
 wireTCString();
+wireRestrictions();
 wireTabs(document.querySelector('[role="tablist"]'));
 listen({ onState: (news) => { state = news; render(); }, onEntry: take });

@@ -1,10 +1,8 @@
 // The stored TC string, decoded: every field, with the names of the vendor list in force.
 
 import { byId, dateAndTime, element, fillList, setText } from "./dom.js";
-import { liveVendors } from "./vendorlist.js";
-
-const kNowhere = "Not in the vendor list";
-const restrictionTypes = ["not allowed", "consent required", "legitimate interest required"];
+import { showChanges } from "./tcchanges.js";
+import { kNowhere, liveVendors, restrictionTypes } from "./vendorlist.js";
 
 let shown = "";
 let vendorRows = []; // of the string and list that are shown
@@ -125,6 +123,18 @@ function renderModel(model, list, configuration) {
   fillList(byId("tc-segments"), segments(model));
 }
 
+function renderChange({ model, before }, list) {
+  byId("tc-change").hidden = !model || !before?.model;
+  if (byId("tc-change").hidden) return;
+  const vendorNames = new Map(list.vendors.map(({ id, name }) => [id, name]));
+  const named = (nameOf) => (id) => `${id} ${nameOf(id) ?? `(${kNowhere.toLowerCase()})`}`;
+  showChanges(model, before.model, (each) => [...fields(each), ["Publisher TC segment", yesOrNo(each.PublisherTC)]], {
+    purpose: named((id) => list.purposes[id]),
+    specialFeature: named((id) => list.specialFeatures[id]),
+    vendor: named((id) => vendorNames.get(id)),
+  });
+}
+
 function describeList(list, served) {
   if (!list) return "The vendor list has not arrived yet.";
   const older = served && served.version < list.version
@@ -153,6 +163,7 @@ export function renderTCString({ application, session }) {
   setText(byId("tc-string"), tcString?.text ?? "");
   setText(byId("tc-length"), count(tcString?.text.length ?? 0, "character"));
   setText(byId("tc-problem"), tcString?.problem ? `It cannot be decoded: ${tcString.problem}` : "");
-  const empty = { purposes: {}, specialFeatures: {}, vendors: [] };
-  if (tcString?.model) renderModel(tcString.model, vendorList ?? empty, configuration);
+  const list = vendorList ?? { purposes: {}, specialFeatures: {}, vendors: [] };
+  if (tcString?.model) renderModel(tcString.model, list, configuration);
+  renderChange(tcString ?? {}, list);
 }

@@ -49,6 +49,20 @@ Reply setMode(StudioSession& session, const std::string& body) {
     return session.setMode(iab.get<bool>() ? Mode::IAB : Mode::Category);
 }
 
+Reply setLanguage(StudioSession& session, const std::string& body) {
+    const Json code = argument(body, "code");
+    if (!code.is_string())
+        return Problem{"say {\"code\": \"en\"} or another language's"};
+    return session.setLanguage(code.get<std::string>());
+}
+
+Reply setPublisherTC(StudioSession& session, const std::string& body) {
+    const Json on = argument(body, "on");
+    if (!on.is_boolean())
+        return Problem{"say {\"on\": true} or {\"on\": false}"};
+    return session.setPublisherTC(on.get<bool>());
+}
+
 Reply moveClock(StudioSession& session, const std::string& body) {
     const Json advance = argument(body, "advance");
     const Json days = advance.is_number() ? advance : argument(body, "offset");
@@ -91,6 +105,10 @@ constexpr Action kActions[] = {
     {"/api/network", setNetwork},
     {"/api/clock", moveClock},
     {"/api/mode", setMode},
+    {"/api/language", setLanguage},
+    {"/api/publisher-tc", setPublisherTC},
+    {"/api/restrictions", [](StudioSession& session,
+                             const std::string& body) { return session.shipRestrictions(body); }},
 };
 
 // Read here, because the library takes no more than 8 KiB of the content type that curl gives a

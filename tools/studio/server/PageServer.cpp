@@ -70,6 +70,9 @@ void PageServer::addQueries(httplib::Server& server) {
     server.Get("/api/configuration", [this](const httplib::Request&, httplib::Response& response) {
         answerText(response, session_.published().text, "application/json");
     });
+    server.Get("/api/restrictions", [this](const httplib::Request&, httplib::Response& response) {
+        answerText(response, session_.restrictions(), "application/json");
+    });
     server.Get("/api/sample", [this](const httplib::Request&, httplib::Response& response) {
         answerText(response, session_.sample(), "application/json");
     });

@@ -14,7 +14,11 @@ Json asJSON(const Launch& launch) {
             {"clockOffset", launch.clockOffset.count()},
             {"host", launch.host},
             {"vendorListHost", launch.vendorListHost},
-            {"cause", launch.cause}};
+            {"cause", launch.cause},
+            {"tcStringBefore", launch.tcStringBefore},
+            {"language", launch.language},
+            {"publisherTC", launch.publisherTC},
+            {"packaged", launch.packaged.string()}};
 }
 
 Json asJSON(const Presentation& presentation) {
@@ -41,7 +45,11 @@ Launch launchIn(const Json& json) {
             .clockOffset = std::chrono::milliseconds(json.value("clockOffset", std::int64_t{0})),
             .host = json.value("host", ""),
             .vendorListHost = json.value("vendorListHost", ""),
-            .cause = json.value("cause", "")};
+            .cause = json.value("cause", ""),
+            .tcStringBefore = json.value("tcStringBefore", ""),
+            .language = json.value("language", ""),
+            .publisherTC = json.value("publisherTC", false),
+            .packaged = json.value("packaged", "")};
 }
 
 Presentation presentationIn(const Json& json) {

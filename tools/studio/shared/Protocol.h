@@ -28,9 +28,11 @@ namespace command {
 inline constexpr const char* kStart = "start"; ///< the first of all; a `Launch`
 inline constexpr const char* kAccept = "accept";
 inline constexpr const char* kRefuse = "refuse";
-inline constexpr const char* kHit = "hit";         ///< its name
-inline constexpr const char* kMoveClock = "clock"; ///< milliseconds ahead of the system's
-inline constexpr const char* kPresent = "present"; ///< a `Presentation`
+inline constexpr const char* kHit = "hit";               ///< its name
+inline constexpr const char* kMoveClock = "clock";       ///< milliseconds ahead of the system's
+inline constexpr const char* kLanguage = "language";     ///< for `setLanguage`, a code
+inline constexpr const char* kPublisherTC = "publisher"; ///< for `generatePublisherTC`, a boolean
+inline constexpr const char* kPresent = "present";       ///< a `Presentation`
 inline constexpr const char* kDismiss = "dismiss";
 inline constexpr const char* kPage = "page";     ///< asks for the privacy center's page,
 inline constexpr const char* kLayout = "layout"; ///< for its generated style sheet,
@@ -46,7 +48,17 @@ struct Launch {
     std::chrono::milliseconds clockOffset{0};
     std::string host;           ///< in place of all hosts; empty: the real ones
     std::string vendorListHost; ///< the real one; empty: there is none
-    std::string cause; ///< why the user must be asked, as far as an earlier process was told
+
+    // What an earlier process knew and the store does not keep.
+
+    std::string cause;          ///< why the user must be asked, as far as it was told
+    std::string tcStringBefore; ///< the one that the stored one took the place of
+
+    // What its developer wrote for IAB mode.
+
+    std::string language;           ///< for `setLanguage`; empty: not called
+    bool publisherTC = false;       ///< `generatePublisherTC`
+    std::filesystem::path packaged; ///< where the restrictions lie; empty: it ships none
 };
 
 /// How the application shows its privacy center.

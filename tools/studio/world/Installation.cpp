@@ -85,7 +85,9 @@ Result<Installations> makeInstallations(const WorldOptions& options,
     const auto iab = makeInstallation(options, vendorList, Mode::IAB);
     if (!iab)
         return iab.problem();
-    return Installations{.category = *category, .iab = *iab};
+    return Installations{.category = *category,
+                         .iab = *iab,
+                         .restrictions = PackagedRestrictions(iab->store.string() + ".packaged")};
 }
 
 } // namespace vx::tools::studio

@@ -5,6 +5,7 @@
 
 #include "tools/studio/shared/Mode.h"
 #include "tools/studio/shared/Result.h"
+#include "tools/studio/world/PackagedRestrictions.h"
 #include "tools/studio/world/Publication.h"
 #include "tools/studio/world/ServedVendorList.h"
 #include "tools/studio/world/WorldOptions.h"
@@ -25,6 +26,7 @@ std::string sampleFor(Mode mode);
 struct Installations {
     Installation category;
     Installation iab;
+    PackagedRestrictions restrictions; ///< beside the store of IAB mode
 
     Installation& in(Mode mode) { return mode == Mode::IAB ? iab : category; }
     const Installation& in(Mode mode) const { return mode == Mode::IAB ? iab : category; }

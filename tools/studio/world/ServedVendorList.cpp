@@ -16,6 +16,7 @@ namespace vx::tools::studio {
 namespace {
 
 const std::string kListName = "vendor-list.json";
+const std::regex kTranslation("purposes-([a-z]{2})\\.json");
 constexpr std::size_t kMostBytes = 8u << 20; // what an application downloads
 
 std::optional<Problem> findProblem(const JSONValue& vendors) {
@@ -59,6 +60,14 @@ Result<ServedVendorList> listIn(const std::string& text) {
 
 } // namespace
 
+std::vector<std::string> languagesOf(const ServedVendorList& list) {
+    std::vector<std::string> codes;
+    for (const auto& [name, document] : list.documents)
+        if (std::smatch match; regex_match(name, match, kTranslation))
+            codes.push_back(match[1]);
+    return codes;
+}
+
 ServedVendorList sampleVendorList() {
     const std::string folder = "gvl/";
     ServedVendorList list = *listIn(std::string(samples()[folder + kListName]));
@@ -74,9 +83,8 @@ Result<ServedVendorList> readVendorList(const std::filesystem::path& file) {
     if (!list)
         return Problem{file.string() + ": " + list.problem().text};
     list->name = file.stem().string() + '-' + std::to_string(std::hash<std::string>{}(text));
-    const std::regex translation("purposes-[a-z]{2}\\.json");
     for (const auto& entry : std::filesystem::directory_iterator(absolute(file).parent_path()))
-        if (const std::string name = entry.path().filename(); regex_match(name, translation))
+        if (const std::string name = entry.path().filename(); regex_match(name, kTranslation))
             list->documents[name] = system::readFile(entry.path());
     return list;
 }

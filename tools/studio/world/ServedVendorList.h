@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "tools/studio/shared/Result.h"
 
@@ -18,6 +19,9 @@ struct ServedVendorList {
     /// By file name: "vendor-list.json", "purposes-fr.json".
     std::map<std::string, std::string> documents;
 };
+
+/// The codes of the languages that it is translated into from English.
+std::vector<std::string> languagesOf(const ServedVendorList& list);
 
 /// The project's own.
 ServedVendorList sampleVendorList();

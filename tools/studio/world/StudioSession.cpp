@@ -12,6 +12,9 @@ namespace vx::tools::studio {
 
 namespace {
 
+// The vendor list's own language, for which nothing is called.
+const std::string kEnglish = "en";
+
 std::int64_t currentTime() {
     return std::chrono::system_clock::now().time_since_epoch() / std::chrono::milliseconds(1);
 }
@@ -22,11 +25,13 @@ StudioSession::StudioSession(const WorldOptions& options, Installations installa
                              ServedVendorList vendorList, EventStream& events)
     : options_(options), vendorList_({{"version", vendorList.version},
                                       {"vendors", vendorList.vendors},
+                                      {"languages", languagesOf(vendorList)},
                                       {"file", options.gvl.string()}}),
       started_(currentTime()), events_(events), installations_(std::move(installations)),
       mode_(options.mode), backend_(options.site, options.privacy, std::move(vendorList), events),
       application_(events) {
     reportSession();
+    reportCode();
     events_.setState("clock", {{"offset", 0}});
 }
 
@@ -49,14 +54,13 @@ void StudioSession::stop() {
 
 Reply StudioSession::relaunch() {
     const std::lock_guard lock(mutex_);
-    application_.end();
-    return launch(causeToAsk());
+    return launchAnew();
 }
 
 Reply StudioSession::killHard() {
     const std::lock_guard lock(mutex_);
     application_.kill();
-    return launch(causeToAsk());
+    return launch(known());
 }
 
 Reply StudioSession::reset() {
@@ -109,6 +113,49 @@ Reply StudioSession::setMode(Mode mode) {
     return launch({});
 }
 
+Reply StudioSession::setLanguage(const std::string& code) {
+    const std::lock_guard lock(mutex_);
+    const bool english = code == kEnglish;
+    if (!english) {
+        Reply reply = application_.perform({.name = command::kLanguage, .argument = code});
+        if (!reply)
+            return reply;
+    }
+    const bool isBack = english && !language_.empty();
+    language_ = english ? "" : code;
+    reportCode();
+    events_.append("studio", "The application's language is \"" + code + '"');
+    return isBack ? launchAnew() : std::string();
+}
+
+Reply StudioSession::setPublisherTC(bool on) {
+    const std::lock_guard lock(mutex_);
+    publisherTC_ = on;
+    reportCode();
+    events_.append("studio", on ? "Strings get a publisher TC segment"
+                                : "Strings get no publisher TC segment");
+    return application_.perform({.name = command::kPublisherTC, .argument = on});
+}
+
+std::string StudioSession::restrictions() const {
+    const std::lock_guard lock(mutex_);
+    return installations_.restrictions.text();
+}
+
+Reply StudioSession::shipRestrictions(const std::string& text) {
+    const std::lock_guard lock(mutex_);
+    Reply shipped = installations_.restrictions.ship(text);
+    if (!shipped)
+        return shipped;
+    ++shipped_;
+    reportCode();
+    events_.append("studio",
+                   shipped->empty() ? "The application ships no publisher restrictions"
+                                    : "The application ships publisher restrictions",
+                   *shipped);
+    return launchAnew();
+}
+
 Edition StudioSession::published() const {
     const std::lock_guard lock(mutex_);
     return installation().publication.inForce();
@@ -137,7 +184,13 @@ Reply StudioSession::perform(Command command) {
     return application_.perform(std::move(command));
 }
 
-Reply StudioSession::launch(const std::string& cause) {
+Reply StudioSession::launchAnew() {
+    application_.end();
+    return launch(known());
+}
+
+Reply StudioSession::launch(const Known& known) {
+    const bool iab = mode_ == Mode::IAB;
     return application_.start({.store = installation().store,
                                .site = options_.site,
                                .privacy = options_.privacy,
@@ -145,12 +198,20 @@ Reply StudioSession::launch(const std::string& cause) {
                                .clockOffset = clockOffset_,
                                .host = options_.live ? "" : backend_.address(),
                                .vendorListHost = options_.vendorListHost,
-                               .cause = cause});
+                               .cause = known.cause,
+                               .tcStringBefore = known.tcStringBefore,
+                               .language = language_,
+                               .publisherTC = publisherTC_,
+                               .packaged = iab ? installations_.restrictions.directory() : ""});
 }
 
-// What the process before knew, which the store does not keep.
-std::string StudioSession::causeToAsk() const {
-    return events_.state().value(Json::json_pointer("/application/decision/reason"), "");
+StudioSession::Known StudioSession::known() const {
+    const Json state = events_.state();
+    const auto text = [&](const char* pointer) {
+        return state.value(Json::json_pointer(pointer), "");
+    };
+    return {.cause = text("/application/decision/reason"),
+            .tcStringBefore = text("/application/tcString/before/text")};
 }
 
 void StudioSession::deleteStore() const {
@@ -169,6 +230,12 @@ void StudioSession::reportSession() {
                                  {"vendorList", options_.live ? Json() : vendorList_},
                                  {"vendorListHost", options_.vendorListHost},
                                  {"store", installation().store.string()}});
+}
+
+void StudioSession::reportCode() {
+    events_.setState("code", {{"language", language_.empty() ? kEnglish : language_},
+                              {"publisherTC", publisherTC_},
+                              {"restrictionsShipped", shipped_}});
 }
 
 void StudioSession::serveConfiguration() {

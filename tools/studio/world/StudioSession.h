@@ -62,6 +62,16 @@ public:
     /// Ends the process and starts one in that mode, on that mode's own store and configuration.
     Reply setMode(Mode mode);
 
+    /// Has the application call `setLanguage:` with `code`, now and at each launch. "en", which the
+    /// engine cannot be set back to, launches it anew without that call.
+    Reply setLanguage(const std::string& code);
+    /// Has it say whether strings have a publisher TC segment, now and at each launch.
+    Reply setPublisherTC(bool on);
+    /// The document of publisher restrictions that ships with the application; empty: none.
+    std::string restrictions() const;
+    /// Ships `text` with it, or none where that is blank, and launches it anew.
+    Reply shipRestrictions(const std::string& text);
+
     /// The published configuration; not that of the real hosts.
     Edition published() const;
     /// The sample configuration for the mode.
@@ -69,13 +79,21 @@ public:
     Result<Edition> publish(const std::string& text);
 
 private:
+    // What a process knows and its store does not keep.
+    struct Known {
+        std::string cause; // to ask the user
+        std::string tcStringBefore;
+    };
+
     Reply perform(Command command);
-    Reply launch(const std::string& cause);
-    std::string causeToAsk() const;
+    Reply launch(const Known& known);
+    Reply launchAnew();
+    Known known() const;
     Installation& installation() { return installations_.in(mode_); }
     const Installation& installation() const { return installations_.in(mode_); }
     void deleteStore() const;
     void reportSession();
+    void reportCode();
     void serveConfiguration();
     void reportNetwork();
 
@@ -86,6 +104,9 @@ private:
     mutable std::mutex mutex_; // one operation at a time; guards what follows
     Installations installations_;
     Mode mode_;
+    std::string language_; // of the application's code; empty: it sets none
+    bool publisherTC_ = false;
+    std::uint64_t shipped_ = 0; // documents of restrictions
     Backend backend_;
     ApplicationProcess application_;
     std::chrono::milliseconds clockOffset_{0};

@@ -10,8 +10,4 @@ namespace vx::tools::studio {
 /// when there is none yet.
 Json vendorListState();
 
-/// The TC string among a store's entries: "text", and either "model", its fields, or "problem".
-/// Null when there is none.
-Json tcStringState(const Json& entries);
-
 } // namespace vx::tools::studio

@@ -1,21 +1,16 @@
-#include "tools/studio/application/IABState.h"
+#include "tools/studio/application/VendorListState.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <variant>
 
-#include "tools/tc/ModelJSON.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
-#include "vxprivacy/services/iab/Decoder.h"
 
 namespace vx::tools::studio {
 
 namespace {
-
-namespace tcf = services::tcf;
 
 Json names(const JSONValue& section) {
     Json names = Json::object();
@@ -41,10 +36,6 @@ Json keysOf(std::string_view prefix, std::int32_t offset) {
     return {{"prefix", prefix}, {"offset", offset}};
 }
 
-std::string explained(const tcf::TCError& error) {
-    return error.field + ", bit " + std::to_string(error.bit) + ": " + error.why;
-}
-
 } // namespace
 
 Json vendorListState() {
@@ -61,18 +52,6 @@ Json vendorListState() {
             {"purposes", names(list["purposes"])},
             {"specialFeatures", names(list["specialFeatures"])},
             {"vendors", vendors(list["vendors"])}};
-}
-
-Json tcStringState(const Json& entries) {
-    for (const Json& entry : entries)
-        if (entry[0] == "IABTCF_TCString") {
-            const auto text = entry[1].get<std::string>();
-            const auto decoded = tcf::decode(text);
-            if (const auto* error = std::get_if<tcf::TCError>(&decoded))
-                return {{"text", text}, {"problem", explained(*error)}};
-            return {{"text", text}, {"model", tc::asJSON(std::get<tcf::TCModel>(decoded))}};
-        }
-    return {};
 }
 
 } // namespace vx::tools::studio

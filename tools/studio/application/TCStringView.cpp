@@ -1,0 +1,51 @@
+#include "tools/studio/application/TCStringView.h"
+
+#include <utility>
+#include <variant>
+
+#include "tools/tc/ModelJSON.h"
+#include "vxprivacy/services/iab/Decoder.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+namespace tcf = services::tcf;
+
+Json textOf(const Json& entries) {
+    for (const Json& entry : entries)
+        if (entry[0] == "IABTCF_TCString")
+            return entry[1];
+    return {};
+}
+
+std::string explained(const tcf::TCError& error) {
+    return error.field + ", bit " + std::to_string(error.bit) + ": " + error.why;
+}
+
+Json shown(const std::string& text) {
+    const auto decoded = tcf::decode(text);
+    if (const auto* error = std::get_if<tcf::TCError>(&decoded))
+        return {{"text", text}, {"problem", explained(*error)}};
+    return {{"text", text}, {"model", tc::asJSON(std::get<tcf::TCModel>(decoded))}};
+}
+
+} // namespace
+
+TCStringView::TCStringView(const std::string& before)
+    : before_(before.empty() ? Json() : shown(before)) {}
+
+const Json& TCStringView::state(const Json& entries) {
+    const Json text = textOf(entries);
+    if (text == (now_.is_null() ? Json() : now_["text"]))
+        return state_;
+    if (!now_.is_null())
+        before_ = std::move(now_);
+    now_ = text.is_null() ? Json() : shown(text.get<std::string>());
+    state_ = now_;
+    if (!state_.is_null())
+        state_["before"] = before_;
+    return state_;
+}
+
+} // namespace vx::tools::studio
