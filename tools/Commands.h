@@ -18,5 +18,7 @@ void addLint(CLI::App& app);
 void addGVL(CLI::App& app);
 void addTC(CLI::App& app);
 void addStudio(CLI::App& app);
+/// Those that print completions and the manual; `app` must live as long as they may run.
+void addDescriptions(CLI::App& app);
 
 } // namespace vx::tools

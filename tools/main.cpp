@@ -40,6 +40,7 @@ void describe(CLI::App& app) {
     addStudio(app);
     for (CLI::App* command : app.get_subcommands({}))
         command->set_version_flag("--version", VXPRIVACY_VERSION);
+    addDescriptions(app);
     addHelp(app);
 }
 

@@ -135,8 +135,7 @@ TEST(PlayerErrors, ArgumentsThatNobodyKnows) {
     expectError(R"({"do":"tap","name":"a","nmae":"b"})", "tap has no argument nmae");
     expectError(R"({"do":"setSiteID","siteID":1,"siteID privacyID":2,"privacyID":5})",
                 "setSiteID has no argument siteID privacyID");
-    expectError(R"({"do":"ask","what":"isConsentAlreadyGiven","id":1})",
-                "ask has no argument id");
+    expectError(R"({"do":"ask","what":"isConsentAlreadyGiven","id":1})", "ask has no argument id");
 }
 
 TEST(PlayerErrors, TheLimitsOfAnInteger) {

@@ -34,6 +34,7 @@ ARROWS = {
     "tools/lint": ["tools", "tools/system", *MODULE, "vxprivacy/hosts/**"],
     "tools/gvl": ["tools", "tools/samples"],
     "tools/tc": ["tools", "tools/system", "vxprivacy/services/**"],
+    "tools/describe": ["tools"],
     "tools/studio/shared": [],
     "tools/studio/page": ["vxprivacy/hosts/**"],
     "tools/studio/world": ["tools/studio/shared", "tools/samples", "tools/system",
