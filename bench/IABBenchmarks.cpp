@@ -1,5 +1,4 @@
 #include <array>
-#include <fstream>
 #include <map>
 #include <vector>
 
@@ -7,10 +6,9 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/BareStore.h"
+#include "bench/IABApplication.h"
 #include "bench/LargeVendorList.h"
-#include "bench/MeasuredApplication.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
-#include "vxprivacy/services/iab/TCFLibrary.h"
 
 namespace vx::bench {
 
@@ -18,40 +16,9 @@ namespace {
 
 using Rows = BareStore::Rows;
 
-// The engine in IAB mode, started on the real services with the vendor list that it ships.
-class IABApplication {
-public:
-    explicit IABApplication(std::string_view name)
-        : directory_(directoryWithVendorList(name)), services_(settingsIn(directory_)),
-          iab_(services_.platform().store, services_.platform().logger), runtime_(platform()) {
-        engine().setSiteID(12, 5);
-    }
-
-    VXMobilePrivacy& engine() { return VXMobilePrivacy::sharedInstance(); }
-    std::filesystem::path store() const { return directory_ / "choices.sqlite"; }
-
-private:
-    static std::filesystem::path directoryWithVendorList(std::string_view name) {
-        const auto directory = freshDirectory(name);
-        std::ofstream(directory / "vendor-list.json") << largeVendorList().text;
-        return directory;
-    }
-    static services::Settings settingsIn(const std::filesystem::path& directory) {
-        services::Settings settings = bench::settings(directory / "choices.sqlite");
-        settings.packaged = directory;
-        return settings;
-    }
-    Platform platform() {
-        Platform platform = services_.platform();
-        platform.iab = &iab_;
-        return platform;
-    }
-
-    std::filesystem::path directory_;
-    services::Services services_;
-    services::TCFLibrary iab_;
-    Runtime runtime_;
-};
+IABApplication::Documents documents() {
+    return {largeVendorList().text, ""};
+}
 
 void decide(VXMobilePrivacy& engine, bool accept) {
     if (accept)
@@ -61,7 +28,7 @@ void decide(VXMobilePrivacy& engine, bool accept) {
 }
 
 void engineAccepts(benchmark::State& state) {
-    IABApplication application("accept");
+    IABApplication application("accept", documents());
     bool accept = false; // in turn, so that each save changes every choice
     decide(application.engine(), true);
     for ([[maybe_unused]] auto iteration : state) {
@@ -81,7 +48,7 @@ std::map<std::string, std::string> entriesIn(const std::filesystem::path& store)
 
 // What accepting all writes after refusing all, and the other way round.
 std::array<Rows, 2> writtenRows() {
-    IABApplication application("accepted rows");
+    IABApplication application("accepted rows", documents());
     std::array<std::map<std::string, std::string>, 2> stores;
     for (const bool accept : {false, true}) {
         decide(application.engine(), accept);
@@ -107,7 +74,7 @@ void bareAccepts(benchmark::State& state) {
 }
 
 void listsVendors(benchmark::State& state) {
-    IABApplication application("vendors");
+    IABApplication application("vendors", documents());
     VXIABPrivacyCenterViewController center;
     center.viewDidLoad();
     for ([[maybe_unused]] auto iteration : state)

@@ -2,6 +2,9 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
+
+#include <nlohmann/json.hpp>
 
 #include "bench/MeasuredApplication.h"
 
@@ -43,6 +46,21 @@ LargeVendorList publishedOrGenerated() {
 const LargeVendorList& largeVendorList() {
     static const LargeVendorList list = publishedOrGenerated();
     return list;
+}
+
+std::string tenfoldVendorList() {
+    auto list = nlohmann::ordered_json::parse(largeVendorList().text);
+    const auto once = std::exchange(list["vendors"], nlohmann::ordered_json::object());
+    auto& vendors = list["vendors"].get_ref<nlohmann::ordered_json::object_t&>();
+    for (int copy = 0; copy < 10; ++copy)
+        for (const auto& [key, entry] : once.items()) {
+            auto vendor = entry;
+            const int id = 10 * entry["id"].get<int>() + copy;
+            vendor["id"] = id;
+            vendor["name"] = entry["name"].get<std::string>() + " " + std::to_string(copy);
+            vendors.emplace_back(std::to_string(id), std::move(vendor)); // no search for the key
+        }
+    return list.dump();
 }
 
 } // namespace vx::bench

@@ -15,4 +15,7 @@ struct LargeVendorList {
 /// VXPRIVACY_DATA names; where there is none, a generated one of its size.
 const LargeVendorList& largeVendorList();
 
+/// That list with each vendor in it ten times, under IDs and names of their own.
+std::string tenfoldVendorList();
+
 } // namespace vx::bench

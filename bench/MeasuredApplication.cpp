@@ -40,6 +40,17 @@ services::Settings settings(const std::filesystem::path& store) {
         .logLevel = 5};
 }
 
+Platform withListener(const Platform& usual, NotificationCenter& nobody) {
+    return {.store = usual.store,
+            .documents = usual.documents,
+            .notifications = nobody,
+            .logger = usual.logger,
+            .clock = usual.clock,
+            .coreVariables = usual.coreVariables,
+            .predefinedVariables = usual.predefinedVariables,
+            .hosts = usual.hosts};
+}
+
 ConsentDictionary consent(std::size_t size, std::size_t flipped) {
     ConsentDictionary entries;
     for (std::size_t i = 0; i < size; ++i)

@@ -18,6 +18,10 @@ std::string contentOf(const std::filesystem::path& file);
 /// Settings of services whose hosts are on this machine and answer nothing.
 services::Settings settings(const std::filesystem::path& store);
 
+/// The doors of `usual`, with `nobody` to hear what the engine tells others: a beacon's way to the
+/// disk is no part of a screen.
+Platform withListener(const Platform& usual, NotificationCenter& nobody);
+
 /// `size` entries as an IAB save has them, accepted and refused in turn; the values of the first
 /// `flipped` of them are the other way round.
 ConsentDictionary consent(std::size_t size, std::size_t flipped = 0);

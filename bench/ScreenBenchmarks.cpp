@@ -1,11 +1,12 @@
 #include <fstream>
-#include <memory>
 #include <optional>
 #include <string>
 
 #include <benchmark/benchmark.h>
 
+#include "bench/Heap.h"
 #include "bench/MeasuredApplication.h"
+#include "bench/MeasuredPage.h"
 #include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
 
@@ -36,12 +37,11 @@ std::string configuration(int categories) {
     return text + "]}";
 }
 
-// The engine, started with a configuration. What it posts is heard by nobody: a beacon's way to the
-// disk is no part of a screen.
+// The engine, started with a configuration; nobody hears what it posts.
 class CategoryMode {
 public:
     explicit CategoryMode(int categories)
-        : services_(packaged(categories)), runtime_(deaf(services_.platform())) {
+        : services_(packaged(categories)), runtime_(withListener(services_.platform(), nobody_)) {
         VXMobilePrivacy::sharedInstance().setSiteID(12, 5);
     }
 
@@ -54,27 +54,10 @@ private:
         return made;
     }
 
-    Platform deaf(const Platform& usual) {
-        return {.store = usual.store,
-                .documents = usual.documents,
-                .notifications = nobody_,
-                .logger = usual.logger,
-                .clock = usual.clock,
-                .coreVariables = usual.coreVariables,
-                .predefinedVariables = usual.predefinedVariables,
-                .hosts = usual.hosts};
-    }
-
     services::Services services_;
     NotificationCenter nobody_;
     Runtime runtime_;
 };
-
-// The allocator leaves small pieces of a screen that is gone as they are until it is asked for a
-// large one. That joins them, which is no part of the next screen's time.
-void tidyUpHeap() {
-    benchmark::DoNotOptimize(std::make_unique<char[]>(100'000));
-}
 
 void buildScreen(benchmark::State& state, int categories) {
     const CategoryMode mode(categories);
@@ -92,33 +75,21 @@ void buildScreen(benchmark::State& state, int categories) {
     }
 }
 
-std::string between(const std::string& text, std::size_t from, const std::string& begin) {
-    const auto at = text.find(begin, from) + begin.size();
-    return text.substr(at, text.find('"', at) - at);
-}
-
 // The first category's switch, back and forth.
-void tapCategory(benchmark::State& state) {
-    const CategoryMode mode(60);
+void tapCategory(benchmark::State& state, int categories) {
+    const CategoryMode mode(categories);
     VXPrivacyCenterViewController center;
     center.view()->setSize(390, 844);
     center.viewDidLoad();
     web::WebSurface surface(center.view());
-    const std::string page = surface.render();
-    const std::string control = between(page, page.find(">Purpose 10<"), "id=\"");
-    const std::string event =
-        R"({"page":")" + between(page, 0, "data-page=\"") + R"(","tap":")" + control + "\"}";
-    std::size_t bytes = 0;
-    for ([[maybe_unused]] auto iteration : state)
-        bytes = surface.dispatch(event).size();
-    if (bytes < 40)
-        state.SkipWithError("the tap changed nothing");
-    state.counters["bytes"] = static_cast<double>(bytes);
+    const MeasuredPage page(surface);
+    measureTaps(state, page, page.elementAfter(">Purpose 10<"));
 }
 
 BENCHMARK_CAPTURE(buildScreen, 300, 60)->Name("screen/300 rows");
 BENCHMARK_CAPTURE(buildScreen, 3000, 600)->Name("screen/3000 rows");
-BENCHMARK(tapCategory)->Name("screen/tap");
+BENCHMARK_CAPTURE(tapCategory, 300, 60)->Name("screen/tap, 300 rows");
+BENCHMARK_CAPTURE(tapCategory, 3000, 600)->Name("screen/tap, 3000 rows");
 
 } // namespace
 

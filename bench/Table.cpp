@@ -57,4 +57,9 @@ void Table::print(const std::string& what, double value, const std::string& unit
                     verdict(value, limit).c_str());
 }
 
+void Table::report(const std::string& what, double value, const std::string& unit) const {
+    if (value > 0)
+        std::printf("%-44s %10.4g %s\n", what.c_str(), value, unit.c_str());
+}
+
 } // namespace vx::bench

@@ -29,6 +29,8 @@ public:
     // Nothing is printed of what was not run.
     void print(const Row& row) const;
     void print(const std::string& what, double value, const std::string& unit, double limit) const;
+    /// What has no limit.
+    void report(const std::string& what, double value, const std::string& unit) const;
     /// The median of what was measured; 0 when nothing was.
     double median(const std::string& benchmark, const std::string& measure) const;
 

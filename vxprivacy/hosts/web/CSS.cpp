@@ -8,15 +8,18 @@ namespace vx::web {
 
 std::string number(double value) {
     const auto parts = std::llround(std::clamp(value, -1e9, 1e9) * 10000);
-    std::string digits = std::to_string(std::abs(parts % 10000) + 10000).substr(1);
-    digits.erase(digits.find_last_not_of('0') + 1);
     std::string text = parts < 0 ? "-" : "";
     text += std::to_string(std::abs(parts / 10000));
-    return digits.empty() ? text : text + "." + digits;
+    const auto fraction = std::abs(parts % 10000);
+    if (fraction == 0)
+        return text;
+    text.append(".").append(std::to_string(fraction + 10000), 1);
+    text.erase(text.find_last_not_of('0') + 1);
+    return text;
 }
 
 std::string points(double value) {
-    return number(value) + "px";
+    return number(value).append("px");
 }
 
 std::string colour(const Colour& colour) {
@@ -24,10 +27,6 @@ std::string colour(const Colour& colour) {
     std::string text =
         "rgb(" + part(colour.red) + " " + part(colour.green) + " " + part(colour.blue);
     return text + (colour.alpha < 1 ? " / " + number(colour.alpha) : "") + ")";
-}
-
-std::string declaration(std::string_view name, const std::string& value) {
-    return std::string(name) + ":" + value + ";";
 }
 
 } // namespace vx::web

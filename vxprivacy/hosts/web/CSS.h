@@ -13,7 +13,12 @@ std::string number(double value);
 std::string points(double value);
 /// "rgb(13 102 166)", with its alpha where it is not opaque.
 std::string colour(const Colour& colour);
-/// "name:value;".
-std::string declaration(std::string_view name, const std::string& value);
+/// Appends "name:value;" to `text`, the value in parts. A screen has thousands of these.
+template <class... Parts>
+void declare(std::string& text, std::string_view name, const Parts&... value) {
+    text.append(name).append(":");
+    (text.append(value), ...);
+    text.append(";");
+}
 
 } // namespace vx::web

@@ -14,6 +14,9 @@ namespace {
 // The blue of links and titles is the style sheet's own, --ink: lifted where the page is dark.
 constexpr Colour kInk = {0.05, 0.4, 0.65, 1};
 
+// Of a list of declarations, so that most need memory once.
+constexpr std::size_t kUsualLength = 160;
+
 // Switches and links take taps 44 points high, and are laid out as high as a phone draws them: what
 // they reach over, by kind. Less under a link, for the switch that may follow it.
 struct Overlap {
@@ -24,45 +27,48 @@ constexpr double kSwitchHeight = 31;
 constexpr Overlap kSwitchOverlap = {6.5, 6.5};
 constexpr Overlap kLinkOverlap = {5, 1.5};
 
-std::string length(const GridPlan::Length& length) {
-    return length.share ? "calc(" + number(length.value) + "*var(--column))" : points(length.value);
+void addLength(std::string& text, std::string_view property,
+               const std::optional<GridPlan::Length>& length) {
+    if (length && length->share)
+        declare(text, property, "calc(", number(length->value), "*var(--column))");
+    else if (length)
+        declare(text, property, points(length->value));
 }
 
-std::string text(const std::optional<Font>& font, const std::optional<Colour>& textColour) {
-    std::string text;
+void addText(std::string& text, const std::optional<Font>& font,
+             const std::optional<Colour>& textColour) {
     if (textColour && *textColour != kInk)
-        text += declaration("color", colour(*textColour));
-    if (font) {
-        text += declaration("font-size", number(font->size / 16) + "rem");
-        if (font->name.starts_with("TrebuchetMS"))
-            text += declaration("font-family", "var(--trebuchet)");
-        if (font->name.ends_with("-Bold"))
-            text += declaration("font-weight", "700");
-    }
-    return text;
+        declare(text, "color", colour(*textColour));
+    if (!font)
+        return;
+    declare(text, "font-size", number(font->size / 16), "rem");
+    if (font->name.starts_with("TrebuchetMS"))
+        declare(text, "font-family", "var(--trebuchet)");
+    if (font->name.ends_with("-Bold"))
+        declare(text, "font-weight", "700");
 }
 
 // The look draws the line over the view, whose layout it leaves alone.
-std::string border(const View::Border& border) {
-    return declaration("--line", points(border.width) + " solid " +
-                                     (border.colour ? colour(*border.colour) : "var(--hairline)")) +
-           declaration("border-radius", points(border.cornerRadius));
+void addBorder(std::string& text, const View::Border& border) {
+    declare(text, "--line", points(border.width), " solid ",
+            border.colour ? colour(*border.colour) : "var(--hairline)");
+    declare(text, "border-radius", points(border.cornerRadius));
 }
 
-std::string ofKind(const View& view) {
-    return visit(
-        view,
-        Overloaded{[](const Label& label) {
-                       const bool justified = label.alignment() == Label::Alignment::Justified;
-                       return text(label.font(), label.textColor()) +
-                              (justified ? "text-align:justify;" : "");
-                   },
-                   [](const Button& button) { return text(button.font(), button.titleColor()); },
-                   [](const Switch& control) {
-                       const auto& tint = control.onTintColor();
-                       return tint ? declaration("--on", colour(*tint)) : std::string();
-                   },
-                   [](const View&) { return std::string(); }});
+void addWhatIsOfItsKind(std::string& text, const View& view) {
+    visit(view, Overloaded{[&](const Label& label) {
+                               addText(text, label.font(), label.textColor());
+                               if (label.alignment() == Label::Alignment::Justified)
+                                   declare(text, "text-align", "justify");
+                           },
+                           [&](const Button& button) {
+                               addText(text, button.font(), button.titleColor());
+                           },
+                           [&](const Switch& control) {
+                               if (const auto& tint = control.onTintColor())
+                                   declare(text, "--on", colour(*tint));
+                           },
+                           [](const View&) {}});
 }
 
 std::string_view keyword(GridPlan::Alignment alignment) {
@@ -78,26 +84,19 @@ std::string_view keyword(GridPlan::Alignment alignment) {
     }
 }
 
-std::string margins(std::string_view axis, double before, double after) {
-    if (before == 0 && after == 0)
-        return "";
-    return declaration("margin-" + std::string(axis), points(before) + " " + points(after));
-}
-
-std::string along(std::string_view property, const std::optional<GridPlan::Length>& value) {
-    return value ? declaration(property, length(*value)) : "";
+void addMargins(std::string& text, std::string_view property, double before, double after) {
+    if (before != 0 || after != 0)
+        declare(text, property, points(before), " ", points(after));
 }
 
 // Lines are counted from 1; the gap before each column is a track of its own.
-std::string lines(const GridPlan::Item& item, bool stack) {
+void addLines(std::string& text, const GridPlan::Item& item, bool stack) {
     const auto& [view, column, row, asHighAs] = item;
-    std::string text = declaration("grid-column", std::to_string(2 * column.first + 2) + "/" +
-                                                      std::to_string(2 * column.last + 1));
+    declare(text, "grid-column", std::to_string(2 * column.first + 2), "/",
+            std::to_string(2 * column.last + 1));
     if (!stack)
-        text += declaration("grid-row",
-                            std::to_string(row.first + 1) + "/" + std::to_string(row.last + 1));
-    return text + declaration("place-self", std::string(keyword(row.alignment)) + " " +
-                                                std::string(keyword(column.alignment)));
+        declare(text, "grid-row", std::to_string(row.first + 1), "/", std::to_string(row.last + 1));
+    declare(text, "place-self", keyword(row.alignment), " ", keyword(column.alignment));
 }
 
 Overlap overlapOf(const View& view) {
@@ -122,34 +121,41 @@ double overhang(const GridPlan::Item& item, const Height& height) {
     return kSwitchHeight - std::max(drawn - height.room, 0.0);
 }
 
-std::string sizes(const GridPlan::Item& item, const Height& height) {
+void addSizes(std::string& text, const GridPlan::Item& item, const Height& height) {
     const auto& [view, column, row, asHighAs] = item;
     const Overlap overlap = overlapOf(*view);
-    std::string text = margins("block", row.before - overlap.above,
-                               row.after - overlap.below - overhang(item, height));
-    text += margins("inline", column.before, column.after);
-    text += along("width", column.size.exact) + along("min-width", column.size.least) +
-            along("max-width", column.size.most);
-    return text + along("min-height", row.size.exact ? row.size.exact : row.size.least);
+    addMargins(text, "margin-block", row.before - overlap.above,
+               row.after - overlap.below - overhang(item, height));
+    addMargins(text, "margin-inline", column.before, column.after);
+    addLength(text, "width", column.size.exact);
+    addLength(text, "min-width", column.size.least);
+    addLength(text, "max-width", column.size.most);
+    addLength(text, "min-height", row.size.exact ? row.size.exact : row.size.least);
 }
 
 } // namespace
 
 std::string look(const View& view, Colours colours) {
     std::string text;
+    text.reserve(kUsualLength);
     const auto& background = view.backgroundColor();
     if (background && (colours == Colours::Own || *background != kWhite))
-        text += declaration("background-color", colour(*background));
+        declare(text, "background-color", colour(*background));
     if (view.border() != View::Border())
-        text += border(view.border());
+        addBorder(text, view.border());
     if (view.scale() != 1)
-        text += declaration("--scale", number(view.scale()));
-    return text + ofKind(view);
+        declare(text, "--scale", number(view.scale()));
+    addWhatIsOfItsKind(text, view);
+    return text;
 }
 
 std::string look(const Label::Link& link) {
-    return (link.colour == kInk ? "" : declaration("color", colour(link.colour))) +
-           (link.underlined ? "" : "text-decoration:none;");
+    std::string text;
+    if (link.colour != kInk)
+        declare(text, "color", colour(link.colour));
+    if (!link.underlined)
+        declare(text, "text-decoration", "none");
+    return text;
 }
 
 bool isStack(const GridPlan& plan) {
@@ -162,23 +168,25 @@ bool isStack(const GridPlan& plan) {
 std::string grid(const GridPlan& plan) {
     std::string columns;
     for (const auto& column : plan.columns)
-        columns += points(column.gap) + (column.fills ? " minmax(0,1fr) " : " auto ");
-    std::string text = declaration("grid-template-columns", columns + points(plan.gapAfterColumns));
+        columns.append(points(column.gap)).append(column.fills ? " minmax(0,1fr) " : " auto ");
+    std::string text;
+    declare(text, "grid-template-columns", columns, points(plan.gapAfterColumns));
     if (std::ranges::find(plan.rowFills, true) == plan.rowFills.end())
         return text;
     std::string rows;
     for (bool fills : plan.rowFills)
         rows += fills ? " minmax(0,1fr)" : " auto";
-    return text + declaration("grid-template-rows", rows.substr(1));
+    declare(text, "grid-template-rows", std::string_view(rows).substr(1));
+    return text;
 }
 
-std::vector<std::string> placements(const GridPlan& plan, const Height& height) {
-    const bool stack = isStack(plan);
-    const Height used = plan.rowFills.size() == 1 ? height : Height();
-    std::vector<std::string> texts;
-    for (const auto& item : plan.items)
-        texts.push_back(lines(item, stack) + sizes(item, used));
-    return texts;
+std::string placement(const GridPlan& plan, const GridPlan::Item& item, bool stack,
+                      const Height& height) {
+    std::string text;
+    text.reserve(kUsualLength);
+    addLines(text, item, stack);
+    addSizes(text, item, plan.rowFills.size() == 1 ? height : Height());
+    return text;
 }
 
 Height heightOf(const GridPlan& plan, std::size_t index) {

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <string>
-#include <vector>
 
 #include "vxprivacy/hosts/web/Theme.h"
 #include "vxprivacy/platform/ui/GridPlan.h"
@@ -28,8 +27,10 @@ struct Height {
     double room = 0;
 };
 
-/// Where each item of the plan stands, in a container of this height.
-std::vector<std::string> placements(const GridPlan& plan, const Height& height);
+/// Where an item of a plan stands; `stack`: whether `isStack` says so of it, in a container of this
+/// height.
+std::string placement(const GridPlan& plan, const GridPlan::Item& item, bool stack,
+                      const Height& height);
 /// The height of the container that is item `index` of the plan.
 Height heightOf(const GridPlan& plan, std::size_t index);
 

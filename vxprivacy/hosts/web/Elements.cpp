@@ -1,5 +1,6 @@
 #include "vxprivacy/hosts/web/Elements.h"
 
+#include <charconv>
 #include <utility>
 
 namespace vx::web {
@@ -7,25 +8,31 @@ namespace vx::web {
 Element& Elements::of(View& view) {
     Element& element = elements_[&view];
     if (element.view.lock().get() != &view) { // new, or at the address of one that is gone
-        byId_.erase(element.id);
-        element = {};
-        element.id = "v" + std::to_string(++made_);
+        byNumber_.erase(std::exchange(element, {}).number);
+        element.number = ++made_;
+        element.id = "v" + std::to_string(element.number);
         element.view = view.weak_from_this();
-        byId_.emplace(element.id, &view);
+        byNumber_.emplace(element.number, &view);
     }
     return element;
 }
 
 std::shared_ptr<View> Elements::view(std::string_view id) const {
-    const auto found = byId_.find(id);
-    return found == byId_.end() ? nullptr : elements_.at(found->second).view.lock();
+    unsigned number = 0;
+    if (id.starts_with('v'))
+        std::from_chars(id.data() + 1, id.data() + id.size(), number);
+    const auto found = byNumber_.find(number);
+    if (found == byNumber_.end())
+        return nullptr;
+    const Element& element = elements_.at(found->second);
+    return element.id == id ? element.view.lock() : nullptr;
 }
 
 void Elements::forgetGone() {
     std::erase_if(elements_, [&](const auto& each) {
         if (!each.second.view.expired())
             return false;
-        byId_.erase(each.second.id);
+        byNumber_.erase(each.second.number);
         return true;
     });
 }

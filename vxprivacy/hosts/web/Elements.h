@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,11 +12,13 @@ namespace vx::web {
 
 /// What the page knows of a view, beside its properties.
 struct Element {
-    std::string id; ///< the host's own, "v12"; never a name out of a document
+    unsigned number = 0; ///< from 1; 0 before it has one
+    std::string id;      ///< the host's own, "v" and the number; never a name out of a document
     std::weak_ptr<View> view;
-    /// Declarations of its place in its container, and of the container that it is.
-    std::string placement;
-    std::string grid;
+    /// Declarations of its place in its container, and of the container that it is; kept by the
+    /// style sheet.
+    std::string_view placement;
+    std::string_view grid;
     /// What its container says of its height.
     Height height;
     /// Ids of the elements that name and describe a control, each after a space; empty: none.
@@ -46,7 +46,7 @@ public:
 
 private:
     std::unordered_map<const View*, Element> elements_;
-    std::map<std::string, const View*, std::less<>> byId_;
+    std::unordered_map<unsigned, const View*> byNumber_; // in an id, behind the letter
     unsigned made_ = 0;
 };
 

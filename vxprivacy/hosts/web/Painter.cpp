@@ -63,20 +63,19 @@ void Painter::beginScreen(const View& root) {
 
 std::string Painter::whole(View& view) {
     deep_ = true;
-    paint(view);
+    paint(view, elements_.of(view));
     return markup_.take();
 }
 
 std::string Painter::own(View& view) {
     deep_ = false;
-    paint(view);
+    paint(view, elements_.of(view));
     return markup_.take();
 }
 
-void Painter::paint(View& view) {
+void Painter::paint(View& view, Element& element) {
     if (isContainer(view))
-        return paintContainer(view);
-    Element& element = elements_.of(view);
+        return paintContainer(view, element);
     visit(view, Overloaded{[&](Label& label) { paintLabel(label, element); },
                            [&](Button& button) { paintButton(button, element); },
                            [&](Switch& control) { paintSwitch(control, element); },
@@ -84,7 +83,8 @@ void Painter::paint(View& view) {
 }
 
 void Painter::begin(std::string_view tag, const View& view, const Element& element) {
-    const std::string declarations = element.placement + element.grid + look(view, colours_);
+    std::string declarations = look(view, colours_);
+    declarations.insert(0, element.grid).insert(0, element.placement);
     std::string classes = classesOf(view, element);
     if (!declarations.empty())
         classes.append(" ").append(styles_.className(declarations));
@@ -165,13 +165,13 @@ void Painter::paintSwitch(const Switch& control, const Element& element) {
     markup_.close();
 }
 
-void Painter::paintContainer(View& view) {
+void Painter::paintContainer(View& view, Element& element) {
     std::optional<GridPlan> plan;
+    std::vector<Element*> elements;
     if (deep_) {
         plan = gridPlan(view, screenWidth_);
-        arrange(view, *plan);
+        elements = arrange(view, element, *plan);
     }
-    const Element& element = elements_.of(view);
     begin("div", view, element);
     if (element.isListItem)
         markup_.attribute("role", "listitem");
@@ -181,37 +181,40 @@ void Painter::paintContainer(View& view) {
             .attribute("aria-labelledby", kPageTitle);
     markup_.close();
     if (plan)
-        paintItems(*plan, element);
+        paintItems(*plan, elements, element);
     markup_.end("div");
 }
 
 // Rows are wrapped where one stands below the other.
-void Painter::paintItems(const GridPlan& plan, const Element& container) {
+void Painter::paintItems(const GridPlan& plan, const std::vector<Element*>& elements,
+                         const Element& container) {
     const bool wraps = isStack(plan);
-    Groups groups(markup_, elements_, wraps ? styles_.className(container.grid) : "");
-    for (const auto& item : plan.items) {
+    Groups groups(markup_, elements_, wraps ? styles_.className(std::string(container.grid)) : "");
+    for (std::size_t i = 0; i < plan.items.size(); ++i) {
         if (wraps)
-            groups.moveTo(*item.view, elements_.of(*item.view).isListItem);
-        paint(*item.view);
+            groups.moveTo(*plan.items[i].view, elements[i]->isListItem);
+        paint(*plan.items[i].view, *elements[i]);
     }
     groups.moveOut();
 }
 
-// Puts down what the subviews' elements have from their container.
-void Painter::arrange(View& container, const GridPlan& plan) {
-    Element& own = elements_.of(container);
-    own.grid = grid(plan);
-    const auto places = placements(plan, own.height);
+// Puts down what the subviews' elements have from their container; returns the elements.
+std::vector<Element*> Painter::arrange(View& container, Element& own, const GridPlan& plan) {
+    own.grid = styles_.keep(grid(plan));
+    const bool stack = isStack(plan);
+    std::vector<Element*> elements;
+    elements.reserve(plan.items.size());
     for (std::size_t i = 0; i < plan.items.size(); ++i) {
-        Element& element = elements_.of(*plan.items[i].view);
-        element.placement = places[i];
+        Element& element = *elements.emplace_back(&elements_.of(*plan.items[i].view));
+        element.placement = styles_.keep(placement(plan, plan.items[i], stack, own.height));
         element.height = heightOf(plan, i);
-        element.isListItem = isStack(plan) && isItemAlone(plan, i);
+        element.isListItem = stack && isItemAlone(plan, i);
         element.following.reset();
         if (i + 1 < plan.items.size() && isText(*plan.items[i + 1].view))
             element.following = plan.items[i + 1].view->weak_from_this();
     }
     nameControls(elements_, container, plan);
+    return elements;
 }
 
 } // namespace vx::web

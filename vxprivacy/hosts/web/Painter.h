@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "vxprivacy/hosts/web/Declarations.h"
 #include "vxprivacy/hosts/web/Elements.h"
@@ -34,14 +35,15 @@ public:
     Colours colours() const { return colours_; }
 
 private:
-    void paint(View& view);
+    void paint(View& view, Element& element);
     void paintLabel(const Label& label, const Element& element);
     void paintButton(const Button& button, Element& element);
     void paintSwitch(const Switch& control, const Element& element);
-    void paintContainer(View& view);
-    void arrange(View& container, const GridPlan& plan);
+    void paintContainer(View& view, Element& element);
+    std::vector<Element*> arrange(View& container, Element& own, const GridPlan& plan);
     void paintLinkedText(const Label& label);
-    void paintItems(const GridPlan& plan, const Element& container);
+    void paintItems(const GridPlan& plan, const std::vector<Element*>& elements,
+                    const Element& container);
     void begin(std::string_view tag, const View& view, const Element& element);
 
     const HostTexts& texts_;

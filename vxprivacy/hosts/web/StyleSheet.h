@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace vx::web {
@@ -15,6 +17,10 @@ class StyleSheet {
 public:
     /// The class with these declarations ("color:red;width:3px;").
     const std::string& className(const std::string& declarations);
+    /// The same declarations, kept as long as this lives. Thousands of elements share few.
+    std::string_view keep(std::string declarations) {
+        return *kept_.insert(std::move(declarations)).first;
+    }
 
     std::string text() const;
     /// The rules are in the order in which they came.
@@ -27,6 +33,7 @@ public:
 private:
     std::unordered_map<std::string, std::string> classes_;
     std::vector<std::string> rules_;
+    std::unordered_set<std::string> kept_;
 };
 
 } // namespace vx::web

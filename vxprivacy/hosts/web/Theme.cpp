@@ -37,8 +37,9 @@ void collect(const View& view, Found& found) {
         collect(*subview, found);
 }
 
-std::string token(std::string_view name, const std::optional<Colour>& value) {
-    return value ? declaration(name, colour(*value)) : "";
+void addToken(std::string& text, std::string_view name, const std::optional<Colour>& value) {
+    if (value)
+        declare(text, name, colour(*value));
 }
 
 bool hasColour(const View& view) {
@@ -66,13 +67,17 @@ Colours coloursOf(const View& root) {
 }
 
 std::string frame(const View& root) {
-    std::string text = declaration("--kept", points(keptAtTop(root)));
+    std::string text;
+    declare(text, "--kept", points(keptAtTop(root)));
     if (coloursOf(root) == Colours::Platform)
         return text;
     Found found;
     collect(root, found);
-    return text + token("--text", found.text) + token("--raised", found.ground) +
-           token("--hairline", found.line) + token("--accent", found.accent);
+    addToken(text, "--text", found.text);
+    addToken(text, "--raised", found.ground);
+    addToken(text, "--hairline", found.line);
+    addToken(text, "--accent", found.accent);
+    return text;
 }
 
 } // namespace vx::web

@@ -225,6 +225,8 @@ void WebSurface::Parts::addElements(Json& patch, const std::vector<ViewChange>& 
     for (const auto& [view, what] : changes)
         if (what == ViewChange::What::Subviews)
             rebuilt.push_back(view.get());
+    if (!rebuilt.empty()) // before the new ones are painted, which take the room
+        painter.elements().forgetGone();
     if (std::ranges::find(rebuilt, root.get()) != rebuilt.end())
         addScreen(patch);
     for (const auto& [view, what] : changes) {
@@ -241,8 +243,6 @@ void WebSurface::Parts::addElements(Json& patch, const std::vector<ViewChange>& 
         if (wasDisabled && !painter.elements().of(*view).disabled)
             patch["say"] = settings.texts->enabledNow;
     }
-    if (!rebuilt.empty())
-        painter.elements().forgetGone();
 }
 
 // Thousands of switches may move at once.

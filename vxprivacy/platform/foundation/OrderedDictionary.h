@@ -5,6 +5,7 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -36,34 +37,38 @@ public:
             *present = std::move(value);
             return;
         }
-        if (2 * entries_.size() >= slots_.size())
+        if (2 * size() >= slots_.size())
             grow();
-        const std::string& kept = entries_.emplace_back(std::string(key), std::move(value)).first;
+        if (!entries_)
+            entries_.emplace();
+        const std::string& kept = entries_->emplace_back(std::string(key), std::move(value)).first;
         const std::uint32_t hash = hashOf(kept);
-        slots_[placeOf(kept, hash)] = {hash, static_cast<std::uint32_t>(entries_.size())};
+        slots_[placeOf(kept, hash)] = {hash, static_cast<std::uint32_t>(size())};
     }
 
     /// The value of `key`, or null when there is none.
     Value* find(std::string_view key) {
         const std::size_t number = numberOf(key);
-        return number == 0 ? nullptr : &entries_[number - 1].second;
+        return number == 0 ? nullptr : &(*entries_)[number - 1].second;
     }
     const Value* find(std::string_view key) const {
         const std::size_t number = numberOf(key);
-        return number == 0 ? nullptr : &entries_[number - 1].second;
+        return number == 0 ? nullptr : &(*entries_)[number - 1].second;
     }
 
     bool contains(std::string_view key) const { return find(key) != nullptr; }
-    bool empty() const { return entries_.empty(); }
-    std::size_t size() const { return entries_.size(); }
-    auto begin() const { return entries_.begin(); }
-    auto end() const { return entries_.end(); }
+    bool empty() const { return !entries_; }
+    std::size_t size() const { return entries_ ? entries_->size() : 0; }
+    auto begin() const { return entries_ ? entries_->begin() : Iterator(); }
+    auto end() const { return entries_ ? entries_->end() : Iterator(); }
 
     friend bool operator==(const OrderedDictionary& left, const OrderedDictionary& right) {
         return left.entries_ == right.entries_;
     }
 
 private:
+    using Iterator = typename std::deque<Entry>::const_iterator;
+
     template <class Entries>
     void insertAll(const Entries& entries) {
         for (const auto& [key, value] : entries)
@@ -92,7 +97,7 @@ private:
     }
 
     bool holds(const Slot& slot, std::string_view key, std::uint32_t hash) const {
-        return slot.hash == hash && entries_[slot.number - 1].first == key;
+        return slot.hash == hash && (*entries_)[slot.number - 1].first == key;
     }
 
     // The number of the entry with this key; 0: none.
@@ -112,8 +117,10 @@ private:
         slots_ = std::move(grown);
     }
 
-    std::deque<Entry> entries_; // a deque, so that values stay where they are
-    std::vector<Slot> slots_;   // half of them free at least
+    // A deque, so that values stay where they are; absent while there are none, since even an empty
+    // one holds 600 bytes.
+    std::optional<std::deque<Entry>> entries_;
+    std::vector<Slot> slots_; // half of them free at least
 };
 
 /// Consent keys ("PRIVACY_CAT_3") to consent values ("1" accepted, "0" refused).

@@ -28,7 +28,7 @@ class Arrangement {
 public:
     explicit Arrangement(const GridAxis& axis)
         : axis_(axis), nodes_(axis.children.size()), links_(axis.links) {
-        std::ranges::stable_sort(links_, {}, &GridAxis::Link::before);
+        std::ranges::sort(links_, {}, &GridAxis::Link::before);
     }
 
     std::optional<GridAxis::Result> result() {

@@ -172,8 +172,13 @@ bool anyShareASpot(const std::vector<GridPlan::Item>& items) {
     std::vector<const GridPlan::Item*> beginning;
     for (const auto& item : items)
         beginning.push_back(&item);
-    auto ending = beginning;
     std::ranges::sort(beginning, {}, [](const auto* item) { return item->row.first; });
+    const auto reachesInto = [](const auto* item, const auto* next) {
+        return next->row.first < item->row.last;
+    };
+    if (std::ranges::adjacent_find(beginning, reachesInto) == beginning.end())
+        return false; // each has rows of its own
+    auto ending = beginning;
     std::ranges::sort(ending, {}, [](const auto* item) { return item->row.last; });
     std::map<std::size_t, std::size_t> taken; // first column to one past the last
     auto ended = ending.begin();
@@ -271,6 +276,7 @@ GridPlan gridPlan(const View& container, double screenWidth) {
 
     GridPlan plan;
     plan.scrolls = container.kind() == View::Kind::Scroll;
+    plan.items.reserve(children.size());
     for (std::size_t i = 0; i < children.size(); ++i) {
         plan.items.push_back(
             {children[i].get(), columns->places[i], rows->places[i], rules.asHighAs[i]});
@@ -286,9 +292,11 @@ GridPlan gridPlan(const View& container, double screenWidth) {
     fillColumns(plan, rules.horizontal, columns->tail);
     shareGaps(plan);
     fillRows(plan, rules.vertical, rows->tracks);
-    std::ranges::stable_sort(plan.items, {}, [](const GridPlan::Item& item) {
+    const auto spot = [](const GridPlan::Item& item) {
         return std::pair(item.row.first, item.column.first);
-    });
+    };
+    if (!std::ranges::is_sorted(plan.items, {}, spot)) // most are, and the sort takes memory
+        std::ranges::stable_sort(plan.items, {}, spot);
     return plan;
 }
 

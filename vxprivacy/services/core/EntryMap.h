@@ -7,7 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "vxprivacy/services/core/TextHash.h"
+#include "vxprivacy/platform/foundation/TextHash.h"
 
 namespace vx::services {
 

@@ -8,8 +8,8 @@
 #include <unordered_map>
 
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
+#include "vxprivacy/platform/foundation/TextHash.h"
 #include "vxprivacy/platform/sdk/Zentrix.h"
-#include "vxprivacy/services/core/TextHash.h"
 
 namespace vx::services {
 

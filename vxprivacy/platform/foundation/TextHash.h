@@ -4,7 +4,7 @@
 #include <functional>
 #include <string_view>
 
-namespace vx::services {
+namespace vx {
 
 /// The hash of a map from texts that is searched by `std::string_view`, without making a string:
 ///
@@ -20,4 +20,4 @@ struct TextHash {
     }
 };
 
-} // namespace vx::services
+} // namespace vx
