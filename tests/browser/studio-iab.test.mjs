@@ -1,6 +1,6 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
-import { closeBrowser } from "./browser.mjs";
+import { closeBrowser, expectStates } from "./browser.mjs";
 import { expectSound, openStudio } from "./studio.mjs";
 
 after(closeBrowser);
@@ -92,9 +92,8 @@ test("the panel says what a save changed", async (t) => {
   await page.locator("#timeline").getByText(/purposes-de was downloaded/).waitFor({ state: "attached" });
   await page.getByLabel("First screen").selectOption("Purposes");
   await page.getByRole("button", { name: "Open privacy center" }).click();
-  const center = page.frameLocator("#center iframe");
-  await center.getByRole("switch", { name: /^Werbung messen/ }).click();
-  await center.getByRole("button", { name: "Auswahl speichern" }).click();
+  await center(page).getByRole("switch", { name: /^Werbung messen/ }).click();
+  await center(page).getByRole("button", { name: "Auswahl speichern" }).click();
   await changes(page).waitFor();
   const shown = (await changes(page).getByRole("listitem").allInnerTexts()).map((text) => text.split("\n")[0]);
   assert.deepEqual(shown.filter((text) => !text.startsWith("+")), ["Purposes, consent",
@@ -155,6 +154,54 @@ test("the mode changes with the installation, and back", async (t) => {
   await page.getByRole("tabpanel", { name: "Timeline" }).waitFor();
   await page.locator('#store [data-key="PRIVACY_CAT_11"]').waitFor();
   assert.deepEqual(page.failures, []);
+});
+
+const stateOf = async (page) =>
+  (await (await page.request.get(new URL("api/state", page.url()).href)).json()).application;
+const entriesOf = ({ store }) => store.filter(([key]) => key !== "VXSDKIdentifier"); // which a beacon makes
+const center = (page) => page.frameLocator("#center iframe");
+
+// Opens the center without network, so that beacons wait, and kills the application there.
+async function killWhile(page, screen, doSomething) {
+  const network = page.getByRole("switch", { name: "Network" });
+  await network.click();
+  await page.getByText("Connections are refused.").waitFor();
+  const before = await stateOf(page);
+  await page.getByLabel("First screen").selectOption(screen);
+  await page.getByRole("button", { name: "Open privacy center" }).click();
+  await doSomething(center(page));
+  await page.getByRole("button", { name: "Kill hard" }).click();
+  await page.locator("#center iframe").waitFor({ state: "detached" });
+  await page.getByText("Running, launch 2").waitFor();
+  const after = await stateOf(page);
+  assert.deepEqual(entriesOf(after), entriesOf(before));
+  assert.deepEqual(after.decision, before.decision);
+  assert.equal(after.waitingBeacons, 1);
+  await network.click();
+  await page.getByRole("button", { name: "+1 day" }).click(); // a request that failed thrice waits for hours
+  await page.locator("#timeline [data-kind=beacon]").getByText('"privacy_action": "V"').waitFor({ state: "attached" });
+  assert.deepEqual(page.failures, []);
+}
+
+test("killed with the popup open, the application still asks", async (t) => {
+  const page = await openPanel(t);
+  await killWhile(page, "Popup", (screen) => screen.getByRole("button", { name: "Refuse all" }).waitFor());
+  await page.getByText("First start: no choice was ever made.").waitFor();
+});
+
+test("killed with the vendors half edited, the application keeps what was saved", async (t) => {
+  const page = await openPanel(t);
+  await page.getByRole("button", { name: "Refuse all" }).click();
+  await page.getByText("Consent refused").waitFor();
+  await page.locator('#timeline [data-kind="beacon"]').waitFor({ state: "attached" });
+  await killWhile(page, "Partners", async (screen) => {
+    await screen.getByRole("button", { name: "Details AdQuarry", exact: true }).click();
+    for (const name of ["AdQuarry Consent", "Kestrel DSP Consent"])
+      await screen.getByRole("switch", { name, exact: true }).click();
+    await page.locator("#timeline").getByText("Kestrel DSP switched on").waitFor({ state: "attached" });
+  });
+  await page.getByRole("button", { name: "Open privacy center" }).click();
+  await expectStates(center(page), { "AdQuarry Consent": false, "Kestrel DSP Consent": false });
 });
 
 const vendors = (...ids) => ({ MaxVendorId: 767, Vendors: ids });
