@@ -14,7 +14,8 @@
 
 #include "tests/browser/LayoutDescription.h"
 #include "tools/recording/World.h"
-#include "tools/studio/server/Answers.h"
+#include "tools/studio/server/ServedFile.h"
+#include "tools/studio/shared/Answers.h"
 #include "tools/system/Files.h"
 #include "tools/system/LoopbackServer.h"
 #include "vxprivacy/category_center/VXPrivacyCenterViewController.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/studio/server/Answers.h"
+#include "tools/studio/shared/Answers.h"
 #include "tools/system/LoopbackServer.h"
 
 namespace vx::tools::studio {

@@ -108,7 +108,7 @@ TEST(StudioCenter, WhatCannotBeDoneSaysWhy) {
     EXPECT_EQ(error("center/event", "{}"), "the privacy center is not open");
     EXPECT_EQ(error("center/open", R"({"width": "wide"})"), ""); // as wide as a phone
     EXPECT_EQ(error("center/open"), "the privacy center is open already");
-    EXPECT_EQ(error("center/event", std::string(5000, ' ')), "no event is that long");
+    EXPECT_EQ(error("center/event", std::string(5000, ' ')), "a body has 4 KiB at most here");
     for (const char* event : {"", "[]", "{\"tap\":7}", "{\"tap\":\"v999\"}", "\xff\xfe"})
         EXPECT_EQ(studio.post("center/event", event), Json::parse(R"({"gone":true})")) << event;
     EXPECT_NE(CenterPage(studio).policy.find("frame-ancestors 'self'"), std::string::npos);

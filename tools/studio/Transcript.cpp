@@ -40,8 +40,8 @@ void printHeading(const EventStream& events, const std::string& address, const s
     std::cout << "\nStart-up\n";
 }
 
-void printEntry(const Json& entry) {
-    field(entry.value("kind", "").c_str()) << entry.value("title", "") << '\n';
+void printEntry(const EventStream::Entry& entry) {
+    field(entry.kind.c_str()) << entry.title << '\n';
 }
 
 std::int64_t configurationVersion(const Json& state) {
@@ -66,8 +66,8 @@ void printStartUp(EventStream& events) {
     for (const auto end = SteadyClock::now() + kPatience; SteadyClock::now() < end;) {
         const EventStream::News news = events.waitAfter(position, 100ms);
         position = news.position;
-        for (const Json& entry : news.entries)
-            printEntry(entry);
+        for (const auto& entry : news.entries)
+            printEntry(*entry);
         if (news.closed || (news.entries.empty() && isUpToDate(events.state())))
             return;
     }

@@ -22,7 +22,6 @@ void configure(httplib::Server& server) {
         return new httplib::ThreadPool(kThreads);
     }; // the server's to free
     server.set_socket_options(claimAlone);
-    server.set_payload_max_length(kLargestBody);
     server.set_keep_alive_max_count(1); // an idle connection would hold up `stop`
     server.set_keep_alive_timeout(1);
 }

@@ -10,9 +10,6 @@
 
 namespace vx::tools::system {
 
-/// The longest body of a request, in bytes.
-inline constexpr std::size_t kLargestBody = 8u << 20;
-
 /// An HTTP server on 127.0.0.1 with a thread of its own, from `start` to `stop`.
 class LoopbackServer {
 public:

@@ -13,6 +13,8 @@ const kinds = [
   ["studio", "Studio"],
 ];
 const kMostRows = 2000;
+const kMostMarked = 50_000; // characters; tokens are elements
+const kLongBody = 4000; // characters; a longer one is folded, and only its beginning searched
 const hidden = new Set();
 let wanted = "";
 
@@ -37,8 +39,9 @@ function token(text, next) {
 export function prettyPrinted(value) {
   const pre = element("pre");
   const text = JSON.stringify(unfolded(value), null, 2);
-  let end = 0;
-  for (const match of text.matchAll(/"(?:[^"\\]|\\.)*"|true|false|null|-?\d[\d.eE+-]*/g)) {
+  let end = text.length > kMostMarked ? text.length : 0;
+  if (end) pre.append(text);
+  for (const match of text.slice(end).matchAll(/"(?:[^"\\]|\\.)*"|true|false|null|-?\d[\d.eE+-]*/g)) {
     const after = match.index + match[0].length;
     pre.append(text.slice(end, match.index),
       element("span", { class: token(match[0], text.slice(after, after + 4)), text: match[0] }));
@@ -51,6 +54,19 @@ export function prettyPrinted(value) {
 const isEmpty = (body) => body === null || body === undefined ||
   (typeof body === "object" && Object.keys(body).length === 0);
 
+function details(entry, head, open) {
+  const node = element("details", {}, element("summary", { class: "line" }, ...head));
+  const print = () => {
+    if (node.children.length > 1) return;
+    if (entry.cut) node.append(element("p", { class: "hint", text: `The beginning; all of it, ${entry.cut} bytes, was too long to be kept.` }));
+    node.append(prettyPrinted(entry.body));
+  };
+  node.addEventListener("toggle", print); // not before it is looked at
+  if (open) print();
+  node.open = open;
+  return node;
+}
+
 function row(entry) {
   const head = [
     element("time", { text: timeOfDay(entry.at), datetime: new Date(entry.at).toISOString() }),
@@ -58,21 +74,13 @@ function row(entry) {
     element("span", { class: "title", text: entry.title }),
   ];
   const item = element("li", { "data-kind": entry.kind, "data-level": entry.level });
+  const body = JSON.stringify(entry.body ?? "");
   if (isEmpty(entry.body)) {
     item.append(element("div", { class: "line" }, ...head));
   } else {
-    const details = element("details", {}, element("summary", { class: "line" }, ...head));
-    const print = () => {
-      if (details.children.length === 1) details.append(prettyPrinted(entry.body));
-    };
-    details.addEventListener("toggle", print); // not before it is looked at
-    if (entry.kind === "beacon") {
-      print();
-      details.open = true;
-    }
-    item.append(details);
+    item.append(details(entry, head, entry.kind === "beacon" && body.length <= kLongBody));
   }
-  item.dataset.text = `${entry.title} ${JSON.stringify(entry.body ?? "")}`.toLowerCase();
+  item.dataset.text = `${entry.title} ${body.slice(0, kLongBody)}`.toLowerCase();
   return item;
 }
 

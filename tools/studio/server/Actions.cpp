@@ -5,18 +5,16 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <utility>
 
 #include "tools/lint/FindingsReport.h"
 #include "tools/lint/Lint.h"
-#include "tools/studio/server/Answers.h"
+#include "tools/studio/shared/Answers.h"
 #include "tools/studio/shared/EventStream.h"
+#include "tools/studio/shared/Routes.h"
 #include "tools/studio/world/StudioSession.h"
-#include "tools/system/LoopbackServer.h"
 
 namespace vx::tools::studio {
 
@@ -111,31 +109,6 @@ constexpr Action kActions[] = {
                              const std::string& body) { return session.shipRestrictions(body); }},
 };
 
-// Read here, because the library takes no more than 8 KiB of the content type that curl gives a
-// body unasked, and waits for the end of a body of which no length is said, such as that of a plain
-// "curl -X POST". Nothing when it cannot be read whole or is too large.
-std::optional<std::string> bodyOf(const httplib::Request& request,
-                                  const httplib::ContentReader& read) {
-    std::string body;
-    if (!request.has_header("Content-Length") && !request.has_header("Transfer-Encoding"))
-        return body;
-    const bool whole = read([&](const char* data, std::size_t size) {
-        if (size >
-            system::kLargestBody - body.size()) // of which the library only saw a length announced
-            return false;
-        body.append(data, size);
-        return true;
-    });
-    return whole ? std::optional(std::move(body)) : std::nullopt;
-}
-
-// Reads it to its end, so that its sender hears the answer.
-void refuseForm(const httplib::ContentReader& read, httplib::Response& response) {
-    read([](const httplib::MultipartFormData&) { return true; },
-         [](const char*, std::size_t) { return true; });
-    answerError(response, 415, {"post the text itself, not a form"});
-}
-
 void publish(StudioSession& session, const std::string& text, httplib::Response& response) {
     const Result<Edition> edition = session.publish(text);
     if (edition)
@@ -147,16 +120,8 @@ void publish(StudioSession& session, const std::string& text, httplib::Response&
 } // namespace
 
 void addActions(httplib::Server& server, StudioSession& session, const EventStream& events) {
-    const auto post = [&](const char* path, auto perform) {
-        server.Post(path, [perform](const httplib::Request& request, httplib::Response& response,
-                                    const httplib::ContentReader& read) {
-            if (request.is_multipart_form_data())
-                refuseForm(read, response);
-            else if (const auto body = bodyOf(request, read))
-                perform(*body, response);
-            else
-                answerError(response, 413, {"a body has 8 MiB at most"});
-        });
+    const auto post = [&](const char* path, TakeBody take) {
+        addPost(server, path, kLargestBody, std::move(take));
     };
     for (const Action& action : kActions)
         post(action.path, [&](const std::string& body, httplib::Response& response) {

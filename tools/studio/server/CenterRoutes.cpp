@@ -2,7 +2,9 @@
 
 #include <string>
 
-#include "tools/studio/server/Answers.h"
+#include "tools/studio/server/ServedFile.h"
+#include "tools/studio/shared/Answers.h"
+#include "tools/studio/shared/Routes.h"
 #include "tools/studio/world/StudioSession.h"
 #include "vxprivacy/hosts/web/StaticFiles.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
@@ -27,29 +29,22 @@ void answerWith(httplib::Response& response, const Reply& reply, const char* typ
         answerError(response, problemStatus, reply.problem());
 }
 
-void takeEvent(StudioSession& session, const httplib::Request& request,
-               httplib::Response& response) {
-    if (request.body.size() > kLongestEvent)
-        return answerError(response, 413, {"no event is that long"});
-    answerWith(response, session.centerEvent(request.body), "application/json", 409);
-}
-
 } // namespace
 
 void addCenter(httplib::Server& server, StudioSession& session) {
-    server.Get("/center/", [&](const httplib::Request&, httplib::Response& response) {
+    addGet(server, "/center/", [&](const httplib::Request&, httplib::Response& response) {
         setFramedPolicy(response);
         answerWith(response, session.centerPage(), "text/html; charset=utf-8", 404);
     });
-    server.Get("/center/layout.css", [&](const httplib::Request&, httplib::Response& response) {
+    addGet(server, "/center/layout.css", [&](const httplib::Request&, httplib::Response& response) {
         answerWith(response, session.centerLayout(), "text/css; charset=utf-8", 404);
     });
     for (const web::StaticFile& file : web::staticFiles())
         serveFile(server, "/center/" + std::string(file.name), file);
-    server.Post("/api/center/event",
-                [&](const httplib::Request& request, httplib::Response& response) {
-                    takeEvent(session, request, response);
-                });
+    addPost(server, "/api/center/event", kLongestEvent,
+            [&](const std::string& event, httplib::Response& response) {
+                answerWith(response, session.centerEvent(event), "application/json", 409);
+            });
 }
 
 } // namespace vx::tools::studio

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "tools/studio/server/Answers.h"
+#include "tools/studio/shared/Answers.h"
 #include "tools/studio/shared/EventStream.h"
 
 namespace vx::tools::studio {
@@ -15,18 +15,17 @@ namespace {
 constexpr int kMostStreams = 16; // each keeps a thread
 constexpr std::chrono::seconds kHeartbeat{5};
 
-std::string eventMessage(const char* event, const Json& data, const Json& id = nullptr) {
-    std::string text = id.is_null() ? "" : "id: " + id.dump() + "\n";
-    return text + "event: " + event +
-           "\ndata: " + data.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n\n";
+std::string eventMessage(const char* event, const std::string& data) {
+    return std::string("event: ") + event + "\ndata: " + data + "\n\n";
 }
 
 std::string eventMessages(const EventStream::News& news) {
     std::string text;
-    for (const Json& entry : news.entries)
-        text += eventMessage("entry", entry, entry["id"]);
+    for (const auto& entry : news.entries)
+        text += "id: " + std::to_string(entry->id) + "\n" + eventMessage("entry", entry->text);
     if (!news.state.is_null())
-        text += eventMessage("state", news.state);
+        text +=
+            eventMessage("state", news.state.dump(-1, ' ', false, Json::error_handler_t::replace));
     return text.empty() ? ":\n\n" : text; // a comment, so that a reader who left is noticed
 }
 

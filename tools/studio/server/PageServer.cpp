@@ -1,14 +1,17 @@
 #include "tools/studio/server/PageServer.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "tools/studio/page/PageFiles.h"
 #include "tools/studio/server/Actions.h"
-#include "tools/studio/server/Answers.h"
 #include "tools/studio/server/CenterRoutes.h"
+#include "tools/studio/server/ServedFile.h"
+#include "tools/studio/shared/Answers.h"
 #include "tools/studio/shared/EventStream.h"
+#include "tools/studio/shared/Routes.h"
 #include "tools/studio/world/StudioSession.h"
 
 namespace vx::tools::studio {
@@ -23,6 +26,15 @@ std::string withToken(std::string_view page, const std::string& token) {
     std::string text(page);
     const std::string_view mark = "{{token}}";
     return text.replace(text.find(mark), mark.size(), token);
+}
+
+std::string asArray(const EventStream::Entries& entries) {
+    std::string text = "[";
+    for (const auto& entry : entries) {
+        text += text.size() > 1 ? ",\n" : "\n";
+        text += entry->text;
+    }
+    return text + "\n]\n";
 }
 
 } // namespace
@@ -40,6 +52,7 @@ bool PageServer::start(int port) {
 
 void PageServer::addRoutes(httplib::Server& server) {
     guard_.protect(server, [this] { return server_.port(); });
+    explainErrors(server);
     addPage(server);
     addQueries(server);
     addActions(server, session_, events_);
@@ -50,30 +63,33 @@ void PageServer::addPage(httplib::Server& server) const {
     for (const web::StaticFile& file : pageFiles())
         if (file.name != kIndex)
             serveFile(server, "/" + std::string(file.name), file);
-    server.Get("/", [this](const httplib::Request&, httplib::Response& response) {
+    addGet(server, "/", [this](const httplib::Request&, httplib::Response& response) {
         answerText(response, withToken(pageFiles()[kIndex], token()), "text/html; charset=utf-8");
     });
 }
 
 void PageServer::addQueries(httplib::Server& server) {
-    server.Get("/api/state", [this](const httplib::Request&, httplib::Response& response) {
+    addGet(server, "/api/state", [this](const httplib::Request&, httplib::Response& response) {
         answer(response, events_.state());
     });
-    server.Get("/api/timeline",
-               [this](const httplib::Request& request, httplib::Response& response) {
-                   answer(response, events_.entriesAfter(std::strtoull(
-                                        request.get_param_value("after").c_str(), nullptr, 10)));
-               });
-    server.Get("/api/events", [this](const httplib::Request& request, httplib::Response& response) {
-        channel_.serve(request, response);
-    });
+    addGet(server, "/api/timeline",
+           [this](const httplib::Request& request, httplib::Response& response) {
+               const std::uint64_t after =
+                   std::strtoull(request.get_param_value("after").c_str(), nullptr, 10);
+               answerText(response, asArray(events_.entriesAfter(after)), "application/json");
+           });
+    addGet(server, "/api/events",
+           [this](const httplib::Request& request, httplib::Response& response) {
+               channel_.serve(request, response);
+           });
+    // These are posted as well.
     server.Get("/api/configuration", [this](const httplib::Request&, httplib::Response& response) {
         answerText(response, session_.published().text, "application/json");
     });
     server.Get("/api/restrictions", [this](const httplib::Request&, httplib::Response& response) {
         answerText(response, session_.restrictions(), "application/json");
     });
-    server.Get("/api/sample", [this](const httplib::Request&, httplib::Response& response) {
+    addGet(server, "/api/sample", [this](const httplib::Request&, httplib::Response& response) {
         answerText(response, session_.sample(), "application/json");
     });
 }

@@ -1,27 +1,64 @@
 #include "tools/studio/shared/EventStream.h"
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace vx::tools::studio {
 
 namespace {
 
-constexpr std::size_t kMostEntries = 5000;
+constexpr std::size_t kMostNews = 512u << 10; // bytes at a time
+constexpr std::size_t kKeptOfLongEntry = 4096;
+constexpr std::size_t kLongestTitle = 512;
 
 std::int64_t now() {
     using namespace std::chrono;
     return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
 }
 
+std::string textOf(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+// The writing of JSON mends a character that is cut in two.
+std::string beginning(std::string text, std::size_t most) {
+    return text.size() <= most ? text : text.substr(0, most) + "\u2026";
+}
+
+Json shortened(const Json& entry, std::size_t bytes) {
+    const Json body = entry.value("body", Json());
+    Json short_ = {{"kind", entry.value("kind", "")},
+                   {"title", entry.value("title", "")},
+                   {"body", beginning(body.is_string() ? body.get<std::string>() : textOf(body),
+                                      kKeptOfLongEntry)},
+                   {"cut", bytes}};
+    for (const char* kept : {"level", "id", "at"})
+        if (entry.contains(kept))
+            short_[kept] = entry[kept];
+    return short_;
+}
+
 } // namespace
 
 void EventStream::append(Json entry) {
+    std::string title = beginning(entry.value("title", ""), kLongestTitle);
+    entry["title"] = title;
     const std::lock_guard lock(mutex_);
     entry["id"] = ++lastEntry_;
     entry["at"] = now();
-    entries_.push_back(std::move(entry));
-    if (entries_.size() > kMostEntries)
+    std::string text = textOf(entry);
+    if (text.size() > kLongestEntry)
+        text = textOf(shortened(entry, text.size()));
+    bytes_ += text.size();
+    entries_.push_back(std::make_shared<Entry>(Entry{.id = lastEntry_,
+                                                     .kind = entry.value("kind", ""),
+                                                     .title = std::move(title),
+                                                     .text = std::move(text)}));
+    while (entries_.size() > kMostEntries || bytes_ > kMostBytes) {
+        bytes_ -= entries_.front()->text.size();
         entries_.pop_front();
+    }
     changed_.notify_all();
 }
 
@@ -46,15 +83,17 @@ EventStream::News EventStream::waitAfter(Position seen, std::chrono::millisecond
     changed_.wait_for(lock, patience, [&] {
         return closed_ || lastEntry_ > seen.entry || stateRevision_ > seen.state;
     });
-    return {.entries = after(seen.entry),
+    Entries entries = after(seen.entry, kMostNews);
+    const std::uint64_t last = entries.empty() ? lastEntry_ : entries.back()->id;
+    return {.entries = std::move(entries),
             .state = stateRevision_ > seen.state ? state_ : Json(),
-            .position = {lastEntry_, stateRevision_},
+            .position = {last, stateRevision_},
             .closed = closed_};
 }
 
-std::vector<Json> EventStream::entriesAfter(std::uint64_t entry) const {
+EventStream::Entries EventStream::entriesAfter(std::uint64_t entry) const {
     const std::lock_guard lock(mutex_);
-    return after(entry);
+    return after(entry, std::numeric_limits<std::size_t>::max());
 }
 
 void EventStream::close() {
@@ -63,10 +102,17 @@ void EventStream::close() {
     changed_.notify_all();
 }
 
-std::vector<Json> EventStream::after(std::uint64_t entry) const {
+EventStream::Entries EventStream::after(std::uint64_t entry, std::size_t mostBytes) const {
     const std::uint64_t first = lastEntry_ - entries_.size(); // the ids are without gaps
     const std::uint64_t skipped = entry > first ? std::min(entry, lastEntry_) - first : 0;
-    return {entries_.begin() + static_cast<std::ptrdiff_t>(skipped), entries_.end()};
+    Entries found;
+    std::size_t bytes = 0;
+    for (auto each = entries_.begin() + static_cast<std::ptrdiff_t>(skipped);
+         each != entries_.end() && bytes < mostBytes; ++each) {
+        bytes += (*each)->text.size();
+        found.push_back(*each);
+    }
+    return found;
 }
 
 } // namespace vx::tools::studio

@@ -5,12 +5,18 @@
 #include <functional>
 #include <utility>
 
+#include "tools/studio/shared/Answers.h"
 #include "tools/studio/shared/EventStream.h"
 #include "tools/studio/shared/Json.h"
+#include "tools/studio/shared/OriginCheck.h"
+#include "tools/studio/shared/Routes.h"
 
 namespace vx::tools::studio {
 
 namespace {
+
+constexpr const char* kCollector = "/privacy-consent/";
+constexpr std::size_t kLongestBeacon = 1u << 20;
 
 std::string entityTag(const std::string& document) {
     return '"' + std::to_string(std::hash<std::string>{}(document)) + '"';
@@ -51,22 +57,31 @@ std::string Backend::published() const {
 }
 
 void Backend::addRoutes(httplib::Server& server) {
-    server.Get(configurationPath_,
-               [this](const httplib::Request& request, httplib::Response& response) {
-                   answerDocument(published(), request, response);
-               });
-    server.Get("/v2/([^/]+)", [this](const httplib::Request& request, httplib::Response& response) {
-        answerVendorList(request, response);
-    });
-    server.Post("/privacy-consent/",
-                [this](const httplib::Request& request, httplib::Response& response) {
-                    collect(request, response);
-                });
-    // Before the answer goes out, so that it stands before what the answer causes.
+    server.set_pre_routing_handler(
+        [this](const httplib::Request& request, httplib::Response& response) {
+            return turnAway(checkOrigin(request, server_.port()), response);
+        });
+    explainErrors(server);
+    addGet(server, configurationPath_,
+           [this](const httplib::Request& request, httplib::Response& response) {
+               answerDocument(published(), request, response);
+           });
+    addGet(server, "/v2/([^/]+)",
+           [this](const httplib::Request& request, httplib::Response& response) {
+               answerVendorList(request, response);
+           });
+    addPost(server, kCollector, kLongestBeacon,
+            [this](const std::string& beacon, httplib::Response& response) {
+                collect(beacon);
+                response.set_content("{}", "application/json");
+            });
+    // Before the answer goes out, so that it stands before what the answer causes. What other sites
+    // ask for is left out: they could fill the timeline.
     server.set_post_routing_handler(
         [this](const httplib::Request& request, httplib::Response& response) {
-            events_.append("request", request.method + " " + request.target + " \u2192 " +
-                                          std::to_string(response.status));
+            if (!checkOrigin(request, server_.port()))
+                events_.append("request", request.method + " " + request.target + " \u2192 " +
+                                              std::to_string(response.status));
         });
 }
 
@@ -78,13 +93,14 @@ void Backend::answerVendorList(const httplib::Request& request, httplib::Respons
         answerDocument(document->second, request, response);
 }
 
-void Backend::collect(const httplib::Request& request, httplib::Response& response) {
-    const Result<Json> beacon = parsed(request.body);
+void Backend::collect(const std::string& text) {
+    const bool isShown =
+        text.size() <= EventStream::kLongestEntry; // or taking it apart is for nothing
+    const Result<Json> beacon = isShown ? parsed(text) : Problem{"too long"};
     events_.append({{"kind", "beacon"},
-                    {"title", "Beacon arrived at " + request.path},
-                    {"text", request.body},
-                    {"body", beacon ? *beacon : Json(request.body)}});
-    response.set_content("{}", "application/json");
+                    {"title", std::string("Beacon arrived at ") + kCollector},
+                    {"text", text},
+                    {"body", beacon ? *beacon : Json(text)}});
 }
 
 } // namespace vx::tools::studio

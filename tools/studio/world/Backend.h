@@ -12,8 +12,8 @@ namespace vx::tools::studio {
 class EventStream;
 
 /// The servers an application talks to, for development: configuration CDN, vendor list and
-/// consent collector, on one loopback port. Tells the stream of every request ("request") and of
-/// every beacon that arrives ("beacon").
+/// consent collector, on one loopback port. Other sites in the user's browser are refused. Tells
+/// the stream of every other request ("request") and of every beacon that arrives ("beacon").
 class Backend {
 public:
     Backend(std::int32_t siteID, std::int32_t privacyID, ServedVendorList vendorList,
@@ -36,7 +36,7 @@ public:
 private:
     void addRoutes(httplib::Server& server);
     void answerVendorList(const httplib::Request& request, httplib::Response& response) const;
-    void collect(const httplib::Request& request, httplib::Response& response);
+    void collect(const std::string& text);
 
     const std::string configurationPath_;
     const ServedVendorList vendorList_;

@@ -1,4 +1,4 @@
-#include "tools/studio/server/Answers.h"
+#include "tools/studio/shared/Answers.h"
 
 #include <memory>
 #include <utility>
@@ -20,13 +20,6 @@ void answer(httplib::Response& response, const Json& body, int status) {
     response.status = status;
     answerText(response, body.dump(2, ' ', false, Json::error_handler_t::replace) + "\n",
                "application/json");
-}
-
-void serveFile(httplib::Server& server, const std::string& path, const web::StaticFile& file) {
-    server.Get(path, [file](const httplib::Request&, httplib::Response& response) {
-        answerText(response, std::string(file.content),
-                   std::string(file.mediaType) + "; charset=utf-8");
-    });
 }
 
 void answerError(httplib::Response& response, int status, const Problem& problem) {

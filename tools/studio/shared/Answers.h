@@ -5,7 +5,6 @@
 #include <httplib.h>
 
 #include "tools/studio/shared/Json.h"
-#include "vxprivacy/hosts/web/StaticFiles.h"
 
 namespace vx::tools::studio {
 
@@ -13,8 +12,6 @@ namespace vx::tools::studio {
 /// needs for all the rest.
 void answerText(httplib::Response& response, std::string text, const std::string& type);
 void answer(httplib::Response& response, const Json& body, int status = 200);
-/// Makes `server` answer GET requests for `path` with the file.
-void serveFile(httplib::Server& server, const std::string& path, const web::StaticFile& file);
 /// {"error": TEXT}
 void answerError(httplib::Response& response, int status, const Problem& problem);
 
