@@ -76,8 +76,8 @@ TEST(Lint, Information) {
     expect(R"({"information":{"version":null}})", {{kError, "/information/version", "missing"}});
     for (const char* version :
          {"0", "-1", "\"\"", "true", "null", "[]", "0.5", "2147483648", "\"99999999999\""})
-        expectIn(std::string(R"({"information":{"content":"","version":)") + version +
-                     R"(},"categories":[{"ID":"1","name":""}]})",
+        expectIn(std::string(R"({"information":{"content":"c","version":)") + version +
+                     R"(},"categories":[{"ID":"1","name":"n"}]})",
                  {{kError, "/information/version", "do not install"}});
     for (const char* version : {"\"3\"", "1.5"})
         expect((std::string(R"({"information":{"version":)") + version + "}}").c_str(),
@@ -89,6 +89,35 @@ TEST(Lint, Information) {
     expect(R"({"information":{"vendors":"8, 24"},"texts":null})",
            {{kError, "/information/vendors", "without blanks"},
             {kWarning, "/texts", "every text there is empty"}});
+}
+
+TEST(Lint, AnIABConfigurationWithoutVendors) {
+    const Expected finding{kWarning, "/information/vendors", "and no purpose"};
+    const auto patch = [](const char* vendors) {
+        return R"({"categories":null,"texts":{},"information":{"vendors":)" + std::string(vendors) +
+               "}}";
+    };
+    const auto isFound = [&](const char* vendors) {
+        Json document = Json::parse(kGood);
+        document.merge_patch(Json::parse(patch(vendors)));
+        return std::ranges::any_of(vx::tools::lint::lint(document.dump()), [&](const auto& found) {
+            return found.path == finding.path &&
+                   found.advice.effect.find(finding.phrase) != std::string::npos;
+        });
+    };
+    EXPECT_TRUE(isFound("null"));
+    EXPECT_TRUE(isFound("\"\""));
+    EXPECT_FALSE(isFound("\"8,24\""));
+}
+
+TEST(Lint, BlankTexts) {
+    for (const char* blank : {"\"\"", "\" \\n\\t\""}) {
+        const std::string name = "\"name\":" + std::string(blank);
+        expect(("{\"categories\":[{\"ID\":\"1\"," + name + "}]}").c_str(),
+               {{kError, "/categories/0/name", "has no title"}});
+        expect(("{\"information\":{\"content\":" + std::string(blank) + "}}").c_str(),
+               {{kWarning, "/information/content", "is blank"}});
+    }
 }
 
 TEST(Lint, Categories) {
@@ -121,6 +150,41 @@ TEST(Lint, Categories) {
     expect(R"({"categories":{}})", {{kError, "/categories", "not an array"}});
 }
 
+// The column is where something is to be done, from 1.
+TEST(Lint, UsualMistakesInJSON) {
+    using namespace std::string_literals;
+    const std::vector<std::tuple<std::string, std::size_t, std::size_t, const char*>> cases = {
+        {"{\"a\":1\n \"b\":2}", 1, 7, "a comma is missing"},
+        {"{\"a\":\"x\"\n\n \"b\":2}", 1, 9, "a comma is missing"},
+        {"[{}\n{}]", 1, 4, "a comma is missing"},
+        {"[true[]]", 1, 6, "a comma is missing"},
+        {"{\"a\":12\"b\":2}", 1, 8, "a comma is missing"},
+        {"{\"a\" 1}", 1, 5, "a colon is missing"},
+        {"{\"a\":1,\n}", 1, 7, "comma behind the last"},
+        {"[1, ]", 1, 3, "comma behind the last"},
+        {"{ // why\n\"a\":1}", 1, 3, "a comment"},
+        {"{\"a\":1 /* why */}", 1, 8, "a comment"},
+        {"# why\n{}", 1, 1, "a comment"},
+        {"{'a':1}", 1, 2, "single quotation mark"},
+        {"{\"a\":\n 'b'}", 2, 2, "single quotation mark"},
+        {"\xEF\xBB\xBF{}", 1, 1, "byte-order mark"},
+        {"\xFF\xFE{\0}\0"s, 1, 1, "UTF-16"},
+        {"\0{\0}"s, 1, 1, "UTF-16"},
+        {"{\"a\":\"\0\"}"s, 1, 7, "NUL"},
+        {"{\"a\":1] \0"s, 1, 7, "expected '}'"},
+        {"{\"a\":1", 1, 7, "end of input"}};
+    for (const auto& [text, line, column, phrase] : cases) {
+        SCOPED_TRACE(text);
+        const auto findings = vx::tools::lint::lint(text);
+        ASSERT_EQ(findings.size(), 1u);
+        EXPECT_EQ(findings[0].line, line);
+        EXPECT_EQ(findings[0].column, column);
+        EXPECT_NE(findings[0].advice.problem.find("not valid JSON: "), std::string::npos);
+        EXPECT_NE(findings[0].advice.problem.find(phrase), std::string::npos)
+            << findings[0].advice.problem;
+    }
+}
+
 TEST(Lint, Links) {
     const auto expectAt = [](const char* members, const Expected& expected) {
         expect((R"({"information":{)" + std::string(members) + "}}").c_str(), {expected});
@@ -134,6 +198,12 @@ TEST(Lint, Links) {
     };
     expectAt(R"("privacy_policy_text":"t")",
              {kWarning, "/information/privacy_policy_text", "not shown"});
+    for (const char* address : {"https://", "http:///p", "HTTPS://?q", "https://a b"})
+        expectAt(
+            (R"("privacy_policy_text":"t","privacy_policy_url":")" + std::string(address) + '"')
+                .c_str(),
+            {kError, "/information/privacy_policy_url",
+             address == std::string("https://a b") ? "%XX" : "names no host"});
     expectAt(R"("privacy_policy_url":"https://a.example")",
              {kError, "/information/privacy_policy_url", "without a title"});
     expectAt(R"("privacy_policy_url":"https://a.example","privacy_policy_text":"")",

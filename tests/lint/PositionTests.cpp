@@ -41,7 +41,7 @@ TEST(LintPositions, InThePlacesOfADocument) {
          version + "\n\"components\":{\"firstLayerButton\":[\"Detail\",\n1]}}",
          {3, 1}},
         {"/texts_xx", version + "\"texts_xx\":{}}", {1, 30}},
-        {"", "{\"a\":1,\n\"é\" 2}", {2, 5}},
+        {"", "{\"a\":1,\n\"é\" 2}", {2, 4}},
         {"", "[1,2", {1, 5}},
     };
     for (const auto& [path, text, position] : cases)

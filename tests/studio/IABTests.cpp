@@ -56,8 +56,9 @@ TEST(StudioIAB, ADecisionIsStoredAsATCStringAndShownDecoded) {
 TEST(StudioIAB, NamedVendorsBringTheirPurposesAlong) {
     StudioProcess studio({"--iab"});
     Json document = studio.get("sample");
-    EXPECT_EQ(studio.post("lint", document.dump()), Json::array());
+    EXPECT_EQ(studio.post("lint", document.dump()).at(0)["path"], "/information/vendors");
     document["information"]["vendors"] = "16,41";
+    EXPECT_EQ(studio.post("lint", document.dump()), Json::array());
     studio.post("configuration", document.dump());
     const std::uint64_t before = studio.now();
     studio.post("relaunch");

@@ -19,6 +19,8 @@ void checkInformation(const Node& document, Findings& findings);
 void checkCategories(const Node& document, Findings& findings);
 /// Addresses that do not open, and links of which a half is missing.
 void checkLinks(const Node& document, Findings& findings);
+/// Titles and texts that are there and say nothing.
+void checkTexts(const Node& document, Findings& findings);
 /// Colours that are read as others than they look.
 void checkColours(const Node& document, Findings& findings);
 /// Colours that cannot be told apart, and the nearest that can.

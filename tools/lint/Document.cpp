@@ -9,15 +9,11 @@ namespace vx::tools::lint {
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
 // What the module refuses, though the tree could be built.
 std::optional<Fault> refusal(std::string_view text) {
     std::string error;
     if (JSONValue::parse(text, &error))
         return {};
-    if (text.starts_with(kByteOrderMark))
-        error = "it begins with a byte-order mark";
     return Fault{error, 0};
 }
 

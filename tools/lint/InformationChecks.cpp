@@ -48,6 +48,20 @@ bool isForIAB(const Node& document) {
     return information && !information->string("vendors").value_or("").empty();
 }
 
+// The vendors are where the module gets the purposes from that accepting everything accepts.
+void checkVendors(const Node& document, const Node& information, Findings& findings) {
+    const Node* vendors = information.member("vendors");
+    if (!isForIAB(document) || hasRows(document) ||
+        (vendors && (!vendors->is(Node::Type::String) || !vendors->text.empty())))
+        return;
+    findings.add(
+        Severity::Warning, vendors ? valueOf(*vendors) : missingIn(information, "vendors"),
+        {"The document names no vendors.",
+         "The lists show all vendors and purposes of the vendor list; accepting everything "
+         "accepts the vendors, and no purpose.",
+         "Add the IDs of your vendors: \"vendors\": \"8,24,755\"."});
+}
+
 void checkLanguage(const Node& texts, Findings& findings) {
     const std::string code = texts.key.substr(kTextsPrefix.size());
     if (VXMobilePrivacy::supportsLanguage(code))
@@ -71,6 +85,8 @@ void checkInformation(const Node& document, Findings& findings) {
                      {"\"content\" is missing.",
                       "The privacy center begins with the word \"(null)\".",
                       "Add \"content\": what the privacy center is for, in a sentence or two."});
+    if (information)
+        checkVendors(document, *information, findings);
     const Node* categories = document.member("categories");
     const bool isEmpty = !categories || (categories->is(Node::Type::Array) && !hasRows(document));
     if (document.is(Node::Type::Object) && isEmpty && !isForIAB(document))

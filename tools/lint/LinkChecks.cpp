@@ -1,4 +1,7 @@
+#include <algorithm>
+#include <cctype>
 #include <string>
+#include <string_view>
 
 #include "tools/lint/Checks.h"
 #include "vxprivacy/hosts/web/Addresses.h"
@@ -8,17 +11,36 @@ namespace vx::tools::lint {
 
 namespace {
 
+struct Mistake {
+    std::string_view problem;
+    std::string_view remedy;
+};
+
+bool beginsLikeAnAddress(std::string_view text) {
+    std::string scheme(text.substr(0, 8));
+    std::ranges::transform(scheme, scheme.begin(), [](unsigned char c) { return std::tolower(c); });
+    return scheme.starts_with("https://") || scheme.starts_with("http://");
+}
+
+Mistake mistakeIn(std::string_view address) {
+    if (!address.empty() && !isURL(address))
+        return {" has a character that no address may have.",
+                "Write blanks and letters outside ASCII as %XX, their UTF-8 bytes."};
+    if (beginsLikeAnAddress(address))
+        return {" names no host that a page is opened from.",
+                "Write the host after the two strokes, without a user and as it is in the name "
+                "system: https://www.example.com/."};
+    return {" begins with none of https://, http:// and mailto:.",
+            "Write the whole address, with https://."};
+}
+
 void checkAddress(const Node& address, Findings& findings) {
     if (web::mayOpen(address.text))
         return;
-    const bool isBadURL = !isURL(address.text) && !address.text.empty();
+    const auto [problem, remedy] = mistakeIn(address.text);
     findings.add(Severity::Error, valueOf(address),
-                 {"The address " + inQuotes(address.text) +
-                      (isBadURL ? " has a character that no address may have."
-                                : " begins with none of https://, http:// and mailto:."),
-                  "A tap on the link does nothing.",
-                  isBadURL ? "Write blanks and letters outside ASCII as %XX, their UTF-8 bytes."
-                           : "Write the whole address, with https://."});
+                 {"The address " + inQuotes(address.text) + std::string(problem),
+                  "A tap on the link does nothing.", std::string(remedy)});
 }
 
 // A link has its address and its title beside each other in `object`.

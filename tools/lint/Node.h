@@ -34,10 +34,12 @@ std::string pathOf(const Node& node);
 /// The JSON pointer of `node`'s member `name`, whether or not it is there.
 std::string pathOf(const Node& node, std::string_view name);
 
-/// Why a text is not accepted, and the byte where that shows.
+/// Why a text is not accepted, the byte where that shows, and the byte where the token with it
+/// begins.
 struct Fault {
     std::string reason;
     std::size_t offset;
+    std::size_t token = offset;
 };
 
 } // namespace vx::tools::lint

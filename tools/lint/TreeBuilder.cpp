@@ -90,7 +90,8 @@ Node& TreeBuilder::add(Node::Type type) {
 bool TreeBuilder::addNumber() {
     Node& node = add(Node::Type::Number);
     const std::size_t end = text_.find_first_not_of("0123456789+-.eE", node.offset);
-    node.text = text_.substr(node.offset, end - node.offset);
+    tokenEnd_ = std::min(end, text_.size());
+    node.text = text_.substr(node.offset, tokenEnd_ - node.offset);
     return true;
 }
 
@@ -167,7 +168,7 @@ bool TreeBuilder::end_array() {
 bool TreeBuilder::parse_error(std::size_t position, const std::string&,
                               const std::exception& error) {
     const std::size_t offset = position > 0 ? position - 1 : 0; // it counts what it has read
-    fault_ = {reasonIn(error.what()), std::min(offset, text_.size())};
+    fault_ = {reasonIn(error.what()), std::min(offset, text_.size()), takeToken()};
     return false;
 }
 
