@@ -101,7 +101,7 @@ test("equal links and rows without a name can be told apart, and text alone can 
 
 test("the keyboard reaches everything in the order in which it is seen, visibly", async (t) => {
   const page = await open(t, await serve(t, sample));
-  const operable = await page.locator("button, input").count();
+  const operable = await page.locator(".screen :is(button, input)").count();
   let previous = -Infinity;
   for (let i = 0; i < operable; ++i) {
     await page.keyboard.press("Tab");
@@ -125,12 +125,23 @@ test("answers that are not enabled yet say why, and wake when enough was seen or
   await answer.waitFor();
   const [why] = await textsOf(answer, "aria-describedby");
   assert.equal(why, "Read to the end to refuse or accept.");
+  const hint = page.getByText(why, { exact: true });
+  const woken = page.locator(".hint").getByText("You can now refuse or accept.");
+  const bar = await page.locator(".bar").boundingBox();
+  assert.ok((await hint.boundingBox()).y >= bar.y + bar.height, "below the answers");
+  assert.equal(await woken.isVisible(), false);
   await answer.focus();
   assert.equal(await answer.evaluate((element) => element === document.activeElement), true);
   await page.locator(".scroll").evaluate((scroll) => scroll.scrollTo(0, scroll.scrollHeight));
   await answer.waitFor({ state: "detached" });
   await page.getByRole("status").getByText("You can now refuse or accept.").waitFor({ state: "attached" });
+  await woken.waitFor();
+  assert.equal(await hint.isVisible(), false);
+  assert.deepEqual(await page.locator(".bar").boundingBox(), bar, "nothing moves");
+  await tap(page, page.getByRole("button", { name: "Details" }));
+  assert.equal(await page.locator(".hint").first().isVisible(), false);
   const tall = await open(t, await serve(t, iabSample, "en", lists), { height: 4000 });
   await tall.locator(".answer").first().waitFor();
   await tall.locator(".answer[aria-disabled]").first().waitFor({ state: "detached" });
+  assert.equal(await tall.locator(".hint").first().isVisible(), false, "there was nothing to wait for");
 });

@@ -1,4 +1,6 @@
-// Where the constraints of a screen put its views, solved to the letter by another's solver.
+// Where the constraints of a screen put its views, solved to the letter by another's solver, and where
+// they are in Chromium.
+import assert from "node:assert/strict";
 import { Constraint, Expression, Operator, Solver, Strength, Variable } from "@lume/kiwi";
 
 const relations = [Operator.Le, Operator.Eq, Operator.Ge]; // in the order of the server's numbers
@@ -31,9 +33,15 @@ const isAsHighAsSwitch = (views, first, one, second, two) =>
   attributes[one] === "height" && attributes[two] === "height" && views[second].type === "switch" &&
   views[second].parent === first;
 
-/// `views` as the server describes them; `sizes` what the content of each asks for, {width, height},
-/// either of which may be missing. Gives {left, top, width, height} of each, in the root's points.
-export function solved(views, sizes, root) {
+// A switch that reaches down to the end of its row, which grows with larger letters beside it.
+const endsWithSwitch = (views, first, one, second, two) => second !== null &&
+  attributes[one] === "bottom" && attributes[two] === "bottom" &&
+  [[first, second], [second, first]].some(([row, inner]) =>
+    views[inner].type === "switch" && views[inner].parent === row);
+
+// `views` as the server describes them; `sizes` what the content of each asks for, {width, height},
+// either of which may be missing. Gives {left, top, width, height} of each, in the root's points.
+function solved(views, sizes, root) {
   const solver = new Solver();
   const boxes = views.map(() => new Box());
   const contents = views.map(({ type }) => (type === "scroll" ? new Box() : null));
@@ -78,6 +86,10 @@ export function solved(views, sizes, root) {
           if (parent === first && type === "label")
             hold(boxes[first].of("bottom"), Operator.Ge, boxes[label].of("bottom"), 1000);
         hold(side(first, one), relations[relation], side(second, two), 999);
+      } else if (endsWithSwitch(views, first, one, second, two)) {
+        const [row, inner] = views[first].parent === second ? [second, first] : [first, second];
+        hold(boxes[row].of("bottom"), Operator.Ge, boxes[inner].of("bottom"), 1000);
+        hold(side(first, one), relations[relation], side(second, two), 999);
       } else {
         const right = second === null ? new Expression(points) : side(second, two).plus(points);
         hold(side(first, one), relations[relation], right, priority);
@@ -86,4 +98,79 @@ export function solved(views, sizes, root) {
   solver.updateVariables();
   return boxes.map((box) => Object.fromEntries(
     ["left", "top", "width", "height"].map((name) => [name, box[name].value()])));
+}
+
+// What is touched reaches beyond the box that is laid out, in points above and below.
+const reach = { switch: [6.5, 6.5], link: [5, 1.5] };
+
+// The boxes of all views, within the root, and how wide each would be in one line.
+function measure(page) {
+  return page.evaluate(() => {
+    const boxOf = (element) => element.getBoundingClientRect();
+    const elements = [...document.querySelectorAll(".surface [id], .surface[id]")]
+      .filter(({ id }) => /^v\d+$/.test(id));
+    const root = boxOf(elements[0]);
+    const toRight = document.dir !== "rtl";
+    const boxes = elements.map((element) => {
+      const { left, right, top, width, height } = boxOf(element);
+      const before = toRight ? left - root.left : root.right - right;
+      const kind = element.matches(".switch") ? "switch"
+        : element.matches(".leaves") ? "link" : "";
+      const stacked = element.matches(".stacked");
+      return { left: before, top: top - root.top, width, height, kind, stacked };
+    });
+    for (const { style } of elements)
+      Object.assign(style, { width: "max-content", minWidth: 0, maxWidth: "none" });
+    for (const [i, element] of elements.entries()) boxes[i].natural = boxOf(element).width;
+    for (const { style } of elements) Object.assign(style, { width: "", minWidth: "", maxWidth: "" });
+    return boxes;
+  });
+}
+
+function laidOut(box) {
+  const [above, below] = reach[box.kind] ?? [0, 0];
+  return { ...box, top: box.top + above, height: box.height - above - below };
+}
+
+// Whether a rule holds the view to the end of its container.
+const isHeldAtEnd = (views, i) => views[views[i].parent].constraints.some(([first, one, , second, two]) =>
+  attributes[one] === "trailing" && attributes[two] === "trailing" && [first, second].includes(i));
+
+// Nothing gets wider than its column: what is held at its beginning alone wraps there, and keeps the
+// same gap at its end.
+function fitsInto(boxes, views, i) {
+  const right = (box) => box.left + box.width;
+  const { type, parent } = views[i];
+  if (parent === null) return true;
+  const gap = isHeldAtEnd(views, i) ? 0 : boxes[i].left - boxes[parent].left;
+  if (right(boxes[i]) + gap > right(boxes[parent])) return false;
+  return type !== "label" || views.every((other, j) => other.parent !== parent ||
+    other.type !== "switch" || right(boxes[i]) <= boxes[j].left);
+}
+
+// Buttons that stand one below the other, as long words want it, are let off their own rules.
+function freed(views, boxes) {
+  const stacked = (i) => i !== null && boxes[i].stacked;
+  return views.map((view, i) => ({ ...view, constraints: stacked(i) ? []
+    : view.constraints.filter(([first, one]) => !(stacked(first) && attributes[one] === "height")) }));
+}
+
+/// The boxes of a page in Chromium equal the solution of the constraints that its server has; gives
+/// how many there are.
+export async function expectSolvedBoxes(page, address) {
+  const told = await (await fetch(`${address}/constraints`)).json();
+  const boxes = (await measure(page)).map(laidOut);
+  assert.equal(boxes.length, told.length);
+  const views = freed(told, boxes);
+  const sizes = boxes.map(({ natural, height, stacked }, i) => stacked ? { height }
+    : views[i].type === "label" || views[i].type === "button" ? { width: natural, height }
+      : views[i].type === "switch" ? { width: 51, height } : {});
+  const wanted = solved(views, sizes, { width: boxes[0].width, height: boxes[0].height });
+  const fits = (i) => fitsInto(wanted, views, i);
+  const wrong = boxes.flatMap((box, i) => boxes[views[i].parent]?.stacked ? []
+    : (fits(i) ? ["left", "top", "width", "height"] : ["left", "top", "height"])
+      .filter((side) => !(Math.abs(box[side] - wanted[i][side]) <= 0.5))
+      .map((side) => `${views[i].type} ${i}: ${side} is ${box[side]}, solved ${wanted[i][side]}`));
+  assert.deepEqual(wrong, []);
+  return boxes.length;
 }

@@ -19,19 +19,22 @@ export const french = fileURLToPath(new URL("french.json", import.meta.url));
 /// Starts the server of a configuration, a file or an object; resolves to its address. With a
 /// vendor list, and a translation of it if there is one, it shows the IAB privacy center.
 export async function serve(t, configuration, language = "en", ...lists) {
-  let file = configuration;
-  if (typeof configuration !== "string") {
-    const directory = await mkdtemp(join(tmpdir(), "surface-"));
-    t.after(() => rm(directory, { recursive: true }));
-    file = join(directory, "privacy.json");
-    await writeFile(file, JSON.stringify(configuration));
-  }
-  const server = spawn(process.env.SURFACE_SERVER, [file, language, ...lists], {
+  const documents = await Promise.all([configuration, ...lists].map((each) => fileOf(t, each)));
+  const server = spawn(process.env.SURFACE_SERVER, [documents[0], language, ...documents.slice(1)], {
     stdio: ["ignore", "pipe", "inherit"],
   });
   t.after(() => server.kill());
   const [address] = await once(createInterface(server.stdout), "line");
   return address;
+}
+
+async function fileOf(t, document) {
+  if (typeof document === "string") return document;
+  const directory = await mkdtemp(join(tmpdir(), "surface-"));
+  t.after(() => rm(directory, { recursive: true }));
+  const file = join(directory, "document.json");
+  await writeFile(file, JSON.stringify(document));
+  return file;
 }
 
 let launched;
@@ -60,13 +63,41 @@ export async function open(t, address, { width = 390, height = 844, textSize = 1
   page.on("console", (message) => {
     if (message.type() === "error") page.failures.push(message.text());
   });
-  if (textSize !== 1) {
-    const session = await context.newCDPSession(page);
-    await session.send("Page.enable");
-    await session.send("Page.setFontSizes", { fontSizes: { standard: 16 * textSize } });
-  }
+  if (textSize !== 1) await setTextSize(page, textSize);
   await page.goto(address);
   return page;
+}
+
+async function setTextSize(page, textSize) {
+  page.session ??= await page.context().newCDPSession(page);
+  await page.session.send("Page.enable");
+  await page.session.send("Page.setFontSizes", { fontSizes: { standard: 16 * textSize } });
+}
+
+/// The window and the text of a page change their sizes; all is laid out then.
+export async function resize(page, { width, height = 844, textSize = 1 }) {
+  await page.setViewportSize({ width, height });
+  await setTextSize(page, textSize);
+  await page.evaluate(() =>
+    new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done))));
+}
+
+/// Leads a page from the popup of the IAB center through its five screens, and gives the name of each
+/// while it is shown. One of the vendors is opened.
+export async function* iabScreens(page) {
+  yield "popup";
+  await tap(page, page.locator(".answer").first());
+  yield "purposes";
+  await tap(page, page.locator(".feet > .button").nth(1));
+  yield "legal text";
+  await tap(page, page.locator("[data-back]"));
+  await tap(page, page.locator(".onward"));
+  await tap(page, page.locator("[aria-expanded]").nth(1));
+  yield "vendors";
+  await page.request.get(new URL("detail", page.url()).href);
+  await page.evaluate(async () => (await import("/surface.js")).update());
+  await page.locator("[data-back]").waitFor();
+  yield "vendor details";
 }
 
 /// Operates a button or switch, with the mouse if nothing else is said, and gives the patch that

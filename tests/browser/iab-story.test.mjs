@@ -48,7 +48,7 @@ test("what is tapped is what the string says", async (t) => {
   await heading(page, "Partners");
   await tap(page, button(page, "Purposes"));
   await heading(page, "Purposes");
-  await tap(page, switchOf(page, "Choose advertisements by what you see Consent"));
+  await tap(page, switchOf(page, "Choose advertisements by what you see: Consent"));
   await tap(page, switchOf(page, "Use your exact location"));
   await tap(page, page.getByRole("button", { name: /Partners for this/ }).first());
   await heading(page, "Partners");
@@ -59,15 +59,15 @@ test("what is tapped is what the string says", async (t) => {
     await tap(page, details);
     assert.equal(await details.getAttribute("aria-expanded"), expanded);
   }
-  await tap(page, switchOf(page, "AdQuarry Consent"));
+  await tap(page, switchOf(page, "AdQuarry: Consent"));
   assert.deepEqual(page.failures, []);
 
   const choice = { purposes: [2], legitimate: [2], // a switch sets both
     features: [1], vendors: [6], vendorsLegitimate: [6] };
   assert.deepEqual(await saved(page, address), choice);
   await tap(page, button(page, "Details"));
-  await expectStates(page, { "Choose advertisements by what you see Consent": true,
-    "Measure advertisements Consent": false, "Use your exact location": true });
+  await expectStates(page, { "Choose advertisements by what you see: Consent": true,
+    "Measure advertisements: Consent": false, "Use your exact location": true });
   await tap(page, button(page, "Save my choices")); // as they were restored
   assert.deepEqual(await saved(page, address), choice);
 });

@@ -1,32 +1,12 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
-import { closeBrowser, french, open, sample, serve } from "./browser.mjs";
+import { closeBrowser, french, open, resize, sample, serve } from "./browser.mjs";
+import { expectWhole, seen } from "./whole.mjs";
 
 after(closeBrowser);
 
-// Boxes of everything that is read or operated, and whatever the page cuts off or cannot show.
-function measure() {
-  const boxes = [];
-  const cut = [];
-  for (const element of document.querySelectorAll(".label, .button, .switch")) {
-    const { left, right, top, bottom, width, height } = element.getBoundingClientRect();
-    if (width === 0 || height === 0) continue;
-    const name = element.textContent.slice(0, 40) || element.id;
-    // A switch takes taps on more than is drawn of it.
-    const art = element.matches(".switch") ? parseFloat(getComputedStyle(element, "::before").height) : height;
-    boxes.push({ id: element.id, name, left, right, top: top + (height - art) / 2,
-      bottom: bottom - (height - art) / 2, width, height, control: !element.matches(".label") });
-    const range = document.createRange();
-    if (element.firstChild) range.selectNode(element.firstChild); // what a link says unseen comes after
-    for (const line of element.firstChild ? range.getClientRects() : [])
-      if (line.width > 1 && (line.left < left - 1 || line.right > right + 1 ||
-          line.top < top - 1 || line.bottom > bottom + 1)) cut.push(`${name}: text`);
-    if (left < 0 || right > innerWidth) cut.push(`${name}: ${left} to ${right}`);
-  }
-  const screen = document.querySelector(".screen").getBoundingClientRect().toJSON();
-  const wide = [...document.querySelectorAll(".scroll"), document.documentElement]
-    .filter((element) => element.scrollWidth > element.clientWidth).map((element) => element.id);
-  const scroll = document.querySelector(".scroll");
+// The rows with a switch, and the screen that they are in.
+function measureRows() {
   const rows = [...document.querySelectorAll(".switch")].map((control) => {
     const title = document.getElementById(control.getAttribute("aria-labelledby"));
     const row = control.parentElement.getBoundingClientRect();
@@ -34,17 +14,7 @@ function measure() {
       title: title.getBoundingClientRect().toJSON(), row: row.toJSON(),
       control: control.getBoundingClientRect().toJSON() };
   });
-  return { boxes, cut, wide, rows, screen, whole: scroll.scrollHeight <= scroll.clientHeight };
-}
-
-function overlapping(boxes) {
-  const pairs = [];
-  boxes.forEach((a, i) => boxes.slice(i + 1).forEach((b) => {
-    if (Math.min(a.right, b.right) - Math.max(a.left, b.left) > 0.5 &&
-        Math.min(a.bottom, b.bottom) - Math.max(a.top, b.top) > 0.5)
-      pairs.push(`${a.name} / ${b.name}`);
-  }));
-  return pairs;
+  return { rows, screen: document.querySelector(".screen").getBoundingClientRect().toJSON() };
 }
 
 const near = (actual, expected, what) =>
@@ -52,18 +22,14 @@ const near = (actual, expected, what) =>
 
 for (const [name, file, language] of [["sample", sample, "en"], ["french", french, "fr"]])
   test(`${name}: whole, apart and in its shares at every width and text size`, async (t) => {
-    const address = await serve(t, file, language);
+    const page = await open(t, await serve(t, file, language));
     for (const width of [320, 390, 768])
       for (const textSize of [1, 2]) {
         const where = `${width} at ${textSize * 100} %`;
-        const page = await open(t, address, { width, textSize });
-        const { boxes, cut, wide, rows, screen } = await page.evaluate(measure);
+        await resize(page, { width, textSize });
+        const { boxes } = await expectWhole(page, where);
+        const { rows, screen } = await page.evaluate(measureRows);
         assert.ok(boxes.length > 10, where);
-        assert.deepEqual(cut, [], where);
-        assert.deepEqual(wide, [], where);
-        assert.deepEqual(overlapping(boxes), [], where);
-        for (const { name, width, height, control } of boxes)
-          assert.ok(!control || (width >= 44 && height >= 44), `${where}: ${name} is too small`);
         for (const { scale, title, row, control } of rows) {
           near(row.left, screen.left + 8, `${where}: row`);
           near(row.right, screen.right - 8, `${where}: row`);
@@ -87,8 +53,8 @@ test("a row is as high as what it is held to, and grows only where its title wra
       texts(4, long), texts(5, "")] });
   for (const textSize of [0.75, 1, 2]) {
     const page = await open(t, address, { textSize });
-    const { rows, boxes } = await page.evaluate(measure);
-    assert.deepEqual(overlapping(boxes), [], `${textSize}`);
+    assert.deepEqual((await seen(page)).overlapping, [], `${textSize}`);
+    const { rows } = await page.evaluate(measureRows);
     const high = rows.map(({ row, title, scale }, i) => {
       const next = rows[i + 1]?.row.top ?? Infinity;
       assert.ok(title.bottom + 2 < next, "a title is nearer to its own text");
@@ -136,8 +102,8 @@ test("the text size takes effect, gaps are the constraints', and the title bar t
 
 test("in a wide window the screen is a column in its middle, with shares of the column", async (t) => {
   const page = await open(t, await serve(t, sample), { width: 1280 });
-  const { rows, cut, wide } = await page.evaluate(measure);
-  assert.deepEqual([...cut, ...wide], []);
+  await expectWhole(page, "wide");
+  const { rows } = await page.evaluate(measureRows);
   for (const { scale, title, row } of rows) {
     near(row.left, (1280 - 768) / 2 + 8, "row");
     near(row.right, (1280 + 768) / 2 - 8, "row");
@@ -148,23 +114,23 @@ test("in a wide window the screen is a column in its middle, with shares of the 
 test("on a folded phone, titles leave the room that their switches need", async (t) => {
   for (const textSize of [1, 2]) {
     const page = await open(t, await serve(t, sample), { width: 250, textSize });
-    const { boxes, cut, wide } = await page.evaluate(measure);
-    assert.deepEqual([...cut, ...wide, ...overlapping(boxes)], []);
+    const { cut, wide, overlapping } = await seen(page);
+    assert.deepEqual([...cut, ...wide, ...overlapping], []);
   }
 });
 
 test("on paper the screen is whole", async (t) => {
   const page = await open(t, await serve(t, sample));
-  assert.equal((await page.evaluate(measure)).whole, false);
+  assert.equal((await seen(page)).whole, false);
   await page.emulateMedia({ media: "print" });
-  const { cut, wide, whole } = await page.evaluate(measure);
+  const { cut, wide, whole } = await seen(page);
   assert.deepEqual([...cut, ...wide, whole], [true]);
 });
 
 test("from right to left, title and switch change sides", async (t) => {
   const page = await open(t, await serve(t, sample, "ar"));
-  const { rows, cut, wide } = await page.evaluate(measure);
-  assert.deepEqual([...cut, ...wide], []);
+  await expectWhole(page, "ar");
+  const { rows } = await page.evaluate(measureRows);
   for (const { title, control } of rows) assert.ok(control.right < title.left + 1);
 });
 

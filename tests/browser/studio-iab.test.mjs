@@ -196,12 +196,12 @@ test("killed with the vendors half edited, the application keeps what was saved"
   await page.locator('#timeline [data-kind="beacon"]').waitFor({ state: "attached" });
   await killWhile(page, "Partners", async (screen) => {
     await screen.getByRole("button", { name: "Details AdQuarry", exact: true }).click();
-    for (const name of ["AdQuarry Consent", "Kestrel DSP Consent"])
+    for (const name of ["AdQuarry: Consent", "Kestrel DSP: Consent"])
       await screen.getByRole("switch", { name, exact: true }).click();
     await page.locator("#timeline").getByText("Kestrel DSP switched on").waitFor({ state: "attached" });
   });
   await page.getByRole("button", { name: "Open privacy center" }).click();
-  await expectStates(center(page), { "AdQuarry Consent": false, "Kestrel DSP Consent": false });
+  await expectStates(center(page), { "AdQuarry: Consent": false, "Kestrel DSP: Consent": false });
 });
 
 const vendors = (...ids) => ({ MaxVendorId: 767, Vendors: ids });

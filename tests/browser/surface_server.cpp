@@ -1,7 +1,8 @@
 // surface_server CONFIGURATION [LANGUAGE [VENDOR-LIST [TRANSLATION]]]: shows the category center of
 // a configuration file, or with a vendor list the IAB privacy center, on recording doors, on a free
 // port of 127.0.0.1 which it prints. Each visit of the page leaves the center and presents it anew;
-// /recorded tells what happened since it was last asked.
+// /recorded tells what happened since it was last asked, and /detail shows what no tap leads to,
+// the details of the first vendor on a screen of their own.
 
 #include <iostream>
 #include <memory>
@@ -22,6 +23,8 @@
 #include "vxprivacy/hosts/web/StaticFiles.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/iab_center/VXVendorContentView.h"
+#include "vxprivacy/iab_center/VXVendorDetailContentView.h"
 
 namespace {
 
@@ -58,6 +61,16 @@ public:
     }
     std::string dispatch(const std::string& event) {
         return surface_ ? surface_->dispatch(event) : R"({"gone":true})";
+    }
+    std::string showDetail() {
+        auto* center = dynamic_cast<VXIABPrivacyCenterViewController*>(center_.get());
+        if (!center || center->vendorContentView()->detailBtns().empty())
+            return "none";
+        const auto detail = center->vendorContentView()->detailBtns().front();
+        center->vendorContentView()->setCurrentDetail(detail);
+        detail->displayWithController(*center);
+        center->displayVendorDetail();
+        return "shown";
     }
     std::string takeRecorded() {
         return std::exchange(recorded_, recording::Event::array()).dump();
@@ -101,6 +114,7 @@ void addRoutes(httplib::Server& server, Shown& shown, std::mutex& mutex) {
     get("/layout.css", "text/css", [&] { return shown.layout(); });
     get("/favicon.ico", "image/x-icon", [] { return std::string(); });
     get("/constraints", "application/json", [&] { return shown.constraints(); });
+    get("/detail", "text/plain", [&] { return shown.showDetail(); });
     get("/recorded", "application/json", [&] { return shown.takeRecorded(); });
     server.Post("/event", [&](const httplib::Request& request, httplib::Response& response) {
         const std::lock_guard lock(mutex);

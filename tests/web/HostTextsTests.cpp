@@ -17,14 +17,11 @@ namespace vx {
 namespace {
 
 constexpr std::array kFields = {
-    &web::HostTexts::title,          &web::HostTexts::leaves,
-    &web::HostTexts::done,           &web::HostTexts::countOn,
-    &web::HostTexts::notYet,         &web::HostTexts::enabledNow,
-    &web::HostTexts::connectionLost, &web::HostTexts::retry,
-    &web::HostTexts::outOfDate,      &web::HostTexts::showCurrent,
-    &web::HostTexts::noScript,       &web::HostTexts::newScreen,
-    &web::HostTexts::search,         &web::HostTexts::matches,
-    &web::HostTexts::noMatch,        &web::HostTexts::answersConcernAll};
+    &web::HostTexts::title,    &web::HostTexts::leaves,     &web::HostTexts::countOn,
+    &web::HostTexts::notYet,   &web::HostTexts::enabledNow, &web::HostTexts::connectionLost,
+    &web::HostTexts::retry,    &web::HostTexts::outOfDate,  &web::HostTexts::showCurrent,
+    &web::HostTexts::noScript, &web::HostTexts::newScreen,  &web::HostTexts::search,
+    &web::HostTexts::matches,  &web::HostTexts::noMatch,    &web::HostTexts::answersConcernAll};
 
 TEST(HostTexts, EveryLanguageOfTheEngineHasItsOwn) {
     const web::HostTexts& english = web::hostTexts("en");
@@ -45,9 +42,9 @@ TEST(HostTexts, EveryLanguageOfTheEngineHasItsOwn) {
             }
         }
     EXPECT_EQ(languages, 25);
-    EXPECT_EQ(web::hostTexts("de-CH").done, "Fertig");
+    EXPECT_EQ(web::hostTexts("de-CH").retry, "Erneut versuchen");
     for (const char* unknown : {"", "xx", "dex", "-de"})
-        EXPECT_EQ(web::hostTexts(unknown).done, english.done) << unknown;
+        EXPECT_EQ(web::hostTexts(unknown).retry, english.retry) << unknown;
 }
 
 TEST(HostTexts, ThePageSpeaksTheEnginesLanguageUnlessToldOtherwise) {

@@ -48,6 +48,17 @@ void addText(std::string& text, const std::optional<Font>& font,
         declare(text, "font-weight", "700");
 }
 
+// A title that is to stay on one line has its letters shrink, as far as they may, before it wraps.
+// Those of an address are 0.6 as wide as they are high; what stands around it takes 64 points.
+void addShrinking(std::string& text, const Button& button) {
+    if (button.numberOfLines() != 1 || button.minimumScaleFactor() >= 1)
+        return;
+    const double size = button.font() ? button.font()->size / 16 : 1.125; // rem
+    const double letters = 0.6 * static_cast<double>(button.title().size() + 2);
+    declare(text, "font-size", "clamp(", number(size * button.minimumScaleFactor()),
+            "rem,calc((var(--column) - 64px)/", number(letters), "),", number(size), "rem)");
+}
+
 // The look draws the line over the view, whose layout it leaves alone.
 void addBorder(std::string& text, const View::Border& border) {
     declare(text, "--line", points(border.width), " solid ",
@@ -59,10 +70,11 @@ void addWhatIsOfItsKind(std::string& text, const View& view) {
     visit(view, Overloaded{[&](const Label& label) {
                                addText(text, label.font(), label.textColor());
                                if (label.alignment() == Label::Alignment::Justified)
-                                   declare(text, "text-align", "justify");
+                                   text += "text-align:justify;text-wrap:wrap;";
                            },
                            [&](const Button& button) {
                                addText(text, button.font(), button.titleColor());
+                               addShrinking(text, button);
                            },
                            [&](const Switch& control) {
                                if (const auto& tint = control.onTintColor())

@@ -21,8 +21,10 @@ struct Element {
     std::string_view grid;
     /// What its container says of its height.
     Height height;
-    /// Ids of the elements that name and describe a control, each after a space; empty: none.
+    /// Ids of the elements that name and describe a control, each after a space; empty: none. The
+    /// control's own stands for `label`, which is not seen.
     std::string names;
+    std::string label;
     std::string descriptions;
     /// The item of a list; a row of several views has an element of its own for that.
     bool isListItem = false;

@@ -35,7 +35,8 @@ void Groups::openList(const Row& row) {
     const auto section = row.section.lock();
     if (!section || (!open_.empty() && open_.back().heading))
         return;
-    open("list", "list", row.section);
+    // One that has the screen's own heading is all of the screen.
+    open(section->headingLevel() == 1 ? "list searchable" : "list", "list", row.section);
     open_.push_back({nullptr, section.get()});
 }
 

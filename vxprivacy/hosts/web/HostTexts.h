@@ -12,8 +12,6 @@ struct HostTexts {
     std::string title;
     /// After the title of a button that leads out of the page, for a screen reader.
     std::string leaves;
-    /// Title of the button that leaves the screen.
-    std::string done;
     /// How many of a parent's children are on: "%1$@" of "%2$@".
     std::string countOn;
     /// Why a button is not enabled yet, and what is said when it is.

@@ -64,9 +64,13 @@ public:
             own = std::exchange(description, nullptr);
         if (!own && !title_)
             own = section_;
+        Element& element = elements_.of(*item.view);
         std::string names;
         std::string descriptions;
-        if (title_)
+        const bool both = title_ && own && own != title_;
+        if (both) // "Title: own text"
+            add(names, element.id);
+        else if (title_)
             add(names, elements_.of(*title_).id);
         if (own && own != title_)
             add(names, elements_.of(*own).id);
@@ -76,7 +80,7 @@ public:
             elements_.of(*description).describes = true;
             add(descriptions, elements_.of(*description).id);
         }
-        Element& element = elements_.of(*item.view);
+        element.label = both ? title_->text() + ":" : "";
         element.names = names.empty() ? kPageTitle : names;
         element.descriptions = std::move(descriptions);
     }

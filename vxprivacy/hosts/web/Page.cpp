@@ -56,6 +56,30 @@ void addTitleBar(Markup& markup, const PageSettings& settings) {
     markup.end("div").end("header");
 }
 
+// For a list that is all of its screen; the style sheet shows it there.
+void addSearch(Markup& markup, const HostTexts& texts) {
+    markup.open("div").attribute("class", "find").attribute("id", "find");
+    markup.attribute("role", "search").attribute("data-matches", texts.matches).close();
+    markup.open("label").close();
+    markup.open("span").attribute("class", "unseen").close().text(texts.search).end("span");
+    markup.open("input").attribute("id", "search").attribute("type", "search");
+    markup.attribute("placeholder", texts.search).attribute("autocomplete", "off");
+    markup.attribute("spellcheck", "false").attribute("enterkeyhint", "search").close();
+    markup.end("label");
+    markup.open("p").attribute("class", "found").close().end("p");
+    markup.open("p").attribute("class", "nothing").flag("hidden").close().text(texts.noMatch);
+    markup.end("p").end("div");
+}
+
+// Under the answers, where it is read by whoever is about to give one.
+void addHints(Markup& markup, const HostTexts& texts) {
+    markup.open("div").attribute("class", "hint").attribute("id", "waiting").close();
+    markup.open("p").attribute("id", kNotYet).close().text(texts.notYet).end("p");
+    markup.open("p").close().text(texts.enabledNow).end("p").end("div");
+    markup.open("p").attribute("class", "hint").attribute("id", "whole-list").flag("hidden");
+    markup.close().text(texts.answersConcernAll).end("p");
+}
+
 // What the script shows in the region for alerts when there is something to say.
 void addNotice(Markup& markup, std::string_view id, std::string_view text,
                std::string_view action) {
@@ -85,15 +109,15 @@ std::string document(const Page& page) {
     addHead(before, page);
     before.open("main").attribute("class", "surface " + std::string(page.frame)).close();
     before.open("div").attribute("class", "sheet").close();
-    before.open("p").attribute("id", kNotYet).flag("hidden").close();
-    before.text(page.settings.texts->notYet).end("p");
     before.open("noscript").close().open("p").attribute("class", "noscript").close();
     before.text(page.settings.texts->noScript).end("p").end("noscript");
     addTitleBar(before, page.settings);
+    addSearch(before, *page.settings.texts);
     // Disabled until the script listens: a tap before would be lost.
     before.open("fieldset").attribute("class", "screen").attribute("role", "none");
     before.flag("disabled").close();
     Markup after;
+    addHints(after, *page.settings.texts);
     addNotices(after, *page.settings.texts);
     return "<!doctype html>\n" + before.take() + std::string(page.screen) + "</fieldset>" +
            after.take() + "</div></main></html>\n";

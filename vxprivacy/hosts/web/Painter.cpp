@@ -100,11 +100,15 @@ void Painter::paintLabel(const Label& label, const Element& element) {
     if (element.isListItem && label.headingLevel() == 0)
         markup_.attribute("role", "listitem");
     markup_.close();
-    if (const auto& count = label.count()) {
+    const auto& count = label.count();
+    if (count) {
         markup_.open("span").attribute("class", "count").attribute("id", countId(element.id));
         markup_.attribute("aria-hidden", "true").close().text(textOf(*count)).end("span");
+        markup_.open("span").attribute("class", "title").close();
     }
     label.link() ? paintLinkedText(label) : void(markup_.text(label.text()));
+    if (count)
+        markup_.end("span");
     markup_.end(tag);
 }
 
@@ -143,7 +147,8 @@ void Painter::paintButton(const Button& button, Element& element) {
         markup_.attribute("aria-expanded", *button.expanded() ? "true" : "false");
     if (const auto panel = button.panel())
         markup_.attribute("aria-controls", elements_.of(*panel).id);
-    markup_.close().text(button.title());
+    markup_.close();
+    leaves ? paintAddress(button.title()) : void(markup_.text(button.title()));
     if (leaves) // the arrow that eyes see is the style sheet's
         markup_.open("span")
             .attribute("class", "unseen")
@@ -153,11 +158,22 @@ void Painter::paintButton(const Button& button, Element& element) {
     markup_.end("button");
 }
 
+// One that has to break does so after a slash.
+void Painter::paintAddress(std::string_view text) {
+    for (auto end = text.find('/'); end != text.npos; end = text.find('/')) {
+        markup_.text(text.substr(0, end + 1)).open("wbr").close();
+        text.remove_prefix(end + 1);
+    }
+    markup_.text(text);
+}
+
 void Painter::paintSwitch(const Switch& control, const Element& element) {
     begin("input", control, element);
     markup_.attribute("type", "checkbox").attribute("role", "switch");
     markup_.attribute("autocomplete", "off"); // or a browser restores what the user left
     markup_.attribute("aria-labelledby", element.names);
+    if (!element.label.empty())
+        markup_.attribute("aria-label", element.label);
     if (!element.descriptions.empty())
         markup_.attribute("aria-describedby", element.descriptions);
     if (control.on())

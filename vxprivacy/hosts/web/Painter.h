@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "vxprivacy/hosts/web/Declarations.h"
@@ -38,6 +39,7 @@ private:
     void paint(View& view, Element& element);
     void paintLabel(const Label& label, const Element& element);
     void paintButton(const Button& button, Element& element);
+    void paintAddress(std::string_view text);
     void paintSwitch(const Switch& control, const Element& element);
     void paintContainer(View& view, Element& element);
     std::vector<Element*> arrange(View& container, Element& own, const GridPlan& plan);

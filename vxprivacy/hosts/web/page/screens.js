@@ -15,8 +15,9 @@ export function goBack() {
   backButton()?.click();
 }
 
+const textOf = (element) => element?.ariaLabel ?? element?.textContent;
 const nameOf = (element) => element.getAttribute("aria-labelledby")?.split(" ")
-  .map((id) => document.getElementById(id)?.textContent).join(" ") ?? element.textContent;
+  .map((id) => textOf(document.getElementById(id))).join(" ") ?? element.textContent;
 
 const alike = ({ tag, name }) =>
   [...screen.querySelectorAll(tag)].filter((element) => nameOf(element) === name);

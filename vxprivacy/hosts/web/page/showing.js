@@ -1,7 +1,9 @@
 // Brings the page up to date.
 
+import { updateHint } from "./hints.js";
 import { announce } from "./notices.js";
 import { enterScreen, markOf } from "./screens.js";
+import { forgetSearch, searchAgain } from "./search.js";
 
 const rules = new CSSStyleSheet();
 document.adoptedStyleSheets = [...document.adoptedStyleSheets, rules];
@@ -16,6 +18,9 @@ export function show(patch, { event, wanted }) {
   for (const rule of patch.rules ?? []) rules.insertRule(rule, rules.cssRules.length);
   for (const markup of patch.own ?? []) showElement(markup, false);
   for (const markup of patch.whole ?? []) showElement(markup, true);
+  if (patch.screen) forgetSearch();
+  else if (patch.own || patch.whole) searchAgain();
+  updateHint(Boolean(patch.screen));
   for (const [ids, on] of [[patch.on, true], [patch.off, false]])
     for (const id of ids ?? []) setSwitch(id, on);
   for (const [id, text] of Object.entries(patch.texts ?? {})) setText(id, text);

@@ -1,12 +1,14 @@
 // The page's side of a WebSurface: hears what the user does. sending.js takes it to the host and
 // showing.js shows what came of it.
 
+import { arrangeBars } from "./bars.js";
 import { goBack } from "./screens.js";
+import { clearSearch } from "./search.js";
 import { send, tapIsUnderWay, update } from "./sending.js";
 
 export { update };
 
-const operable = "button, input, [data-tap], [data-character]";
+const operable = "button, .switch, [data-tap], [data-character]";
 const scrollKeys = ["ArrowUp", "ArrowDown", "PageUp", "PageDown", "Home", "End", " "];
 
 const screen = document.querySelector(".screen");
@@ -38,7 +40,7 @@ document.addEventListener("keydown", (event) => {
     if (repeat) event.preventDefault(); // a key that is held is pressed once
     else if (!target.matches("button")) target.click();
   }
-  if (key === "Escape") goBack();
+  if (key === "Escape" && !clearSearch()) goBack();
   if (scrollKeys.includes(key) && target === document.body) takeFocusToScroll();
 });
 
@@ -81,6 +83,7 @@ const sizes = new ResizeObserver((entries) => {
     if (scroll) tellScroll(scroll);
 });
 function observeSizes() {
+  arrangeBars(screen);
   for (const scroll of screen.querySelectorAll(".scroll"))
     for (const element of [scroll, ...scroll.children]) sizes.observe(element);
 }

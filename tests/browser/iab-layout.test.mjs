@@ -1,0 +1,32 @@
+// The IAB center's five screens at every width and text size, in languages with long words, other
+// letters and no spaces: read whole, and where their constraints put them.
+import { after, test } from "node:test";
+import assert from "node:assert/strict";
+import { expectSolvedBoxes } from "./boxes.mjs";
+import { closeBrowser, iabScreens, open, resize, serve } from "./browser.mjs";
+import { listsIn, sampleIn } from "./languages.mjs";
+import { expectWhole } from "./whole.mjs";
+
+after(closeBrowser);
+
+const widths = [320, 390, 768, 1280];
+
+for (const language of ["en", "de", "el", "zh", "ar"])
+  test(`five screens: ${language}`, async (t) => {
+    const address = await serve(t, sampleIn(language), language, ...listsIn(language));
+    const page = await open(t, address);
+    for await (const screen of iabScreens(page))
+      for (const textSize of [1, 2])
+        for (const width of widths) {
+          const where = `${screen} at ${width}, ${textSize * 100} %`;
+          await resize(page, { width, textSize });
+          const { listShare } = await expectWhole(page, where);
+          assert.ok(listShare >= (width < 390 ? 0.25 : 1 / 3), `${where}: the list has ${listShare}`);
+          if (language === "en" || textSize === 1) continue;
+          await expectSolvedBoxes(page, address).catch((error) => {
+            error.message = `${where}: ${error.message}`;
+            throw error;
+          });
+        }
+    assert.deepEqual(page.failures, []);
+  });
