@@ -1,6 +1,8 @@
 // What is found, where, and what is left alone.
 
 #include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -289,7 +291,39 @@ TEST(Lint, Buttons) {
     expectOf("firstLayerButton", R"(["Detail","RefuseAll","Detail"])",
              {kError, first + "/2", "the last place"});
     expectOf("secondLayerButton", "[]", {kError, "/components/secondLayerButton", "Save"});
-    expectOf("secondLayerButton", R"("Save")", {kError, "/components/secondLayerButton", "array"});
+    expectOf("secondLayerButton", R"("Save")",
+             {kError, "/components/secondLayerButton", "show all three buttons"});
+    expectOf("secondLayerButton", R"(["x","Save"])",
+             {kError, "/components/secondLayerButton/0", "closes the gap"});
+}
+
+const char* const kList = R"({"vendorListVersion":1,
+    "purposes":{"1":{"name":"a"},"2":{}},"features":{"1":{"name":7}},
+    "vendors":{"8":{"purposes":[1,2,3],"legIntPurposes":[1],"specialPurposes":["1"]},
+               "9":{"legIntPurposes":[3],"features":[1],"specialFeatures":[2]}}})";
+
+TEST(Lint, VendorListsWithoutATextForAnID) {
+    expectIn(kList, {{kError, "/purposes/2/name", "(null)"},
+                     {kError, "/features/1/name", "(null)"},
+                     {kError, "/vendors/8/purposes/2", "purpose 3, which is named 2 times"},
+                     {kError, "/vendors/9/specialFeatures/0", "special feature 2"}});
+    expectIn(R"({"vendorListVersion":[],"vendors":[[1],{"purposes":7}],"purposes":"x"})", {});
+    if (const char* data = std::getenv("VXPRIVACY_DATA")) {
+        const std::filesystem::path folder = std::filesystem::path(data) / "gvl";
+        const std::string list = vx::tools::system::readFile(folder / "vendor-list.json");
+        EXPECT_TRUE(vx::tools::lint::lint(list).empty());
+    }
+}
+
+TEST(Lint, TranslationsWithoutATextForAnID) {
+    const auto findings = vx::tools::lint::lintTranslation(
+        R"({"purposes":{"1":{"name":"a"},"2":{"name":"b"}},"specialFeatures":{"2":{"name":[]}}})",
+        kList);
+    std::vector<std::string> paths;
+    for (const auto& finding : findings)
+        paths.push_back(finding.path);
+    EXPECT_EQ(paths, (std::vector<std::string>{"/features", "/purposes/3", "/specialFeatures/2"}));
+    EXPECT_TRUE(vx::tools::lint::lintTranslation("{}", "no list").empty());
 }
 
 TEST(Lint, TextsOfEachLanguage) {

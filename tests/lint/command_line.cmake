@@ -24,4 +24,15 @@ string(REGEX REPLACE "[^\n]*lint_command_line.json:1:[0-9]+: [^\n]+\n    [^\n]+\
 if(NOT output MATCHES "generi.c" OR NOT rest STREQUAL "")
     message(SEND_ERROR "not two lines for each finding: ${output}")
 endif()
+
+# A vendor list, and translations of it.
+set(subcommand gvl)
+file(WRITE ${scratch} "{\"vendorListVersion\":1,\"purposes\":{\"1\":{\"name\":\"a\"}},\"vendors\":{}}")
+expect(0 "" "" ${scratch})
+expect(0 "" "" -)
+expect(1 ".*command_line.json:1:1: error: /specialPurposes: [^\n]+\n.*" "" ${SAMPLES}/gvl/vendor-list.json ${scratch})
+expect(0 "" "" ${SAMPLES}/gvl/vendor-list.json ${SAMPLES}/gvl/purposes-de.json ${SAMPLES}/gvl/purposes-fr.json)
+expect(2 "" "${one_line}" ${scratch}.not-there)
+expect(2 "" "${one_line}")
+expect(2 "" "${one_line}" --vendors 1 ${scratch})
 file(REMOVE ${scratch})

@@ -1,11 +1,17 @@
+#include <cstddef>
 #include <cstdint>
 #include <iostream>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
 #include "tools/Commands.h"
 #include "tools/gvl/Generator.h"
+#include "tools/lint/FindingsReport.h"
+#include "tools/lint/Lint.h"
+#include "tools/system/Input.h"
 
 namespace vx::tools {
 
@@ -14,20 +20,60 @@ namespace {
 struct Arguments {
     std::uint32_t vendors = 0;
     std::uint32_t seed = 1;
+    std::vector<std::string> files; // a vendor list and its translations
 };
+
+std::string read(system::Input& input) {
+    auto text = input.read(lint::kLargestDocument);
+    if (!text) {
+        std::cerr << "vxprivacy gvl: cannot read " << input.title() << '\n';
+        throw CLI::RuntimeError(kUnusableInput);
+    }
+    return std::move(*text);
+}
+
+void checkFiles(const std::vector<std::string>& files) {
+    std::string list;
+    bool isGood = true;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        system::Input input(files[i]);
+        const std::string text = read(input);
+        if (i == 0)
+            list = text;
+        const auto findings =
+            i == 0 ? lint::lintVendorList(text) : lint::lintTranslation(text, list);
+        lint::print(findings, input.title(), std::cout);
+        isGood = isGood && findings.empty();
+    }
+    if (!isGood)
+        throw CLI::RuntimeError(1);
+}
 
 } // namespace
 
 void addGVL(CLI::App& app) {
-    CLI::App* command =
-        app.add_subcommand("gvl", "Print a vendor list of any size, with invented vendors");
+    CLI::App* command = app.add_subcommand(
+        "gvl", "Print a vendor list of any size, with invented vendors, or check one");
     auto arguments = std::make_shared<Arguments>();
-    command->add_option("--vendors", arguments->vendors, "How many, those deleted included")
-        ->check(CLI::Range(0u, gvl::kMostVendors))
-        ->required();
+    auto* vendors =
+        command->add_option("--vendors", arguments->vendors, "How many, those deleted included")
+            ->check(CLI::Range(0u, gvl::kMostVendors));
     command->add_option("--seed", arguments->seed, "Another list for each; the same for the same")
-        ->capture_default_str();
-    command->callback([arguments] {
+        ->capture_default_str()
+        ->needs(vendors);
+    auto* files = command
+                      ->add_option("FILES", arguments->files,
+                                   "Instead, a vendor list to be checked, and translations of it; "
+                                   "\"-\": standard input")
+                      ->excludes(vendors);
+    command->footer(
+        "A list, and a translation of it, is checked for purposes and features without a name: "
+        "users would\nread \"- (null)\". The exit status is then as that of lint.");
+    command->callback([arguments, vendors, files] {
+        if (!*vendors && !*files)
+            throw CLI::RequiredError("--vendors or a vendor list");
+        if (*files)
+            return checkFiles(arguments->files);
         std::cout << gvl::generate(arguments->vendors, arguments->seed).dump() << '\n';
     });
 }

@@ -34,6 +34,12 @@ void checkDuplicates(const Document& document, Findings& findings);
 /// The word that makes the engine forget the users' choices, wherever it stands in `text`.
 void checkResetWord(const Document& document, std::string_view text, Findings& findings);
 
+/// Purposes and features that have no name in a vendor list, whether the list has them or a vendor
+/// names them.
+void checkVendorList(const Node& list, Findings& findings);
+/// Those of a vendor list that have no name in a translation of it.
+void checkTranslation(const Node& translation, const Node& list, Findings& findings);
+
 /// The categories and subcategories that the privacy center shows, in its order.
 std::vector<const Node*> rowsOf(const Node& document);
 /// The integer that the module takes a number or a string for; 0 for all else.

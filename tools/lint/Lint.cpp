@@ -9,8 +9,14 @@ namespace vx::tools::lint {
 
 namespace {
 
+bool isVendorList(const Node& top) {
+    return top.member("vendorListVersion") && top.member("vendors");
+}
+
 void check(const Document& document, std::string_view text, Findings& findings) {
     const Node& top = document.nodes().front();
+    if (isVendorList(top))
+        return checkVendorList(top, findings);
     checkInformation(top, findings);
     checkCategories(top, findings);
     checkTexts(top, findings);
@@ -29,9 +35,9 @@ void reportFault(std::string_view text, const Fault& fault, Findings& findings) 
     findings.add(Severity::Error, std::move(place), std::move(advice));
 }
 
-} // namespace
-
-std::vector<Finding> lint(std::string_view text) {
+// What `checkDocument` finds, or why the text is no document.
+template <class Check>
+std::vector<Finding> findingsIn(std::string_view text, const Check& checkDocument) {
     Findings findings;
     if (text.size() > kLargestDocument) {
         findings.add(Severity::Error, {"", 0},
@@ -43,8 +49,30 @@ std::vector<Finding> lint(std::string_view text) {
     if (const auto& fault = document.fault())
         reportFault(text, *fault, findings);
     else
-        check(document, text, findings);
+        checkDocument(document, findings);
     return std::move(findings).locatedIn(text);
+}
+
+} // namespace
+
+std::vector<Finding> lint(std::string_view text) {
+    return findingsIn(text, [&](const Document& document, Findings& findings) {
+        check(document, text, findings);
+    });
+}
+
+std::vector<Finding> lintVendorList(std::string_view text) {
+    return findingsIn(text, [](const Document& document, Findings& findings) {
+        checkVendorList(document.nodes().front(), findings);
+    });
+}
+
+std::vector<Finding> lintTranslation(std::string_view text, std::string_view vendorList) {
+    const Document list(vendorList);
+    return findingsIn(text, [&](const Document& document, Findings& findings) {
+        if (!list.fault())
+            checkTranslation(document.nodes().front(), list.nodes().front(), findings);
+    });
 }
 
 } // namespace vx::tools::lint

@@ -1,0 +1,124 @@
+// What a vendor list or a translation has no name for, so that screens would read "- (null)".
+
+#include <array>
+#include <cstddef>
+#include <map>
+#include <string>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "tools/lint/Checks.h"
+
+namespace vx::tools::lint {
+
+namespace {
+
+// What vendors may name, and under which members of theirs.
+struct Section {
+    const char* name;
+    const char* one;
+    std::vector<const char*> lists;
+};
+
+const std::array<Section, 4>& sections() {
+    static const std::array<Section, 4> all = {
+        {{"purposes", "purpose", {"purposes", "legIntPurposes"}},
+         {"specialPurposes", "special purpose", {"specialPurposes"}},
+         {"features", "feature", {"features"}},
+         {"specialFeatures", "special feature", {"specialFeatures"}}}};
+    return all;
+}
+
+std::vector<const Node*> childrenOf(const Node& parent, const char* name) {
+    const Node* child = parent.member(name);
+    return child ? child->children : std::vector<const Node*>();
+}
+
+// The IDs in a section that have a text.
+std::unordered_set<std::string> named(const Node& texts, const Section& section) {
+    std::unordered_set<std::string> ids;
+    for (const Node* item : childrenOf(texts, section.name))
+        if (item->string("name"))
+            ids.insert(item->key);
+    return ids;
+}
+
+// Where an ID is named first, and how often.
+struct Use {
+    const Node* first = nullptr;
+    std::size_t times = 0;
+};
+
+std::map<std::string, Use> usesOf(const Node& list, const Section& section) {
+    std::map<std::string, Use> uses;
+    for (const Node* vendor : childrenOf(list, "vendors"))
+        for (const char* name : section.lists)
+            for (const Node* id : childrenOf(*vendor, name)) {
+                if (!id->is(Node::Type::Number))
+                    continue; // the module leaves it out
+                Use& use = uses[std::to_string(integerIn(*id))];
+                use.first = use.first ? use.first : id;
+                ++use.times;
+            }
+    return uses;
+}
+
+std::string timesOf(const Use& use) {
+    return use.times == 1 ? "here" : std::to_string(use.times) + " times, first here";
+}
+
+void addMissing(Place place, const std::string& problem, const std::string& remedy,
+                Findings& findings) {
+    findings.add(Severity::Error, std::move(place),
+                 {problem, "Users read \"- (null)\" in its place.", remedy});
+}
+
+void checkSection(const Node& list, const Section& section, Findings& findings) {
+    const std::string what = section.one;
+    const auto texts = named(list, section);
+    std::unordered_set<std::string> reported;
+    for (const Node* item : childrenOf(list, section.name))
+        if (!texts.contains(item->key) && reported.insert(item->key).second)
+            addMissing(missingIn(*item, "name"), "The " + what + " has no name.", "Add \"name\".",
+                       findings);
+    for (const auto& [id, use] : usesOf(list, section))
+        if (!texts.contains(id) && !reported.contains(id))
+            addMissing(
+                valueOf(*use.first),
+                "The list has no " + what + " " + id + ", which is named " + timesOf(use) + ".",
+                "Take the number away, or add it to " + inQuotes(section.name) + ".", findings);
+}
+
+void checkTranslatedSection(const Node& translation, const Node& list, const Section& section,
+                            Findings& findings) {
+    const auto texts = named(translation, section);
+    std::unordered_set<std::string> reported;
+    const auto check = [&](const std::string& id) {
+        if (texts.contains(id) || !reported.insert(id).second)
+            return;
+        const Node* own = translation.member(section.name);
+        addMissing(missingIn(own ? *own : translation, own ? id : section.name),
+                   "The translation has no name for " + std::string(section.one) + " " + id + ".",
+                   "Add it to " + inQuotes(section.name) + ".", findings);
+    };
+    for (const Node* item : childrenOf(list, section.name))
+        check(item->key);
+    for (const auto& [id, use] : usesOf(list, section))
+        check(id);
+}
+
+} // namespace
+
+void checkVendorList(const Node& list, Findings& findings) {
+    for (const Section& section : sections())
+        checkSection(list, section, findings);
+}
+
+// There is no fallback from a translation to the list.
+void checkTranslation(const Node& translation, const Node& list, Findings& findings) {
+    for (const Section& section : sections())
+        checkTranslatedSection(translation, list, section, findings);
+}
+
+} // namespace vx::tools::lint
