@@ -11,7 +11,7 @@ namespace vx::tools::lint {
 
 namespace {
 
-struct Mistake {
+struct LinkMistake {
     std::string_view problem;
     std::string_view remedy;
 };
@@ -22,7 +22,7 @@ bool beginsLikeAnAddress(std::string_view text) {
     return scheme.starts_with("https://") || scheme.starts_with("http://");
 }
 
-Mistake mistakeIn(std::string_view address) {
+LinkMistake mistakeIn(std::string_view address) {
     if (!address.empty() && !isURL(address))
         return {" has a character that no address may have.",
                 "Write blanks and letters outside ASCII as %XX, their UTF-8 bytes."};

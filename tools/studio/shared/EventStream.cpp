@@ -17,7 +17,7 @@ std::int64_t now() {
     return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
 }
 
-std::string textOf(const Json& json) {
+std::string dumped(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
@@ -30,7 +30,7 @@ Json shortened(const Json& entry, std::size_t bytes) {
     const Json body = entry.value("body", Json());
     Json short_ = {{"kind", entry.value("kind", "")},
                    {"title", entry.value("title", "")},
-                   {"body", beginning(body.is_string() ? body.get<std::string>() : textOf(body),
+                   {"body", beginning(body.is_string() ? body.get<std::string>() : dumped(body),
                                       kKeptOfLongEntry)},
                    {"cut", bytes}};
     for (const char* kept : {"level", "id", "at"})
@@ -47,9 +47,9 @@ void EventStream::append(Json entry) {
     const std::lock_guard lock(mutex_);
     entry["id"] = ++lastEntry_;
     entry["at"] = now();
-    std::string text = textOf(entry);
+    std::string text = dumped(entry);
     if (text.size() > kLongestEntry)
-        text = textOf(shortened(entry, text.size()));
+        text = dumped(shortened(entry, text.size()));
     bytes_ += text.size();
     entries_.push_back(std::make_shared<Entry>(Entry{.id = lastEntry_,
                                                      .kind = entry.value("kind", ""),
