@@ -88,3 +88,50 @@ test("Back and Forward of the browser never show what is not there", async (t) =
   await expectScreen(page, "Legal text");
   await page.waitForFunction(() => history.state?.screen);
 });
+
+const isInSight = (locator) => locator.evaluate((element) => {
+  const { top, bottom } = element.getBoundingClientRect();
+  const list = document.querySelector(".scroll").getBoundingClientRect();
+  return top >= list.top && bottom <= list.bottom;
+});
+
+test("each way on opens at the top with the focus on its heading, and leads back to where it began", async (t) => {
+  const page = await open(t, await serve(t, iabSample, "en", vendorList), { height: 500 });
+  const button = (name) => page.getByRole("button", { name, exact: true });
+  const expectFresh = async (heading) => {
+    await expectScreen(page, heading);
+    assert.equal(await isFocused(page.locator(".screen").getByRole("heading").first()), true, heading);
+    assert.equal(await page.locator(".scroll").evaluate((element) => element.scrollTop), 0, heading);
+    await page.locator(".scroll").evaluate((element) => element.scrollTo(0, element.scrollHeight));
+  };
+  const words = page.locator(".label").filter({ has: page.getByRole("link", { name: "our partners" }) }).last();
+  await tap(page, words, () => words.getByRole("link").click());
+  await expectFresh("Partners");
+  await tap(page, button("Purposes"));
+  await expectFresh("Purposes");
+  for (let i = 0; i < 2; ++i) {
+    const related = page.getByRole("button", { name: /^Partners for this/ }).nth(3);
+    await tap(page, related);
+    await expectFresh("Partners");
+    await tap(page, button("Purposes"));
+    await expectScreen(page, "Purposes");
+    assert.equal(await isFocused(related), true, "where the list was left");
+    assert.equal(await isInSight(related), true);
+    await tap(page, button("Partners")); // from the bar, not out of the list
+    await expectFresh("Partners");
+    await tap(page, button("Purposes"));
+    await expectFresh("Purposes");
+    await tap(page, legalText(page));
+    await expectFresh("Legal text");
+    await tap(page, button("Back"));
+    await expectScreen(page, "Purposes");
+    assert.equal(await isFocused(legalText(page)), true);
+  }
+  await tap(page, button("Partners"));
+  await page.request.get(new URL("detail", page.url()).href);
+  await page.evaluate(async () => (await import("/surface.js")).update());
+  await expectFresh("Privacy policy");
+  await page.keyboard.press("Escape");
+  await expectFresh("Partners");
+  assert.deepEqual(page.failures, []);
+});

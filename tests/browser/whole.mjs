@@ -4,6 +4,7 @@ import assert from "node:assert/strict";
 
 function measure() {
   const boxes = [], cut = [], broken = [];
+  const sheet = document.querySelector(".sheet").getBoundingClientRect();
   const own = ".naming > *, .find input, .found, .hint:not(#waiting), #waiting > p";
   for (const element of document.querySelectorAll(`.label, .button, .switch, ${own}`)) {
     const style = getComputedStyle(element);
@@ -15,7 +16,7 @@ function measure() {
     boxes.push({ id: element.id, name, left, right, top: top + (height - art) / 2,
       bottom: bottom - (height - art) / 2, width, height, scrolls: Boolean(element.closest(".scroll")),
       control: element.matches("button, input") });
-    if (left < 0 || right > innerWidth) cut.push(`${name}: ${left} to ${right}`);
+    if (left < sheet.left - 0.5 || right > sheet.right + 0.5) cut.push(`${name}: ${left} to ${right}`);
 
     // Where there is only one button beside another, a column of them has more room.
     const column = element.closest(".bar, .feet")?.clientWidth - 16;

@@ -310,6 +310,8 @@ TEST(WebSurface, OnlyTheLinkOfALabelTakesItsTaps) {
         EXPECT_NE(page.find(shown), std::string::npos) << page;
         EXPECT_EQ(page.find("data-tap"), std::string::npos);
     }
+    screen.label->setLink({});
+    EXPECT_EQ(screen.surface.render().find("role=\"button\""), std::string::npos) << "no more";
 }
 
 // Labels that are an item each, and a box with a title.

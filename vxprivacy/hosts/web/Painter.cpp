@@ -36,7 +36,7 @@ std::string_view tagOf(const Label& label) {
 bool isOperable(const View& view) {
     const auto* label = viewAs<Label>(view);
     return view.kind() == View::Kind::Switch || view.kind() == View::Kind::Button ||
-           view.takesTaps() || (label && label->link()) ||
+           (label ? label->link().has_value() : view.takesTaps()) ||
            std::ranges::any_of(view.subviews(),
                                [](const auto& subview) { return isOperable(*subview); });
 }
@@ -90,8 +90,11 @@ void Painter::begin(std::string_view tag, const View& view, const Element& eleme
         classes.append(" ").append(styles_.className(declarations));
     markup_.open(tag).attribute("id", element.id).attribute("class", classes);
     const auto* label = viewAs<Label>(view);
-    if (view.takesTaps() && !(label && label->link())) // else the link takes them
-        markup_.flag("data-tap").attribute("role", "button").attribute("tabindex", "0");
+    if (!view.takesTaps() || (label && label->link())) // which takes them
+        return;
+    markup_.flag("data-tap");
+    if (!label) // a text without a link promises nothing
+        markup_.attribute("role", "button").attribute("tabindex", "0");
 }
 
 void Painter::paintLabel(const Label& label, const Element& element) {

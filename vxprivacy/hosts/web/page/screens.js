@@ -22,26 +22,44 @@ const nameOf = (element) => element.getAttribute("aria-labelledby")?.split(" ")
 const alike = ({ tag, name }) =>
   [...screen.querySelectorAll(tag)].filter((element) => nameOf(element) === name);
 
-/** What to find an element again by, also on a screen that was built anew; for `enterScreen`. */
+const headingOf = () => screen.querySelector("h1, h2, h3, h4, h5, h6");
+const titleOf = (heading) => heading?.textContent || nameOfPage;
+
+/**
+ * What to find an element again by, also on a screen that was built anew; for `enterScreen`. Without
+ * an element it tells the screen alone.
+ */
 export function markOf(element) {
-  if (!element) return undefined;
-  const mark = { id: element.id, tag: element.tagName, name: nameOf(element) };
+  const title = titleOf(headingOf());
+  if (!element) return { title };
+  const mark = { title, id: element.id, tag: element.tagName, name: nameOf(element) };
   return { ...mark, rank: alike(mark).indexOf(element), back: element === backButton() };
 }
 
-const find = (mark) => mark && (document.getElementById(mark.id) ?? alike(mark)[mark.rank]);
+const find = (mark) =>
+  mark?.id && (document.getElementById(mark.id) ?? alike(mark)[mark.rank]);
 
-/** Another screen is painted, to which the element with the mark `led` led, where it is known. */
+// What this screen was left by when it was shown before, and is entered by again: the way back leads
+// there, any other way where the screen's own list was left. What came after is forgotten.
+function leftBefore(led, title) {
+  const at = trail.findLastIndex((mark) =>
+    document.getElementById(mark.id) || (led.back && mark.title === title));
+  const [mark] = at < 0 ? [] : trail.splice(at);
+  if (!mark && !led.back) trail.push(led);
+  const element = find(mark);
+  return led.back || element?.closest(".scroll") ? element : undefined;
+}
+
+/** Another screen is painted, to which the element with the mark `led` led. */
 export function enterScreen({ colours, frame }, led) {
   root.className = colours;
   screen.closest(".surface").className = `surface ${frame}`;
-  const heading = screen.querySelector("h1, h2, h3, h4, h5, h6");
-  const title = heading?.textContent || nameOfPage;
+  const heading = headingOf();
+  const title = titleOf(heading);
   document.title = title === nameOfPage ? title : `${title} – ${nameOfPage}`;
   announce(root.dataset.newScreen.replace("%1$@", () => title));
-  if (led && !led.back) trail.push(led);
-  const leftBy = led?.back ? operableIn(find(trail.pop())) : undefined;
-  if (document.hasFocus()) focusOn(leftBy ?? heading ?? screen.firstElementChild); // or it takes it
+  const before = operableIn(leftBefore(led, title));
+  if (document.hasFocus()) focusOn(before ?? heading ?? screen.firstElementChild); // or it takes it
   followInHistory();
 }
 
