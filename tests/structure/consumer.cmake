@@ -21,9 +21,13 @@ file(RENAME "${work}/installed" "${work}/moved")
 
 file(GLOB_RECURSE strangers RELATIVE "${work}/moved" "${work}/moved/*")
 list(FILTER strangers EXCLUDE REGEX "^(include/vxprivacy|lib[^/]*)/")
-if(strangers)
+list(SORT strangers)
+set(tool bin/vxprivacy share/bash-completion/completions/vxprivacy share/man/man1/vxprivacy.1
+    share/zsh/site-functions/_vxprivacy)
+if(NOT strangers STREQUAL tool)
     message(FATAL_ERROR "installed outside include/vxprivacy and lib: ${strangers}")
 endif()
+run("${work}/moved/bin/vxprivacy" lint "${SOURCE_DIR}/samples/category.json")
 
 build_and_run(consumer examples/consumer)
 build_and_run(application tests/structure/application)
