@@ -1,8 +1,10 @@
 // screenshots.mjs DIRECTORY: the pictures of docs/, of the sample configurations: category-center-light,
-// -dark and, with the colours that it sets, -themed; iab-popup, -purposes and -vendors.
+// -dark and, with the colours that it sets, -themed; iab- and the name of each of the IAB center's screens,
+// and some of them -searched, -french, -dark and -themed.
 import { readFile } from "node:fs/promises";
 import { test, after } from "node:test";
-import { closeBrowser, iabSample, open, sample, serve, tap, vendorList } from "./browser.mjs";
+import { fileURLToPath } from "node:url";
+import { closeBrowser, iabSample, iabScreens, open, sample, serve, tap, vendorList } from "./browser.mjs";
 
 after(closeBrowser);
 
@@ -28,13 +30,31 @@ for (const [name, configuration, colorScheme] of [
     await picture(page, `category-center-${name}`);
   });
 
+const iab = JSON.parse(await readFile(iabSample, "utf8"));
+const { customisation: colours, ...plainIAB } = iab;
+const french = fileURLToPath(new URL("../../samples/gvl/purposes-fr.json", import.meta.url));
+
 test("the IAB center", async (t) => {
-  const page = await open(t, await serve(t, iabSample, "en", vendorList), { deviceScaleFactor: 2 });
-  await picture(page, "iab-popup");
-  await tap(page, page.getByRole("button", { name: "Details" }));
-  await tap(page, page.getByRole("switch").first());
-  await picture(page, "iab-purposes");
-  await tap(page, page.getByRole("button", { name: "Partners", exact: true }));
-  await tap(page, page.getByRole("button", { name: /^Details/ }).nth(1));
-  await picture(page, "iab-vendors");
+  const page = await open(t, await serve(t, plainIAB, "en", vendorList), { deviceScaleFactor: 2 });
+  for await (const screen of iabScreens(page)) {
+    if (screen === "purposes") await tap(page, page.getByRole("switch").first());
+    await picture(page, `iab-${screen.replace(" ", "-")}`);
+    if (screen !== "vendors") continue;
+    await page.getByRole("searchbox").fill("media");
+    await picture(page, "iab-vendors-searched");
+    await page.getByRole("searchbox").fill("");
+  }
 });
+
+for (const [name, configuration, language, wanted, options] of [
+  ["french", plainIAB, "fr", "popup", {}], ["dark", plainIAB, "en", "purposes", { colorScheme: "dark" }],
+  ["themed", iab, "en", "vendors", {}]])
+  test(`the IAB center, ${name}`, async (t) => {
+    const lists = language === "fr" ? [vendorList, french] : [vendorList];
+    const page = await open(t, await serve(t, configuration, language, ...lists), { deviceScaleFactor: 2, ...options });
+    for await (const screen of iabScreens(page)) {
+      if (screen !== wanted) continue;
+      if (screen !== "popup") await tap(page, page.getByRole("switch").first());
+      return picture(page, `iab-${screen}-${name}`);
+    }
+  });
