@@ -26,6 +26,8 @@ TEST(StudioCenter, WhatIsChosenInItIsStoredSentAndShownAgain) {
     EXPECT_EQ(page.tap("Readership statistics")["off"].size(), 2u); // the global switch follows
     EXPECT_EQ(studio.titles("screen", before),
               (Titles{"Privacy center opened", "Readership statistics switched off"}));
+    EXPECT_EQ(studio.await("screen", "switched off", before)["body"],
+              (Json{{"PRIVACY_CAT_11", "0"}}));
 
     before = studio.now();
     const Json left = studio.post("center/dismiss");

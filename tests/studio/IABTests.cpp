@@ -172,6 +172,21 @@ TEST(StudioIAB, ACenterThatClosesItselfSaves) {
               "the first screen is 0, 1 or 2");
 }
 
+TEST(StudioIAB, TapsAreReportedWithTheirRowsOnScreensThatComeAndGo) {
+    StudioProcess studio({"--iab"});
+    ASSERT_FALSE(studio.await("log", "vendor-list was downloaded").is_null());
+    const std::uint64_t before = studio.now();
+    studio.post("center/open", R"({"first": 1})");
+    CenterPage(studio).tapLink("Partners for this"); // to a screen made for it
+    CenterPage(studio).tapLink("Details");           // a panel is made
+    CenterPage(studio).tapLink("Purposes");
+    EXPECT_EQ(studio.titles("screen", before),
+              (std::vector<std::string>{
+                  "Privacy center opened",
+                  "Keep and read information on this device: Partners for this tapped",
+                  "1st Meadow: Details tapped", "Purposes tapped"}));
+}
+
 TEST(StudioIAB, TheBackendServesTheListAndItsTranslations) {
     StudioProcess studio({"--iab"});
     httplib::Client backend(

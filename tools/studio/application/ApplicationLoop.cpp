@@ -27,22 +27,25 @@ public:
                 input.read();
             if (application_)
                 application_->poll();
+            bool isReported = false;
             while (const auto line = input.next())
-                take(*line);
-            if (application_)
+                isReported = take(*line);
+            if (application_ && !isReported)
                 application_->reportState();
         }
     }
 
 private:
-    void take(const std::string& line) {
+    // Reports how things stand then; false when the line is no command.
+    bool take(const std::string& line) {
         const Result<Json> json = parsed(line);
         if (!json || !json->is_object())
-            return;
+            return false;
         const Command command = commandIn(*json);
         const Reply reply = perform(command);
         application_->reportState();
         report({{"kind", kind::kDone}, {"id", command.id}, {"reply", asJSON(reply)}});
+        return true;
     }
 
     Reply perform(const Command& command) {

@@ -2,6 +2,8 @@
 
 #include "tools/studio/application/CenterDisplay.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "tools/studio/application/StudioReport.h"
@@ -23,11 +25,15 @@ std::string rowOf(const View& view) {
     return {};
 }
 
-void reportTapOf(Button& button) {
-    button.addTouchUpInside([&button] {
-        const std::string row = rowOf(button);
-        report("screen", (row.empty() ? "" : row + ": ") + button.title() + " tapped");
-    });
+void reportTap(const Button& button) {
+    const std::string row = rowOf(button);
+    report("screen", (row.empty() ? "" : row + ": ") + button.title() + " tapped");
+}
+
+Json changes(const ShownCenter::Choices& before, const ShownCenter::Choices& after) {
+    ShownCenter::Choices changes;
+    std::ranges::set_difference(after, before, std::inserter(changes, changes.end()));
+    return changes;
 }
 
 } // namespace
@@ -47,9 +53,9 @@ void CenterDisplay::present(Mode mode, const Presentation& presentation) {
         application_.presentViewController(controller);
     controller.view()->setSize(presentation.width, presentation.width * kHeightOfWidth);
     controller.viewDidLoad();
-    reportTapsIn(controller.view());
     surface_ = std::make_unique<web::WebSurface>(controller.view(),
                                                  web::PageSettings{.surfaceJS = "center.js"});
+    surface_->whenTouched([this](View& view) { touched(view); });
     surface_->whenLaidOut([&controller] { controller.viewDidAppear(true); });
     ++number_;
 }
@@ -59,7 +65,6 @@ void CenterDisplay::dismiss() {
     center_->controller().viewWillDisappear(true);
     surface_.reset();
     center_.reset();
-    reported_.clear();
     closed_ = false;
 }
 
@@ -67,10 +72,9 @@ std::string CenterDisplay::dispatch(std::string_view event) {
     std::string patch = surface_->dispatch(event);
     for (const std::string& address : std::exchange(opened_, {}))
         report("screen", (web::mayOpen(address) ? "Opens " : "Does not open ") + address);
+    reportSwitching();
     if (closed_)
         dismiss();
-    else
-        reportTapsIn(center_->controller().view());
     return patch;
 }
 
@@ -99,20 +103,24 @@ void CenterDisplay::viewControllerPopped(ViewController&, bool) {
     closed_ = true;
 }
 
-// As the user of the controls hears of their taps: after the center did what they ask for.
-void CenterDisplay::reportTapsIn(const std::shared_ptr<View>& view) {
-    if (reported_.insert(view).second)
-        visit(*view, Overloaded{[this](Switch& control) { reportSwitching(control); },
-                                [](Button& button) { reportTapOf(button); }, [](View&) {}});
-    for (const auto& subview : view->subviews())
-        reportTapsIn(subview);
+// A tap is reported before where it leads, a switch with the choices that it makes.
+void CenterDisplay::touched(View& view) {
+    visit(view, Overloaded{[this](Switch& control) {
+                               switched_ =
+                                   std::static_pointer_cast<Switch>(control.shared_from_this());
+                               before_ = center_->choices();
+                           },
+                           [](const Button& button) {
+                               if (button.enabled())
+                                   reportTap(button);
+                           },
+                           [](const View&) {}});
 }
 
-void CenterDisplay::reportSwitching(Switch& control) {
-    control.addTouchUpInside([this, &control] {
-        report("screen", rowOf(control) + (control.on() ? " switched on" : " switched off"),
-               center_->choices());
-    });
+void CenterDisplay::reportSwitching() {
+    if (const auto control = std::exchange(switched_, nullptr))
+        report("screen", rowOf(*control) + (control->on() ? " switched on" : " switched off"),
+               changes(before_, center_->choices()));
 }
 
 } // namespace vx::tools::studio

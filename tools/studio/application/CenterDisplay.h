@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,18 +46,19 @@ public:
 private:
     void viewControllerDismissed(ViewController& controller, bool animated) override;
     void viewControllerPopped(ViewController& controller, bool animated) override;
-    void reportTapsIn(const std::shared_ptr<View>& view);
-    void reportSwitching(Switch& control);
+    void touched(View& view);
+    void reportSwitching();
 
     // The application's own screens, over which a center is put or onto which it is pushed.
     ViewController application_;
     NavigationController navigation_;
     std::unique_ptr<ShownCenter> center_;
     std::unique_ptr<web::WebSurface> surface_;
-    // The controls whose taps are reported; screens make new ones.
-    std::set<std::weak_ptr<View>, std::owner_less<>> reported_;
-    bool closed_ = false;             // itself, in the event under way
-    std::vector<std::string> opened_; // by the event under way
+    // By the event under way.
+    bool closed_ = false; // itself
+    std::vector<std::string> opened_;
+    std::shared_ptr<Switch> switched_;
+    ShownCenter::Choices before_; // that was switched
     std::uint64_t number_ = 0;
 };
 

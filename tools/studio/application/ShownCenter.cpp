@@ -17,8 +17,8 @@ class CategoryCenter : public ShownCenter {
 public:
     ViewController& controller() override { return center_; }
 
-    Json choices() const override {
-        Json choices = Json::object();
+    Choices choices() const override {
+        Choices choices;
         for (const auto& [name, view] : center_.viewsDictionary())
             if (const auto* control = viewAs<Switch>(*view); control && control->tag() != 0)
                 choices[numberedKey(kVXCategoryPrefix, control->tag())] =
@@ -39,11 +39,9 @@ public:
 
     ViewController& controller() override { return center_; }
 
-    Json choices() const override {
-        Json choices = Json::object();
-        for (const auto& [key, value] : center_.savedConsent())
-            choices[key] = value;
-        return choices;
+    Choices choices() const override {
+        const auto& saved = center_.savedConsent();
+        return {saved.begin(), saved.end()};
     }
 
     std::optional<std::string> leaveText() const override { return {}; }

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 
-#include "tools/studio/shared/Json.h"
 #include "vxprivacy/platform/ui/ViewController.h"
 
 namespace vx::tools::studio {
@@ -16,8 +16,9 @@ public:
     virtual ~ShownCenter();
 
     virtual ViewController& controller() = 0;
-    /// What leaving now would save.
-    virtual Json choices() const = 0;
+    /// What leaving now would save, by key.
+    using Choices = std::map<std::string, std::string>;
+    virtual Choices choices() const = 0;
     /// What leaving is called; nothing where the center has no word for it, or its own buttons.
     virtual std::optional<std::string> leaveText() const = 0;
     /// Whether the user leaves by the center's own buttons alone.

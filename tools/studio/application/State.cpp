@@ -8,7 +8,6 @@
 
 #include "tools/studio/application/Decision.h"
 #include "tools/studio/application/StoreView.h"
-#include "tools/studio/application/VendorListState.h"
 #include "vxprivacy/configuration/ConfigurationNames.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
@@ -102,15 +101,12 @@ sortedData(const services::TagSDK::PermanentData& permanentData) {
 }
 
 Json applicationState(const services::TagSDK& sdk, const ReportingCallbacks& callbacks,
-                      const std::filesystem::path& store, TCStringView& tcString) {
+                      const std::filesystem::path& store) {
     Json stored = storedState(store);
-    Json vendorList = isIAB() ? vendorListState() : Json();
     return {{"decision", decision(callbacks.cause())},
             {"engine", engineProperties(VXMobilePrivacy::sharedInstance())},
             {"answers", queryAnswers()},
             {"configuration", configuration()},
-            {"vendorList", std::move(vendorList)},
-            {"tcString", isIAB() ? tcString.state(stored["entries"]) : Json()},
             {"store", std::move(stored["entries"])},
             {"waitingBeacons", std::move(stored["waitingBeacons"])},
             {"sdk", sdkState(sdk)}};

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "tools/studio/application/ReportingDoors.h"
-#include "tools/studio/application/TCStringView.h"
 #include "tools/studio/shared/Json.h"
 #include "vxprivacy/services/sdk/TagSDK.h"
 
@@ -17,6 +16,6 @@ sortedData(const services::TagSDK::PermanentData& permanentData);
 
 /// Everything that the studio shows of a running application.
 Json applicationState(const services::TagSDK& sdk, const ReportingCallbacks& callbacks,
-                      const std::filesystem::path& store, TCStringView& tcString);
+                      const std::filesystem::path& store);
 
 } // namespace vx::tools::studio

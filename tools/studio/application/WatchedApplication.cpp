@@ -20,6 +20,15 @@ void reportHit(std::string_view name, bool sent, const Json& data) {
            {{"name", name}, {"sent", sent}, {"data", data}});
 }
 
+// The members that are new or other than before.
+Json changed(const Json& before, const Json& now) {
+    Json changes = Json::object();
+    for (const auto& [name, value] : now.items())
+        if (!before.contains(name) || before[name] != value)
+            changes[name] = value;
+    return changes;
+}
+
 void reportSent(const services::TagSDK::Hit& hit) {
     reportHit(hit.data, true, sortedData(hit.permanentData));
 }
@@ -59,12 +68,15 @@ Reply WatchedApplication::perform(const Command& command) {
 }
 
 void WatchedApplication::reportState() {
-    Json state = applicationState(*sdk_, *callbacks_, store_, tcString_);
+    Json state = applicationState(*sdk_, *callbacks_, store_);
+    state["vendorList"] = iab_ ? vendorList_.state() : Json();
+    state["tcString"] = iab_ ? tcString_.state(state["store"]) : Json();
     state["center"] = display_.state();
-    if (state == lastState_)
+    Json changes = changed(reported_, state);
+    if (changes.empty())
         return;
-    report({{"kind", kind::kState}, {"body", state}});
-    lastState_ = std::move(state);
+    report({{"kind", kind::kState}, {"body", std::move(changes)}});
+    reported_ = std::move(state);
 }
 
 services::Settings WatchedApplication::settings(const Launch& launch) {

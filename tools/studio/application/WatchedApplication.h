@@ -9,6 +9,7 @@
 #include "tools/studio/application/CenterDisplay.h"
 #include "tools/studio/application/ReportingDoors.h"
 #include "tools/studio/application/TCStringView.h"
+#include "tools/studio/application/VendorListView.h"
 #include "tools/studio/shared/Protocol.h"
 #include "tools/system/WakeUp.h"
 #include "vxprivacy/platform/core/Runtime.h"
@@ -29,7 +30,7 @@ public:
     Reply perform(const Command& command);
     /// Does what the services have waiting for this thread.
     void poll() { services_.poll(); }
-    /// Reports how things stand, unless that is as it was.
+    /// Reports how things stand, as far as that is not as it was.
     void reportState();
 
 private:
@@ -51,8 +52,9 @@ private:
     Runtime runtime_;
     std::shared_ptr<services::TagSDK> sdk_;
     std::shared_ptr<ReportingCallbacks> callbacks_;
+    VendorListView vendorList_;
     TCStringView tcString_;
-    Json lastState_;
+    Json reported_ = Json::object();
 };
 
 } // namespace vx::tools::studio

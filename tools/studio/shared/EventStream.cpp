@@ -73,6 +73,13 @@ void EventStream::setState(const std::string& section, Json value) {
     changed_.notify_all();
 }
 
+void EventStream::updateState(const std::string& section, const Json& changes) {
+    const std::lock_guard lock(mutex_);
+    state_[section].update(changes);
+    ++stateRevision_;
+    changed_.notify_all();
+}
+
 Json EventStream::state() const {
     const std::lock_guard lock(mutex_);
     return state_;

@@ -49,6 +49,8 @@ public:
     void append(const std::string& kind, const std::string& title, Json body = nullptr);
     /// Sets one section of the state.
     void setState(const std::string& section, Json value);
+    /// Sets those members of a section that `changes` has.
+    void updateState(const std::string& section, const Json& changes);
     Json state() const;
 
     /// Waits for something after `seen`, no longer than `patience`.

@@ -75,7 +75,7 @@ using Reply = Result<std::string>;
 
 /// Kinds of reports. Every other one is an entry of the timeline.
 namespace kind {
-inline constexpr const char* kState = "state"; ///< "body": how things stand
+inline constexpr const char* kState = "state"; ///< "body": how things stand, what changed
 inline constexpr const char* kDone = "done";   ///< "id", "reply": a command's end
 } // namespace kind
 

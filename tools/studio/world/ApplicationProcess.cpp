@@ -72,7 +72,7 @@ void ApplicationProcess::take(std::string_view line) {
     Result<Json> report = parsed(line);
     const std::string kind = report && report->is_object() ? report->value("kind", "") : "";
     if (kind == kind::kState) {
-        events_.setState("application", std::move((*report)["body"]));
+        events_.updateState("application", (*report)["body"]);
     } else if (kind == kind::kDone) {
         const std::lock_guard lock(mutex_);
         lastDone_ = report->value("id", std::uint64_t{0});

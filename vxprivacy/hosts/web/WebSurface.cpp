@@ -97,6 +97,7 @@ struct WebSurface::Parts {
     std::uint64_t revision = 0;
     Json opened = Json::array();
     std::function<void()> laidOut;
+    std::function<void(View&)> touched;
 
 private:
     std::shared_ptr<View> shown(std::string_view element) const;
@@ -136,6 +137,10 @@ void WebSurface::whenLaidOut(std::function<void()> action) {
     parts_->laidOut = std::move(action);
 }
 
+void WebSurface::whenTouched(std::function<void(View&)> listener) {
+    parts_->touched = std::move(listener);
+}
+
 std::uint64_t WebSurface::revision() const {
     parts_->note(parts_->root->takeChanges());
     return parts_->revision;
@@ -163,6 +168,8 @@ std::string WebSurface::Parts::answer(const Event& event) {
     if (event.number != 0 && event.number <= page->number) // sent again
         return event.number == page->number ? page->answer : kNothing;
     const auto view = shown(event.element);
+    if (view && touched && event.kind != Event::Kind::Scroll)
+        touched(*view);
     if (view)
         perform(event, *view);
     if (laidOut && event.kind != Event::Kind::Tap && event.kind != Event::Kind::Set)

@@ -51,6 +51,10 @@ public:
     /// the end of the surface.
     void whenLaidOut(std::function<void()> action);
 
+    /// `listener` hears in `dispatch` of each view that the user taps or switches, before the view
+    /// does anything about it. For an application that keeps a record; it must change nothing.
+    void whenTouched(std::function<void(View& view)> listener);
+
     /// The next patch makes the page open `address` in a new one; ignored unless `mayOpen`. For an
     /// `Application` whose browser is the page's.
     void open(std::string_view address);

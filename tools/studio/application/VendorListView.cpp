@@ -1,4 +1,4 @@
-#include "tools/studio/application/VendorListState.h"
+#include "tools/studio/application/VendorListView.h"
 
 #include <cstdint>
 #include <string>
@@ -36,15 +36,9 @@ Json keysOf(std::string_view prefix, std::int32_t offset) {
     return {{"prefix", prefix}, {"offset", offset}};
 }
 
-} // namespace
-
-Json vendorListState() {
-    const auto file = VXConfigurationFileFactory::sharedInstance().getConfigurationFile(
-        kVXVendorListConfiguration);
-    const JSONValue list = file ? file->getJSONDictionary() : JSONValue();
-    if (!list)
-        return {};
-    return {{"version", file->version()},
+Json asJSON(const VXConfigurationFile& file) {
+    const JSONValue list = file.getJSONDictionary();
+    return {{"version", file.version()},
             {"keys",
              {{"purposes", keysOf(kVXCategoryPrefix, kVXPurposeOffset)},
               {"specialFeatures", keysOf(kVXFeaturePrefix, kVXSpeFeatureOffset)},
@@ -52,6 +46,17 @@ Json vendorListState() {
             {"purposes", names(list["purposes"])},
             {"specialFeatures", names(list["specialFeatures"])},
             {"vendors", vendors(list["vendors"])}};
+}
+
+} // namespace
+
+const Json& VendorListView::state() {
+    const auto file = configurationFile(kVXVendorListConfiguration);
+    if (file && file->version() != version_) {
+        version_ = file->version();
+        state_ = asJSON(*file);
+    }
+    return state_;
 }
 
 } // namespace vx::tools::studio
