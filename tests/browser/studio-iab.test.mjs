@@ -49,8 +49,9 @@ test("what was chosen stands in the panel, by name", async (t) => {
 test("vendors are named with one tick, and bring their purposes along", async (t) => {
   const page = await openPanel(t);
   await page.getByRole("tab", { name: /^Configuration/ }).click();
-  await page.getByText("Nothing to mend").waitFor();
+  await page.getByText("1 warning").waitFor(); // it names none
   await page.getByLabel("Name the list\u2019s vendors").check();
+  await page.getByText("Nothing to mend").waitFor();
   await publish(page, 2);
   await page.locator("#timeline").getByText(/downloaded, version 2/).waitFor({ state: "attached" });
   await accept(page);
