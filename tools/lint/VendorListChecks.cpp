@@ -82,12 +82,14 @@ void checkSection(const Node& list, const Section& section, Findings& findings) 
         if (!texts.contains(item->key) && reported.insert(item->key).second)
             addMissing(missingIn(*item, "name"), "The " + what + " has no name.", "Add \"name\".",
                        findings);
-    for (const auto& [id, use] : usesOf(list, section))
-        if (!texts.contains(id) && !reported.contains(id))
-            addMissing(
-                valueOf(*use.first),
-                "The list has no " + what + " " + id + ", which is named " + timesOf(use) + ".",
-                "Take the number away, or add it to " + inQuotes(section.name) + ".", findings);
+    for (const auto& [id, use] : usesOf(list, section)) {
+        if (texts.contains(id) || reported.contains(id))
+            continue;
+        std::string problem = "The list has no " + what + " " + id;
+        problem.append(", which is named ").append(timesOf(use)).append(".");
+        addMissing(valueOf(*use.first), problem,
+                   "Take the number away, or add it to " + inQuotes(section.name) + ".", findings);
+    }
 }
 
 void checkTranslatedSection(const Node& translation, const Node& list, const Section& section,
