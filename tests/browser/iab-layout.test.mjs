@@ -30,3 +30,22 @@ for (const language of ["en", "de", "el", "zh", "ar"])
         }
     assert.deepEqual(page.failures, []);
   });
+
+test("large letters leave room for the list in a low window, and go without a trace", async (t) => {
+  const page = await open(t, await serve(t, sampleIn("de"), "de", ...listsIn("de")), { width: 320 });
+  for await (const screen of iabScreens(page)) {
+    const stacked = () => page.locator(".stacked").count();
+    await resize(page, { width: 320 });
+    const before = await stacked();
+    if (screen === "vendors") await page.locator("#search").fill("a");
+    for (const [width, height] of [[320, 568], [844, 390]]) {
+      await resize(page, { width, height, textSize: 2 });
+      const { listShare } = await expectWhole(page, `${screen} in ${width} by ${height}`);
+      assert.ok(listShare >= 0.2, `${screen} in ${width} by ${height}: the list has ${listShare}`);
+    }
+    await resize(page, { width: 320, textSize: 2 });
+    assert.equal(await page.locator(".bar.stacked").count(), await page.locator(".bar").count());
+    await resize(page, { width: 320 });
+    assert.equal(await stacked(), before, screen);
+  }
+});

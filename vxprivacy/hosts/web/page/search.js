@@ -34,8 +34,9 @@ export function searchAgain() {
   let matches = 0;
   for (const row of list.children) {
     const name = words.length > 0 && plainNameOf(row);
-    row.hidden = !words.every((word) => name.includes(word));
-    if (!row.hidden) ++matches;
+    const matched = words.every((word) => name.includes(word));
+    if (row.hidden === matched) row.hidden = !matched;
+    if (matched) ++matches;
   }
   found.textContent = find.dataset.matches.replace("%1$@", matches)
     .replace("%2$@", list.children.length);
