@@ -95,7 +95,8 @@ TEST(WebSurface, WhatIsNoEventOfTheScreenDoesNothing) {
     screen.page = screen.surface.render();
     for (const char* event :
          {"{}", R"({"tap":4})", R"({"tap":"v99"})", R"({"tap":"v5"})", R"({"tap":"v1"})",
-          R"({"scroll":"v4","y":3})", R"({"tap":"V4"})", R"({"set":"v4"})",
+          R"({"scroll":"v4","y":3})", R"({"tap":"V4"})", R"({"tap":"v04"})", R"({"tap":"4"})",
+          R"({"tap":"v4x"})", R"({"tap":"v-4"})", R"({"tap":"v"})", R"({"set":"v4"})",
           R"({"set":"v4","on":1})", R"({"set":"v5","on":true})", R"({"on":true})"})
         EXPECT_EQ(screen.dispatch(event), Event::object()) << event;
     for (const char* event : {"", "tap", "[]", "1", "{\"tap\":\"v4\"", R"({"tap":"v4"})",

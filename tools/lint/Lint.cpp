@@ -37,7 +37,7 @@ void reportFault(std::string_view text, const Fault& fault, Findings& findings) 
 
 // What `checkDocument` finds, or why the text is no document.
 template <class Check>
-std::vector<Finding> findingsIn(std::string_view text, const Check& checkDocument) {
+std::vector<Finding> lintWith(std::string_view text, const Check& checkDocument) {
     Findings findings;
     if (text.size() > kLargestDocument) {
         findings.add(Severity::Error, {"", 0},
@@ -56,20 +56,20 @@ std::vector<Finding> findingsIn(std::string_view text, const Check& checkDocumen
 } // namespace
 
 std::vector<Finding> lint(std::string_view text) {
-    return findingsIn(text, [&](const Document& document, Findings& findings) {
+    return lintWith(text, [&](const Document& document, Findings& findings) {
         check(document, text, findings);
     });
 }
 
 std::vector<Finding> lintVendorList(std::string_view text) {
-    return findingsIn(text, [](const Document& document, Findings& findings) {
+    return lintWith(text, [](const Document& document, Findings& findings) {
         checkVendorList(document.nodes().front(), findings);
     });
 }
 
 std::vector<Finding> lintTranslation(std::string_view text, std::string_view vendorList) {
     const Document list(vendorList);
-    return findingsIn(text, [&](const Document& document, Findings& findings) {
+    return lintWith(text, [&](const Document& document, Findings& findings) {
         if (!list.fault())
             checkTranslation(document.nodes().front(), list.nodes().front(), findings);
     });

@@ -30,15 +30,15 @@ const std::array<Section, 4>& sections() {
     return all;
 }
 
-std::vector<const Node*> childrenOf(const Node& parent, const char* name) {
+std::vector<const Node*> entriesOf(const Node& parent, const char* name) {
     const Node* child = parent.member(name);
     return child ? child->children : std::vector<const Node*>();
 }
 
 // The IDs in a section that have a text.
-std::unordered_set<std::string> named(const Node& texts, const Section& section) {
+std::unordered_set<std::string> namedIn(const Node& texts, const Section& section) {
     std::unordered_set<std::string> ids;
-    for (const Node* item : childrenOf(texts, section.name))
+    for (const Node* item : entriesOf(texts, section.name))
         if (item->string("name"))
             ids.insert(item->key);
     return ids;
@@ -52,9 +52,9 @@ struct Use {
 
 std::map<std::string, Use> usesOf(const Node& list, const Section& section) {
     std::map<std::string, Use> uses;
-    for (const Node* vendor : childrenOf(list, "vendors"))
+    for (const Node* vendor : entriesOf(list, "vendors"))
         for (const char* name : section.lists)
-            for (const Node* id : childrenOf(*vendor, name)) {
+            for (const Node* id : entriesOf(*vendor, name)) {
                 if (!id->is(Node::Type::Number))
                     continue; // the module leaves it out
                 Use& use = uses[std::to_string(integerIn(*id))];
@@ -76,25 +76,25 @@ void addMissing(Place place, const std::string& problem, const std::string& reme
 
 void checkSection(const Node& list, const Section& section, Findings& findings) {
     const std::string what = section.one;
-    const auto texts = named(list, section);
+    const auto texts = namedIn(list, section);
     std::unordered_set<std::string> reported;
-    for (const Node* item : childrenOf(list, section.name))
+    for (const Node* item : entriesOf(list, section.name))
         if (!texts.contains(item->key) && reported.insert(item->key).second)
             addMissing(missingIn(*item, "name"), "The " + what + " has no name.", "Add \"name\".",
                        findings);
+    const std::string remedy = "Take the number away, or add it to " + inQuotes(section.name) + ".";
     for (const auto& [id, use] : usesOf(list, section)) {
         if (texts.contains(id) || reported.contains(id))
             continue;
         std::string problem = "The list has no " + what + " " + id;
         problem.append(", which is named ").append(timesOf(use)).append(".");
-        addMissing(valueOf(*use.first), problem,
-                   "Take the number away, or add it to " + inQuotes(section.name) + ".", findings);
+        addMissing(valueOf(*use.first), problem, remedy, findings);
     }
 }
 
 void checkTranslatedSection(const Node& translation, const Node& list, const Section& section,
                             Findings& findings) {
-    const auto texts = named(translation, section);
+    const auto texts = namedIn(translation, section);
     std::unordered_set<std::string> reported;
     const auto check = [&](const std::string& id) {
         if (texts.contains(id) || !reported.insert(id).second)
@@ -104,7 +104,7 @@ void checkTranslatedSection(const Node& translation, const Node& list, const Sec
                    "The translation has no name for " + std::string(section.one) + " " + id + ".",
                    "Add it to " + inQuotes(section.name) + ".", findings);
     };
-    for (const Node* item : childrenOf(list, section.name))
+    for (const Node* item : entriesOf(list, section.name))
         check(item->key);
     for (const auto& [id, use] : usesOf(list, section))
         check(id);
