@@ -86,7 +86,8 @@ void checkSection(const Node& list, const Section& section, Findings& findings) 
     for (const auto& [id, use] : usesOf(list, section)) {
         if (texts.contains(id) || reported.contains(id))
             continue;
-        std::string problem = "The list has no " + what + " " + id;
+        std::string problem = "The list has no ";
+        problem.append(what).append(" ").append(id);
         problem.append(", which is named ").append(timesOf(use)).append(".");
         addMissing(valueOf(*use.first), problem, remedy, findings);
     }
