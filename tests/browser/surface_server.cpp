@@ -118,7 +118,7 @@ void addRoutes(httplib::Server& server, Shown& shown, std::mutex& mutex) {
     get("/recorded", "application/json", [&] { return shown.takeRecorded(); });
     server.Post("/event", [&](const httplib::Request& request, httplib::Response& response) {
         const std::lock_guard lock(mutex);
-        response.set_content(shown.dispatch(request.body), "application/json");
+        tools::studio::answerText(response, shown.dispatch(request.body), "application/json");
     });
 }
 

@@ -1,8 +1,17 @@
 #include "vxprivacy/hosts/web/Groups.h"
 
+#include <algorithm>
+
 #include "vxprivacy/platform/ui/Label.h"
 
 namespace vx::web {
+
+namespace {
+
+// Few enough that little is laid out in vain, enough that a browser has few runs to watch.
+constexpr std::size_t kRowsOfRun = 10;
+
+} // namespace
 
 bool isItemAlone(const GridPlan& plan, std::size_t index) {
     const auto row = plan.items[index].view->row();
@@ -25,10 +34,11 @@ void Groups::moveTo(const View& view, bool alone) {
     while (!open_.empty() && !takes(open_.back(), *row))
         close();
     openList(*row);
-    if (alone)
-        return;
-    row->section.expired() ? open("entry", "group", row->title) : open("entry", "listitem", {});
-    open_.push_back({row, nullptr});
+    if (!alone || view.kind() == View::Kind::View) // texts are short
+        openRun(*row);
+    ++rowsOfRun_;
+    if (!alone)
+        openRow(*row);
 }
 
 void Groups::openList(const Row& row) {
@@ -37,7 +47,21 @@ void Groups::openList(const Row& row) {
         return;
     // One that has the screen's own heading is all of the screen.
     open(section->headingLevel() == 1 ? "list searchable" : "list", "list", row.section);
-    open_.push_back({nullptr, section.get()});
+    open_.push_back({.kind = Kind::List, .heading = section.get()});
+}
+
+// One is open at a time: what a row has below it lies in the row's.
+void Groups::openRun(const Row& row) {
+    if (length_ == Length::Short || isOpen(Kind::Row) || isOpen(Kind::Run))
+        return;
+    open("run", "", {});
+    open_.push_back({.kind = Kind::Run, .heading = row.section.lock().get()});
+    rowsOfRun_ = 0;
+}
+
+void Groups::openRow(const Row& row) {
+    row.section.expired() ? open("entry", "group", row.title) : open("entry", "listitem", {});
+    open_.push_back({.kind = Kind::Row, .row = &row});
 }
 
 void Groups::moveOut() {
@@ -48,14 +72,24 @@ void Groups::moveOut() {
 // Whether a row may stand in this group.
 bool Groups::takes(const Group& group, const Row& row) const {
     const auto section = row.section.lock();
-    if (!section)
-        return false;
-    return group.heading ? group.heading == section.get() : group.row->title.lock() == section;
+    switch (group.kind) {
+    case Kind::List:
+        return group.heading == section.get();
+    case Kind::Run:
+        return group.heading == section.get() && rowsOfRun_ < kRowsOfRun;
+    default:
+        return section && group.row->title.lock() == section;
+    }
+}
+
+bool Groups::isOpen(Kind kind) const {
+    return std::ranges::find(open_, kind, &Group::kind) != open_.end();
 }
 
 void Groups::open(std::string_view kind, std::string_view role, const std::weak_ptr<Label>& name) {
     markup_.open("div").attribute("class", std::string(kind) + " " + layout_);
-    markup_.attribute("role", role);
+    if (!role.empty())
+        markup_.attribute("role", role);
     if (const auto label = name.lock(); label && !label->text().empty())
         markup_.attribute("aria-labelledby", elements_.of(*label).id);
     markup_.close();

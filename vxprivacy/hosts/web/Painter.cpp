@@ -18,6 +18,9 @@ namespace vx::web {
 
 namespace {
 
+// Of fewer a browser lays out all, so that their scroll bar is exact.
+constexpr std::size_t kManyItems = 60;
+
 bool isContainer(const View& view) {
     return view.kind() == View::Kind::View || view.kind() == View::Kind::Scroll;
 }
@@ -208,7 +211,8 @@ void Painter::paintContainer(View& view, Element& element) {
 void Painter::paintItems(const GridPlan& plan, const std::vector<Element*>& elements,
                          const Element& container) {
     const bool wraps = isStack(plan);
-    Groups groups(markup_, elements_, wraps ? styles_.className(std::string(container.grid)) : "");
+    Groups groups(markup_, elements_, wraps ? styles_.className(std::string(container.grid)) : "",
+                  plan.items.size() > kManyItems ? Groups::Length::Long : Groups::Length::Short);
     for (std::size_t i = 0; i < plan.items.size(); ++i) {
         if (wraps)
             groups.moveTo(*plan.items[i].view, elements[i]->isListItem);

@@ -26,20 +26,25 @@ function plainNameOf(row) {
 
 const filters = () => field.value.trim() !== "";
 
+const rowsOf = (list) =>
+  [...list.children].flatMap((child) => (child.matches(".run") ? [...child.children] : child));
+
 /** Shows of the list, as it is now, what is searched for. Screens without one are left alone. */
 export function searchAgain() {
   const list = screen.querySelector(".searchable");
   if (!list) return;
   const words = plain(field.value).split(/\s+/).filter(Boolean);
+  const rows = rowsOf(list);
   let matches = 0;
-  for (const row of list.children) {
+  list.classList.toggle("filtered", words.length > 0);
+  for (const row of rows) {
     const name = words.length > 0 && plainNameOf(row);
     const matched = words.every((word) => name.includes(word));
     if (row.hidden === matched) row.hidden = !matched;
     if (matched) ++matches;
   }
   found.textContent = find.dataset.matches.replace("%1$@", matches)
-    .replace("%2$@", list.children.length);
+    .replace("%2$@", rows.length);
   nothing.hidden = matches > 0;
   wholeList.hidden = !filters();
 }

@@ -2,6 +2,7 @@
 // showing.js shows what came of it.
 
 import { arrangeBars } from "./bars.js";
+import { aimAt, measureRuns } from "./runs.js";
 import { goBack } from "./screens.js";
 import { clearSearch } from "./search.js";
 import { send, tapIsUnderWay, update } from "./sending.js";
@@ -42,6 +43,7 @@ document.addEventListener("keydown", (event) => {
   }
   if (key === "Escape" && !clearSearch()) goBack();
   if (scrollKeys.includes(key) && target === document.body) takeFocusToScroll();
+  aimAt(target.matches("#find input") ? undefined : list(), key);
 });
 
 // Before the browser asks whom the key is for.
@@ -79,8 +81,10 @@ screen.addEventListener("scroll", ({ target: element }) => {
 
 // First when they are laid out, then whenever the window, the text size or a patch changes them.
 const sizes = new ResizeObserver((entries) => {
-  for (const scroll of new Set(entries.map(({ target }) => target.closest(".scroll"))))
-    if (scroll) tellScroll(scroll);
+  const scrolls = new Set(entries.map(({ target }) => target.closest(".scroll")));
+  scrolls.delete(null);
+  scrolls.forEach(measureRuns);
+  scrolls.forEach(tellScroll);
 });
 function observeSizes() {
   arrangeBars(screen);
