@@ -15,6 +15,7 @@ for (const language of ["en", "de", "el", "zh", "ar"])
   test(`five screens: ${language}`, async (t) => {
     const address = await serve(t, sampleIn(language), language, ...listsIn(language));
     const page = await open(t, address);
+    assert.equal(await page.getByText(sampleIn(language).texts.popup.title).count(), 1);
     for await (const screen of iabScreens(page))
       for (const textSize of [1, 2])
         for (const width of widths) {
@@ -22,7 +23,7 @@ for (const language of ["en", "de", "el", "zh", "ar"])
           await resize(page, { width, textSize });
           const { listShare } = await expectWhole(page, where);
           assert.ok(listShare >= (width < 390 ? 0.25 : 1 / 3), `${where}: the list has ${listShare}`);
-          if (language === "en" || textSize === 1) continue;
+          if ((language === "en") !== (textSize === 1)) continue; // solving takes its time
           await expectSolvedBoxes(page, address).catch((error) => {
             error.message = `${where}: ${error.message}`;
             throw error;

@@ -61,9 +61,11 @@ const texts = {
 
 const sample = JSON.parse(await readFile(iabSample, "utf8"));
 
-/// The sample configuration, in this language alone.
-export const sampleIn = (language) =>
-  ({ ...sample, texts: texts[language] ?? sample[`texts_${language}`] ?? sample.texts });
+/// The sample configuration, with its texts in this language also where none is asked for.
+export function sampleIn(language) {
+  const own = texts[language] ?? sample[`texts_${language}`] ?? sample.texts;
+  return { ...sample, texts: own, [`texts_${language}`]: own };
+}
 
 /// What is to be given to `serve` for the IAB center in a language: the published translation of
 /// purposes and features, where VXPRIVACY_DATA has it.
