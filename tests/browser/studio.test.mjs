@@ -121,6 +121,39 @@ test("what somebody without a browser taps is shown too", async (t) => {
   await expectPurposes(page, [false, true, false, true]);
 });
 
+test("a draft stays over reloads and what replaces it", async (t) => {
+  const page = await openStudio(t);
+  const editor = page.locator("#editor");
+  const status = page.locator("#editor-status");
+  const openEditor = () => page.getByRole("tab", { name: /^Configuration/ }).click();
+  await openEditor();
+  await status.getByText("Version 1 is published.").waitFor();
+  const published = await editor.inputValue();
+  await editor.fill(published.replace('"Local news"', '"Near you"'));
+  const draft = await editor.inputValue();
+  await page.reload();
+  await openEditor();
+  await status.getByText("Edited. Publishes as version 2.").waitFor();
+  assert.equal(await editor.inputValue(), draft);
+  for (const button of ["Revert", "Sample", "Add category"]) {
+    await page.getByRole("button", { name: button, exact: true }).click();
+    await page.waitForFunction((text) => document.querySelector("#editor").value !== text, draft);
+    await editor.focus();
+    await page.keyboard.press("Control+z");
+    assert.equal(await editor.inputValue(), draft);
+  }
+  for (const version of ['"9"', "7.5", "3000000000"]) { // no version number: the next is taken
+    await editor.fill(draft.replace(/"version": \d+/, `"version": ${version}`));
+    await status.getByText("Edited. Publishes as version 2.").waitFor();
+  }
+  await page.getByRole("button", { name: "Publish", exact: true }).click();
+  await status.getByText("Version 2 is published.").waitFor();
+  await page.reload();
+  await openEditor();
+  await status.getByText("Version 2 is published.").waitFor();
+  assert.deepEqual(page.failures, []);
+});
+
 test("findings follow what is typed, and lead to their place", async (t) => {
   const page = await openStudio(t);
   await page.getByRole("tab", { name: /^Configuration/ }).click();

@@ -33,9 +33,12 @@ Reason reason(const std::string& cause) {
     if (consent->empty())
         return {"reset", "a new privacy configuration reset the saved choices", kAskAgain,
                 "Reset: a new privacy configuration wiped the saved choices."};
-    if (VXMobilePrivacy::sharedInstance().consentExpired() || cause == "expired")
+    if (VXMobilePrivacy::sharedInstance().consentExpired())
         return {"expired", "the choice is older than 395 days", kAskAgain,
                 "Expired: the choice is older than 395 days."};
+    if (cause == "expired" || cause == "was-expired")
+        return {"was-expired", "asked for when the choice was too old, and not answered yet",
+                kAskAgain, "Asked for when the choice was too old, and not answered yet."};
     if (cause == "changed")
         return {"changed", "the privacy configuration changed significantly", kAskAgain,
                 "Changed: the privacy configuration changed significantly."};

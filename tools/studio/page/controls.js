@@ -41,7 +41,7 @@ export function wireControls() {
   setInterval(showClock, 1000);
 }
 
-export function renderControls({ application, clock, network, session, arrived }) {
+export function renderControls({ application, clock, network, session, beacons }) {
   clockOffset = clock.offset;
   setText(byId("clock-offset"), describeOffset(clockOffset));
   byId("clock-offset").dataset.tone = clockOffset === 0 ? "neutral" : "warn";
@@ -60,6 +60,6 @@ export function renderControls({ application, clock, network, session, arrived }
         : `Development backend at ${network?.address ?? ""}`);
   fillList(byId("beacons"), [
     ["Beacons waiting", waiting],
-    ["Beacons arrived", session.live ? "unknown" : arrived],
+    ["Beacons arrived", session.live ? "unknown" : beacons?.arrived ?? 0],
   ]);
 }

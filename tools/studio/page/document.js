@@ -2,6 +2,8 @@
 
 /** The object that the text holds; a SyntaxError says why there is none. */
 export function objectIn(text) {
+  if (text.startsWith("\uFEFF")) // which no reader sees
+    throw new SyntaxError("the document begins with a byte order mark; delete its first, invisible character");
   const value = JSON.parse(text);
   if (value === null || typeof value !== "object" || Array.isArray(value))
     throw new SyntaxError("the document must be an object");
@@ -9,6 +11,36 @@ export function objectIn(text) {
 }
 
 export const textOf = (document) => `${JSON.stringify(document, null, 2)}\n`;
+
+/** Puts a text in the place of another; undo brings that back where the field is shown. */
+export function replaceText(field, text) {
+  if (field.value === text) return;
+  const focused = document.activeElement;
+  field.focus({ preventScroll: true });
+  field.select();
+  if (document.activeElement !== field || !document.execCommand("insertText", false, text)) field.value = text;
+  field.setSelectionRange(0, 0);
+  focused?.focus({ preventScroll: true });
+}
+
+const draftName = (what, store) => `${what} of ${store}`;
+
+/** Keeps a text that is not published yet over reloads and restarts, for the installation. */
+export function keepDraft(what, store, text, published) {
+  try {
+    if (text === published) localStorage.removeItem(draftName(what, store));
+    else localStorage.setItem(draftName(what, store), text);
+  } catch { /* there is no room for it, or no leave */ }
+}
+
+/** The text that was kept, if any. */
+export function draftOf(what, store) {
+  try {
+    return localStorage.getItem(draftName(what, store)) ?? undefined;
+  } catch {
+    return undefined;
+  }
+}
 
 export function showStatus(status, text, tone = "neutral") {
   status.textContent = text;

@@ -3,15 +3,16 @@
 import { byId, element } from "./dom.js";
 import { act, post, showProblem } from "./connection.js";
 import { lintSoon } from "./findings.js";
-import { objectIn, showStatus, textOf } from "./document.js";
+import { draftOf, keepDraft, objectIn, replaceText, showStatus, textOf } from "./document.js";
 import { liveVendors, vendorIn, vendorText } from "./vendorlist.js";
 
+const kPublished = "/api/configuration";
 const kMostNamed = 12;
+const kHighestVersion = 2 ** 31 - 1;
 let publishedText = "";
 let publishedVersion = 0;
-let publishedFor; // IAB mode or not
+let store; // of the installation that is edited for
 let vendorList;
-const drafts = new Map(); // of the mode that is not on
 const editor = byId("editor");
 const status = byId("editor-status");
 
@@ -52,10 +53,16 @@ function check() {
   const named = namedIn(document);
   byId("flag-vendors").checked = named.length > 0;
   showNamed(named);
-  const next = Math.max(publishedVersion + 1, Number(information.version) || 0);
+  const asked = Number.isInteger(information.version) ? information.version : 0; // a text counts as none
+  const next = asked > publishedVersion && asked <= kHighestVersion ? asked : publishedVersion + 1;
   showStatus(status, editor.value === publishedText
     ? `Version ${publishedVersion} is published.`
     : `Edited. Publishes as version ${next}.`);
+}
+
+function changed() {
+  keepDraft("configuration", store, editor.value, publishedText);
+  check();
 }
 
 function edit(change) {
@@ -63,8 +70,8 @@ function edit(change) {
   if (!document) return;
   document.information ??= {};
   change(document);
-  editor.value = textOf(document);
-  check();
+  replaceText(editor, textOf(document));
+  changed();
 }
 
 function addCategory(document) {
@@ -100,38 +107,43 @@ function nameVendor(event) {
 async function publish() {
   const { text } = await post("configuration", editor.value);
   publishedText = text;
-  editor.value = text;
-  check();
+  replaceText(editor, text);
+  changed();
 }
 
-/** Puts a document into the editor, unless something is typed meanwhile; gives its text. */
-async function load(path) {
-  const before = editor.value;
+async function fetched(path) {
   const response = await fetch(path).catch(() => undefined);
-  if (!response?.ok) return showProblem("The studio does not answer.");
-  const text = await response.text();
-  if (editor.value === before) editor.value = text;
-  check();
-  return text;
+  if (response?.ok) return response.text();
+  showProblem("The studio does not answer.");
+  return undefined;
 }
 
-async function revert() {
-  publishedText = (await load("/api/configuration")) ?? publishedText;
+/** Puts a document in the place of what is typed; undo brings that back. */
+async function load(path) {
+  const text = await fetched(path);
+  if (text === undefined) return;
+  if (path === kPublished) publishedText = text;
+  replaceText(editor, text);
+  changed();
+}
+
+/** Takes up a new edition, unless something is typed that it would replace. */
+async function takeUp() {
+  const before = publishedText;
+  publishedText = (await fetched(kPublished)) ?? before;
+  if (editor.value === before) editor.value = publishedText;
   check();
 }
 
-/** Leaves what is typed for this mode, and takes up what was for the other. */
-async function changeMode(iab) {
-  if (editor.value !== publishedText) drafts.set(publishedFor, editor.value);
-  publishedFor = iab;
-  await revert();
-  editor.value = drafts.get(iab) ?? editor.value;
-  drafts.delete(iab);
+/** Shows what was typed for this installation and not published, else what is. */
+async function changeInstallation() {
+  publishedText = (await fetched(kPublished)) ?? "";
+  editor.value = draftOf("configuration", store) ?? publishedText;
   check();
 }
 
 export function wireEditor() {
-  editor.addEventListener("input", check);
+  editor.addEventListener("input", changed);
   byId("flag-significant").addEventListener("change", (event) =>
     edit(flag("significantChanges", event.target.checked)));
   byId("flag-reset").addEventListener("change", (event) => edit(flag("resetSave", event.target.checked)));
@@ -140,7 +152,7 @@ export function wireEditor() {
   byId("add-category").addEventListener("click", () => edit(addCategory));
   byId("format").addEventListener("click", () => edit(() => {}));
   byId("sample").addEventListener("click", () => load("/api/sample"));
-  byId("revert").addEventListener("click", revert);
+  byId("revert").addEventListener("click", () => load(kPublished));
   byId("publish").addEventListener("click", () => publish().catch(() => {}));
   byId("publish-relaunch").addEventListener("click", () =>
     publish().then(() => act("relaunch")).catch(() => {}));
@@ -150,12 +162,16 @@ export function wireEditor() {
 export function renderEditor({ published, session, application }) {
   byId("tab-editor").hidden = session.live;
   vendorList = application?.vendorList;
-  if (!published || (published.version === publishedVersion && published.iab === publishedFor)) return;
+  if (!published || published.iab !== session.iab) return; // between two modes
+  if (published.version === publishedVersion && session.store === store) return;
   publishedVersion = published.version;
   byId("published").textContent = `v${publishedVersion}`;
   byId("named").hidden = !published.iab;
   byId("add-category").hidden = published.iab;
-  if (published.iab !== publishedFor) changeMode(published.iab);
-  else if (editor.value === publishedText) revert();
-  else check();
+  if (session.store !== store) {
+    store = session.store;
+    changeInstallation();
+  } else {
+    takeUp();
+  }
 }

@@ -12,7 +12,6 @@ import { renderTCString, wireTCString } from "./tcstring.js";
 import { addEntry, wireTimeline } from "./timeline.js";
 import { offerVendors } from "./vendorlist.js";
 
-let arrived = 0;
 let state;
 
 function render() {
@@ -20,7 +19,7 @@ function render() {
     (state.session.iab ? ", IAB mode" : "") + (state.session.live ? ", real hosts" : ""));
   renderApplication(state);
   renderPhone(state);
-  renderControls({ ...state, arrived });
+  renderControls(state);
   renderCode(state);
   offerVendors(state.application?.vendorList);
   renderInspector(state);
@@ -32,8 +31,6 @@ function render() {
 function take(entry) {
   addEntry(entry);
   if (entry.kind === "hit") addHit(entry);
-  if (entry.kind === "beacon") arrived += 1;
-  if (state) renderControls({ ...state, arrived });
 }
 
 wireControls();

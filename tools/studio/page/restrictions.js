@@ -2,14 +2,16 @@
 // it.
 
 import { act, showProblem } from "./connection.js";
-import { objectIn, showStatus, textOf } from "./document.js";
+import { draftOf, keepDraft, objectIn, replaceText, showStatus, textOf } from "./document.js";
 import { byId, element, setText } from "./dom.js";
 import { kNowhere, restrictionTypes, vendorIn, vendorText } from "./vendorlist.js";
 
 const kMostRows = 200;
 const editor = byId("restrictions-text");
 let shippedText = "";
-let shipped; // how many documents had shipped when it was fetched
+let shipped; // how many documents had shipped when it was fetched,
+let latest; // and have now
+let store; // of the installation
 let vendorList;
 
 const isObject = (value) => value !== null && typeof value === "object";
@@ -30,8 +32,8 @@ function edit(change) {
   document.version ??= 1;
   document.publisher ??= {};
   change(document.publisher.restrictions ??= {});
-  editor.value = textOf(document);
-  check();
+  replaceText(editor, textOf(document));
+  changed();
 }
 
 function remove(purpose, vendor) {
@@ -74,12 +76,21 @@ function check() {
     control.disabled = isWrong;
 }
 
-async function revert() {
+function changed() {
+  keepDraft("restrictions", store, editor.value, shippedText);
+  check();
+}
+
+/** Takes up what ships, unless something is typed that it would replace, now or before a reload. */
+async function takeUp() {
+  const isFirst = shipped === undefined;
+  shipped = latest;
   const response = await fetch("/api/restrictions").catch(() => undefined);
   if (!response?.ok) return showProblem("The studio does not answer.");
-  const isEdited = editor.value !== shippedText;
+  const before = shippedText;
   shippedText = await response.text();
-  if (!isEdited) editor.value = shippedText;
+  if (isFirst) editor.value = draftOf("restrictions", store) ?? shippedText;
+  else if (editor.value === before) editor.value = shippedText;
   setText(byId("restrictions-count"), shippedText === "" ? "" : String(restrictionsIn(objectIn(shippedText)).length));
   check();
   return undefined;
@@ -96,13 +107,18 @@ function add(event) {
   return undefined;
 }
 
+async function ship() {
+  const text = editor.value;
+  if (await act("restrictions", text)) keepDraft("restrictions", store, text, text);
+}
+
 export function wireRestrictions() {
   byId("restriction-type").replaceChildren(...restrictionTypes.map((text, type) =>
     element("option", { value: type, text })));
-  editor.addEventListener("input", check);
+  editor.addEventListener("input", changed);
   byId("restriction-form").addEventListener("submit", add);
-  byId("restrictions-revert").addEventListener("click", () => { editor.value = shippedText; check(); });
-  byId("restrictions-ship").addEventListener("click", () => act("restrictions", editor.value));
+  byId("restrictions-revert").addEventListener("click", () => { replaceText(editor, shippedText); changed(); });
+  byId("restrictions-ship").addEventListener("click", ship);
 }
 
 function offerPurposes() {
@@ -119,7 +135,8 @@ export function renderRestrictions({ application, code, session }) {
     offerPurposes();
     check();
   }
-  if (code.restrictionsShipped === shipped) return;
-  shipped = code.restrictionsShipped;
-  revert();
+  if (!session.iab || code.restrictionsShipped === shipped) return;
+  store = session.store;
+  latest = code.restrictionsShipped;
+  takeUp();
 }

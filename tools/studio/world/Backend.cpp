@@ -97,6 +97,7 @@ void Backend::collect(const std::string& text) {
     const bool isShown =
         text.size() <= EventStream::kLongestEntry; // or taking it apart is for nothing
     const Result<Json> beacon = isShown ? parsed(text) : Problem{"too long"};
+    events_.setState("beacons", {{"arrived", ++arrived_}}); // also those that leave the timeline
     events_.append({{"kind", "beacon"},
                     {"title", std::string("Beacon arrived at ") + kCollector},
                     {"text", text},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <string>
@@ -43,6 +44,7 @@ private:
     EventStream& events_;
     mutable std::mutex mutex_; // guards document_
     std::string document_;
+    std::atomic<std::uint64_t> arrived_ = 0; // beacons
     system::LoopbackServer server_;
 };
 

@@ -35,11 +35,11 @@ std::optional<Problem> findProblemInList(const JSONValue& list) {
         return Problem{"a vendor list is an object"};
     const std::int64_t version = list["vendorListVersion"].integer().value_or(0);
     if (version < 1 || version > std::numeric_limits<std::int32_t>::max())
-        return Problem{"a vendor list has the number \"vendorListVersion\", 1 or more"};
+        return Problem{"/vendorListVersion: a vendor list has this number, 1 or more"};
     for (const char* section : {"purposes", "specialFeatures", "vendors"})
         if (!list[section].isObject())
-            return Problem{std::string("a vendor list of version 2 has an object \"") + section +
-                           '"'};
+            return Problem{std::string("/") + section +
+                           ": a vendor list of version 2 has this object"};
     return findProblem(list["vendors"]);
 }
 
