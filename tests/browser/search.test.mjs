@@ -104,3 +104,14 @@ test("a row that another page opens comes to light no more than it matches, and 
   assert.equal(await page.locator(".searchable > :visible").count(), 39);
   assert.deepEqual(page.failures, []);
 });
+
+test("Escape ends what is being composed and no search, and a phone's Enter shows what was found", async (t) => {
+  const page = await openVendors(t, undefined, { isMobile: true, hasTouch: true });
+  await field(page).fill("計");
+  await field(page).evaluate((element) => element.dispatchEvent(
+    new KeyboardEvent("keydown", { key: "Escape", isComposing: true, bubbles: true })));
+  assert.deepEqual(await shown(page), ["さくら計測"]);
+  await field(page).press("Enter");
+  assert.equal(await field(page).evaluate((element) => element === document.activeElement), false);
+  assert.deepEqual(await shown(page), ["さくら計測"]);
+});

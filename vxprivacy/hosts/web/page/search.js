@@ -62,6 +62,11 @@ field.addEventListener("input", () => {
   saying = setTimeout(sayOutcome, silence);
 });
 
+// The keyboard of a phone lies over what was found.
+field.addEventListener("keydown", ({ key, isComposing }) => {
+  if (key === "Enter" && !isComposing && matchMedia("(hover: none)").matches) field.blur();
+});
+
 /** Shows the whole list again; whether there was anything to clear. */
 export function clearSearch() {
   const cleared = filters();

@@ -36,12 +36,12 @@ screen.addEventListener("click", ({ target, detail }) => {
 });
 
 document.addEventListener("keydown", (event) => {
-  const { key, target, repeat } = event;
+  const { key, target, repeat, isComposing } = event;
   if (key === "Enter" && target.matches(operable)) {
     if (repeat) event.preventDefault(); // a key that is held is pressed once
     else if (!target.matches("button")) target.click();
   }
-  if (key === "Escape" && !clearSearch()) goBack();
+  if (key === "Escape" && !isComposing && !clearSearch()) goBack();
   if (scrollKeys.includes(key) && target === document.body) takeFocusToScroll();
   aimAt(target.matches("#find input") ? undefined : list(), key);
 });
