@@ -2,6 +2,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -91,6 +92,18 @@ TEST(OrderedDictionary, KeepsThePlaceOfAKeyThatIsSetAgain) {
     for (const auto& [key, value] : dictionary)
         text += key + *dictionary.find(key);
     EXPECT_EQ(text, "b4a2");
+}
+
+TEST(OrderedDictionary, MayBeEmptyAndFilledAgain) {
+    ConsentDictionary dictionary;
+    EXPECT_TRUE(dictionary.empty() && dictionary.begin() == dictionary.end());
+    EXPECT_FALSE(dictionary.contains(""));
+    dictionary.set("a", "1");
+    const ConsentDictionary taken = std::exchange(dictionary, {});
+    EXPECT_EQ(dictionary, ConsentDictionary());
+    EXPECT_NE(dictionary, taken);
+    dictionary.set("a", "1");
+    EXPECT_EQ(dictionary, taken);
 }
 
 TEST(JSONValue, RefusesWhatIsNoDocument) {

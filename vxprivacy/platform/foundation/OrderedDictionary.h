@@ -1,11 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <initializer_list>
-#include <optional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,7 +23,9 @@ public:
 
     OrderedDictionary() = default;
     OrderedDictionary(std::initializer_list<Entry> entries) { insertAll(entries); }
-    OrderedDictionary(const OrderedDictionary&) = default;
+    OrderedDictionary(const OrderedDictionary& other)
+        : entries_(other.entries_ ? std::make_unique<Entries>(*other.entries_) : nullptr),
+          slots_(other.slots_) {}
     OrderedDictionary(OrderedDictionary&&) noexcept = default;
     OrderedDictionary& operator=(OrderedDictionary other) noexcept {
         entries_.swap(other.entries_);
@@ -40,7 +43,7 @@ public:
         if (2 * size() >= slots_.size())
             grow();
         if (!entries_)
-            entries_.emplace();
+            entries_ = std::make_unique<Entries>();
         const std::string& kept = entries_->emplace_back(std::string(key), std::move(value)).first;
         const std::uint32_t hash = hashOf(kept);
         slots_[placeOf(kept, hash)] = {hash, static_cast<std::uint32_t>(size())};
@@ -57,20 +60,20 @@ public:
     }
 
     bool contains(std::string_view key) const { return find(key) != nullptr; }
-    bool empty() const { return !entries_; }
+    bool empty() const { return size() == 0; }
     std::size_t size() const { return entries_ ? entries_->size() : 0; }
     auto begin() const { return entries_ ? entries_->begin() : Iterator(); }
     auto end() const { return entries_ ? entries_->end() : Iterator(); }
 
     friend bool operator==(const OrderedDictionary& left, const OrderedDictionary& right) {
-        return left.entries_ == right.entries_;
+        return std::ranges::equal(left, right);
     }
 
 private:
-    using Iterator = typename std::deque<Entry>::const_iterator;
+    using Entries = std::deque<Entry>; // so that values stay where they are
+    using Iterator = typename Entries::const_iterator;
 
-    template <class Entries>
-    void insertAll(const Entries& entries) {
+    void insertAll(std::initializer_list<Entry> entries) {
         for (const auto& [key, value] : entries)
             set(key, value);
     }
@@ -117,9 +120,8 @@ private:
         slots_ = std::move(grown);
     }
 
-    // A deque, so that values stay where they are; absent while there are none, since even an empty
-    // one holds 600 bytes.
-    std::optional<std::deque<Entry>> entries_;
+    // Null while there are none, since even an empty deque holds 600 bytes.
+    std::unique_ptr<Entries> entries_;
     std::vector<Slot> slots_; // half of them free at least
 };
 
