@@ -21,7 +21,7 @@ const look = `
 
 const html = (body) => `<!doctype html><html lang="en"><meta charset="utf-8">
 <meta name="viewport" content="width=device-width, initial-scale=1"><title>Privacy</title>
-<style>${look}</style>${body}</html>`;
+<link rel="stylesheet" href="look.css">${body}</html>`;
 
 /// The texts of a configuration, a grid a row.
 export function categoryPage({ information, global_consent, categories }) {
@@ -53,11 +53,12 @@ export async function klaroPage(file, vendors) {
 <script>${script.replaceAll("</script", "<\\/script")}</script>`);
 }
 
-/// Serves a page; resolves to its address.
+/// Serves a page and its style sheet; resolves to the page's address.
 export async function serveText(scope, text) {
-  const server = createServer((request, response) => {
-    response.setHeader("Content-Type", "text/html; charset=utf-8");
-    response.end(text);
+  const server = createServer(({ url }, response) => {
+    const isSheet = url === "/look.css";
+    response.setHeader("Content-Type", `text/${isSheet ? "css" : "html"}; charset=utf-8`);
+    response.end(isSheet ? look : text);
   }).listen(0, "127.0.0.1");
   scope.after(() => { server.closeAllConnections(); server.close(); });
   await once(server, "listening");
