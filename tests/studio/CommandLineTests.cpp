@@ -63,4 +63,11 @@ TEST(StudioCommandLine, TheApplicationEndsWithAStudioThatWasKilled) {
     studio.expectEnd(-SIGKILL);
 }
 
+TEST(StudioCommandLine, WhatItWasStartedToIgnoreDoesNotEndIt) {
+    StudioProcess studio({}, {"nohup"});
+    studio.program().signal(SIGHUP);
+    for (int launch = 2; launch < 5; ++launch)
+        EXPECT_EQ(studio.post("relaunch")["process"]["launches"], launch);
+}
+
 } // namespace vx::tests

@@ -17,6 +17,11 @@ std::vector<std::string> onAnyPort(std::vector<std::string> options) {
     return options;
 }
 
+std::vector<std::string> joined(std::vector<std::string> first, std::vector<std::string> second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
 } // namespace
 
 std::map<std::string, std::string> textsIn(const Json& pairs) {
@@ -34,8 +39,9 @@ std::vector<std::string> studioCommand(const TemporaryDirectory& directory,
     return command;
 }
 
-StudioProcess::StudioProcess(std::vector<std::string> options)
-    : program_(studioCommand(directory_, onAnyPort(std::move(options)))) {
+StudioProcess::StudioProcess(std::vector<std::string> options, std::vector<std::string> around)
+    : program_(
+          joined(std::move(around), studioCommand(directory_, onAnyPort(std::move(options))))) {
     std::signal(SIGPIPE, SIG_IGN); // the studio may close a connection that is still written to
     std::optional<std::string> line;
     while (transcript_.find("Ctrl-C") == std::string::npos && (line = program_.nextLine()))

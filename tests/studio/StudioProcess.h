@@ -26,7 +26,9 @@ std::vector<std::string> studioCommand(const TemporaryDirectory& directory,
 /// `vxprivacy studio` on a store of its own, driven as curl would drive it.
 class StudioProcess {
 public:
-    explicit StudioProcess(std::vector<std::string> options = {});
+    /// `around` is a program that runs it, if one is to.
+    explicit StudioProcess(std::vector<std::string> options = {},
+                           std::vector<std::string> around = {});
     /// Ends it; a studio that does not end as expected fails the test.
     ~StudioProcess();
     /// How it is to end: the exit status, or minus the signal.

@@ -48,12 +48,20 @@ Value valueOrFail(Result<Value> result) {
     return std::move(*result);
 }
 
-// Signals that end the studio are taken by `waitForEnd`; every later thread inherits this.
+bool isIgnored(int signal) {
+    struct sigaction action {};
+    sigaction(signal, nullptr, &action);
+    return action.sa_handler == SIG_IGN;
+}
+
+// Signals that end the studio are taken by `waitForEnd`; every later thread inherits this. What
+// nohup or a shell had us ignore does not end it.
 sigset_t blockEndingSignals() {
     sigset_t signals;
     sigemptyset(&signals);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})
-        sigaddset(&signals, signal);
+        if (!isIgnored(signal))
+            sigaddset(&signals, signal);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     std::signal(SIGPIPE, SIG_IGN); // a killed application or a closed page must not end the studio
     return signals;
@@ -82,9 +90,9 @@ void run(const Options& options) {
         openBrowser(page.address());
     waitForEnd(signals);
     events.close();
-    transcript.join();
+    session.stop(); // before the page, whose requests may wait for the application
     page.stop();
-    session.stop();
+    transcript.join();
 }
 
 void runOrFail(Options options) {

@@ -19,9 +19,13 @@ bool WakeUp::waitFor(int fd, std::chrono::milliseconds patience) const {
     pollfd waits[] = {{fd, POLLIN, 0}, {event_.get(), POLLIN, 0}};
     if (poll(waits, 2, static_cast<int>(patience.count())) <= 0)
         return false;
+    clear();
+    return waits[0].revents != 0;
+}
+
+void WakeUp::clear() const {
     std::uint64_t signals = 0;
     [[maybe_unused]] const ssize_t count = ::read(event_.get(), &signals, sizeof signals);
-    return waits[0].revents != 0;
 }
 
 } // namespace vx::tools::system

@@ -17,6 +17,11 @@ public:
     /// ended).
     bool waitFor(int fd, std::chrono::milliseconds patience) const;
 
+    /// For those who wait for more than that: can be read when `signal` was called since the last
+    /// `clear`.
+    int descriptor() const { return event_.get(); }
+    void clear() const;
+
 private:
     Descriptor event_;
 };

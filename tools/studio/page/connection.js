@@ -1,6 +1,7 @@
-// The studio's requests and its stream of events.
+// The studio's requests, and what it tells.
 
-import { byId } from "./dom.js";
+import { byId, setText } from "./dom.js";
+import { follow } from "./stream.js";
 
 const token = document.querySelector('meta[name="studio-token"]').content;
 
@@ -34,15 +35,17 @@ export function showProblem(text) {
 /** Calls back with every state and every entry of the timeline, from the first one on. */
 export function listen({ onState, onEntry }) {
   const pill = byId("connection");
-  const source = new EventSource("/api/events");
   let run;
-  source.addEventListener("open", () => { pill.textContent = "Connected"; pill.dataset.tone = "good"; });
-  source.addEventListener("error", () => { pill.textContent = "Disconnected"; pill.dataset.tone = "bad"; });
-  source.addEventListener("entry", (event) => onEntry(JSON.parse(event.data)));
-  source.addEventListener("state", (event) => {
-    const state = JSON.parse(event.data);
-    run ??= state.session.started;
-    if (run !== state.session.started) location.reload(); // another studio, with another token
-    onState(state);
+  follow({
+    onEntry,
+    onState: (state) => {
+      run ??= state.session.started;
+      if (run !== state.session.started) location.reload(); // another studio, with another token
+      onState(state);
+    },
+    onConnected: (connected) => {
+      setText(pill, connected ? "Connected" : "Disconnected");
+      pill.dataset.tone = connected ? "good" : "bad";
+    },
   });
 }

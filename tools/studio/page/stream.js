@@ -8,6 +8,7 @@ const retry = 1000; // milliseconds
 export function follow({ onEntry, onState, onConnected }) {
   const tabs = new BroadcastChannel("studio");
   let last = 0; // the entry taken last
+  let newest = 0; // the last one heard of
   let states = 0; // how many came
   let catching; // the way to what was missed
 
@@ -28,11 +29,14 @@ export function follow({ onEntry, onState, onConnected }) {
 
   function catchUp() {
     catching ??= fetchNews()
-      .catch(() => {
+      .then(() => newest > last, () => {
         onConnected(false);
         setTimeout(catchUp, retry);
       })
-      .finally(() => { catching = undefined; });
+      .then((isMissing) => {
+        catching = undefined;
+        if (isMissing) catchUp();
+      });
     return catching;
   }
 
@@ -43,8 +47,11 @@ export function follow({ onEntry, onState, onConnected }) {
   }
 
   function hear({ entry, state, connected }) {
-    if (entry && entry.id > last + 1) catchUp();
-    else if (entry) take(entry);
+    if (entry) {
+      newest = Math.max(newest, entry.id);
+      if (entry.id > last + 1) catchUp();
+      else take(entry);
+    }
     if (state) { states += 1; onState(state); }
     if (connected !== undefined) onConnected(connected);
   }

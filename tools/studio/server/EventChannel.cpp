@@ -37,7 +37,10 @@ void EventChannel::serve(const httplib::Request& request, httplib::Response& res
         return answerError(response, 503, {"too many open pages"});
     }
     auto position = std::make_shared<EventStream::Position>();
-    position->entry = std::strtoull(request.get_header_value("Last-Event-ID").c_str(), nullptr, 10);
+    const std::string seen = request.has_header("Last-Event-ID")
+                                 ? request.get_header_value("Last-Event-ID")
+                                 : request.get_param_value("after");
+    position->entry = std::strtoull(seen.c_str(), nullptr, 10);
     response.set_chunked_content_provider(
         "text/event-stream",
         [this, position](std::size_t, httplib::DataSink& sink) {

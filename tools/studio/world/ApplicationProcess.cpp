@@ -11,61 +11,96 @@ namespace vx::tools::studio {
 
 namespace {
 
-// A vendor list may be large and the machine slow.
-constexpr std::chrono::seconds kReplyPatience{15};
+using SteadyClock = std::chrono::steady_clock;
+
+// Of an application that sleeps over a command;
+constexpr std::chrono::milliseconds kSleepingPatience{1800};
+// of one that works on it: a vendor list may be large and the machine slow.
+constexpr std::chrono::seconds kWorkingPatience{15};
 
 } // namespace
 
 Reply ApplicationProcess::start(const Launch& launch) {
     {
         const std::lock_guard lock(mutex_);
+        if (closed_)
+            return Problem{"the studio is ending"};
+        process_ = std::make_shared<system::ChildProcess>(
+            kApplicationCommand, [this](std::string_view line) { take(line); },
+            [this] { processEnded(); });
         running_ = true;
         endIsWanted_ = false;
         ++launches_;
+        events_.append("process",
+                       "Application started, process " + std::to_string(process_->pid()));
     }
-    process_ = std::make_unique<system::ChildProcess>(
-        kApplicationCommand, [this](std::string_view line) { take(line); },
-        [this] { processEnded(); });
     reportProcess();
-    events_.append("process", "Application started, process " + std::to_string(process_->pid()));
     return perform({.name = command::kStart, .argument = asJSON(launch)});
 }
 
 Reply ApplicationProcess::perform(Command command) {
-    const std::uint64_t id = command.id = ++lastCommand_;
+    Process process;
+    {
+        const std::lock_guard lock(mutex_);
+        if (!running_)
+            return Problem{"the application is not running"};
+        process = process_;
+        command.id = ++lastCommand_;
+        awaited_[command.id];
+    }
     const std::string line = asJSON(command).dump(-1, ' ', false, Json::error_handler_t::replace);
-    if (!process_ || !process_->send(line))
-        return Problem{"the application is not running"};
+    Reply reply = process->send(line) ? await(command.id, *process)
+                                      : Problem{"the application takes no more commands"};
+    const std::lock_guard lock(mutex_);
+    awaited_.erase(command.id);
+    return reply;
+}
+
+Reply ApplicationProcess::await(std::uint64_t id, const system::ChildProcess& process) {
+    using Activity = system::ChildProcess::Activity;
+    const auto end = SteadyClock::now() + kWorkingPatience;
     std::unique_lock lock(mutex_);
-    if (!answered_.wait_for(lock, kReplyPatience, [&] { return lastDone_ >= id || !running_; }))
-        return Problem{"the application does not answer"};
-    if (lastDone_ < id)
-        return Problem{"the application ended"};
-    return lastReply_;
+    const auto isAnswered = [&] { return awaited_[id] || !running_ || process_.get() != &process; };
+    while (!answered_.wait_for(lock, kSleepingPatience, isAnswered)) {
+        const Activity activity = process.activity();
+        if (activity == Activity::Stopped)
+            return Problem{"the application is stopped and does not answer"};
+        if (activity == Activity::Waiting || SteadyClock::now() > end)
+            return Problem{"the application does not answer"};
+    }
+    return awaited_[id].value_or(Problem{"the application ended"});
 }
 
 void ApplicationProcess::end() {
-    if (!process_)
-        return;
-    {
-        const std::lock_guard lock(mutex_);
-        endIsWanted_ = true;
-    }
-    process_->end();
-    process_.reset();
-    events_.append("process", "Application ended");
+    finish([](system::ChildProcess& process) { process.end(); }, "Application ended");
 }
 
 void ApplicationProcess::kill() {
-    if (!process_)
-        return;
+    finish([](system::ChildProcess& process) { process.kill(); }, "Application killed (SIGKILL)");
+}
+
+void ApplicationProcess::close() {
     {
         const std::lock_guard lock(mutex_);
-        endIsWanted_ = true;
+        closed_ = true;
     }
-    process_->kill();
-    process_.reset();
-    events_.append("process", "Application killed (SIGKILL)");
+    end();
+}
+
+void ApplicationProcess::finish(const std::function<void(system::ChildProcess&)>& how,
+                                const char* title) {
+    Process process;
+    bool ran = false;
+    {
+        const std::lock_guard lock(mutex_);
+        process = process_;
+        ran = std::exchange(endIsWanted_, true) ? false : running_;
+    }
+    if (!process)
+        return;
+    how(*process);
+    if (ran) // who asks first reports it
+        events_.append("process", title);
 }
 
 void ApplicationProcess::take(std::string_view line) {
@@ -75,8 +110,9 @@ void ApplicationProcess::take(std::string_view line) {
         events_.updateState("application", (*report)["body"]);
     } else if (kind == kind::kDone) {
         const std::lock_guard lock(mutex_);
-        lastDone_ = report->value("id", std::uint64_t{0});
-        lastReply_ = replyIn(report->value("reply", Json::object()));
+        const auto awaited = awaited_.find(report->value("id", std::uint64_t{0}));
+        if (awaited != awaited_.end())
+            awaited->second = replyIn(report->value("reply", Json::object()));
         answered_.notify_all();
     } else if (!kind.empty()) {
         events_.append(std::move(*report));

@@ -2,8 +2,11 @@
 
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,36 +19,43 @@ class EventStream;
 
 /// The application, a process of its own: started, told what to do, ended. What it reports goes
 /// into the stream: its state as section "application", whether it runs as section "process", all
-/// else as entries of the timeline. To be used on one thread at a time.
+/// else as entries of the timeline. Any thread may call; to end or kill the process ends what
+/// others wait for.
 class ApplicationProcess {
 public:
     explicit ApplicationProcess(EventStream& events) : events_(events) {}
-    ~ApplicationProcess() { end(); }
+    ~ApplicationProcess() { close(); }
 
     /// Starts a new process (the one before has ended) and returns when the engine has started.
     Reply start(const Launch& launch);
-    /// Returns when the application has done it and reported its state.
+    /// Returns when the application has done it and reported its state, or has been asleep over it
+    /// for two seconds.
     Reply perform(Command command);
     void end();
     void kill();
+    /// Ends it for good: no other is started.
+    void close();
 
 private:
+    using Process = std::shared_ptr<system::ChildProcess>;
+
     void take(std::string_view line);
     void processEnded();
+    Reply await(std::uint64_t id, const system::ChildProcess& process);
+    void finish(const std::function<void(system::ChildProcess&)>& how, const char* title);
     void reportDarkDisplay();
     void reportProcess();
 
     EventStream& events_;
-    std::unique_ptr<system::ChildProcess> process_;
-    std::uint64_t lastCommand_ = 0;
-
     std::mutex mutex_; // guards what follows
     std::condition_variable answered_;
-    std::uint64_t lastDone_ = 0;
-    Reply lastReply_{std::string()};
+    Process process_;
+    std::uint64_t lastCommand_ = 0;
+    std::map<std::uint64_t, std::optional<Reply>> awaited_; // by the command's number
     int launches_ = 0;
     bool running_ = false;
     bool endIsWanted_ = false;
+    bool closed_ = false;
 };
 
 } // namespace vx::tools::studio

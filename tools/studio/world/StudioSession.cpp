@@ -1,8 +1,10 @@
-// Each operation locks the session, changes application or world, and tells the event stream.
+// Each operation changes application or world, and tells the event stream. None holds a lock that
+// reading, killing or stopping needs while it waits for the application.
 
 #include "tools/studio/world/StudioSession.h"
 
 #include <filesystem>
+#include <mutex>
 #include <system_error>
 #include <utility>
 
@@ -36,7 +38,7 @@ StudioSession::StudioSession(const WorldOptions& options, Installations installa
 }
 
 Reply StudioSession::start(int port) {
-    const std::lock_guard lock(mutex_);
+    const Operation operation(operation_);
     if (!options_.live) {
         serveConfiguration();
         if (!backend_.start(port))
@@ -47,24 +49,25 @@ Reply StudioSession::start(int port) {
 }
 
 void StudioSession::stop() {
-    const std::lock_guard lock(mutex_);
-    application_.end();
+    application_.close(); // ends what others wait for
+    const std::lock_guard lock(network_);
     backend_.disconnect();
 }
 
 Reply StudioSession::relaunch() {
-    const std::lock_guard lock(mutex_);
+    const Operation operation(operation_);
     return launchAnew();
 }
 
 Reply StudioSession::killHard() {
-    const std::lock_guard lock(mutex_);
+    application_.kill(); // ends what others wait for
+    const Operation operation(operation_);
     application_.kill();
     return launch(known());
 }
 
 Reply StudioSession::reset() {
-    const std::lock_guard lock(mutex_);
+    const Operation operation(operation_);
     application_.end();
     deleteStore();
     events_.append("studio", "Fresh installation: the store was deleted");
@@ -72,8 +75,11 @@ Reply StudioSession::reset() {
 }
 
 Reply StudioSession::moveClock(std::chrono::milliseconds offset) {
-    const std::lock_guard lock(mutex_);
-    clockOffset_ = offset;
+    const Operation operation(operation_);
+    {
+        const std::lock_guard lock(mutex_);
+        clockOffset_ = offset;
+    }
     events_.setState("clock", {{"offset", offset.count()}});
     events_.append("studio", "The application's clock was moved",
                    {{"milliseconds ahead of the system's", offset.count()}});
@@ -86,7 +92,7 @@ std::chrono::milliseconds StudioSession::clockOffset() const {
 }
 
 Reply StudioSession::setNetwork(bool on) {
-    const std::lock_guard lock(mutex_);
+    const std::lock_guard lock(network_);
     if (options_.live)
         return Problem{"the network is the real one with --live"};
     if (!on)
@@ -99,14 +105,17 @@ Reply StudioSession::setNetwork(bool on) {
 }
 
 Reply StudioSession::setMode(Mode mode) {
-    const std::lock_guard lock(mutex_);
+    const Operation operation(operation_);
     if (mode == mode_)
         return std::string();
     application_.end();
-    mode_ = mode;
+    {
+        const std::lock_guard lock(mutex_);
+        mode_ = mode;
+        if (!options_.live)
+            serveConfiguration();
+    }
     reportSession();
-    if (!options_.live)
-        serveConfiguration();
     events_.append("studio", mode == Mode::IAB
                                  ? "IAB mode: another installation, with a store of its own"
                                  : "Category mode: another installation, with a store of its own");
@@ -114,7 +123,7 @@ Reply StudioSession::setMode(Mode mode) {
 }
 
 Reply StudioSession::setLanguage(const std::string& code) {
-    const std::lock_guard lock(mutex_);
+    const Operation operation(operation_);
     const bool english = code == kEnglish;
     if (!english) {
         Reply reply = application_.perform({.name = command::kLanguage, .argument = code});
@@ -129,7 +138,7 @@ Reply StudioSession::setLanguage(const std::string& code) {
 }
 
 Reply StudioSession::setPublisherTC(bool on) {
-    const std::lock_guard lock(mutex_);
+    const Operation operation(operation_);
     publisherTC_ = on;
     reportCode();
     events_.append("studio", on ? "Strings get a publisher TC segment"
@@ -143,8 +152,8 @@ std::string StudioSession::restrictions() const {
 }
 
 Reply StudioSession::shipRestrictions(const std::string& text) {
-    const std::lock_guard lock(mutex_);
-    Reply shipped = installations_.restrictions.ship(text);
+    const Operation operation(operation_);
+    Reply shipped = ship(text);
     if (!shipped)
         return shipped;
     ++shipped_;
@@ -154,6 +163,11 @@ Reply StudioSession::shipRestrictions(const std::string& text) {
                                     : "The application ships publisher restrictions",
                    *shipped);
     return launchAnew();
+}
+
+Reply StudioSession::ship(const std::string& text) {
+    const std::lock_guard lock(mutex_);
+    return installations_.restrictions.ship(text);
 }
 
 Edition StudioSession::published() const {
@@ -180,7 +194,7 @@ Result<Edition> StudioSession::publish(const std::string& text) {
 }
 
 Reply StudioSession::perform(Command command) {
-    const std::lock_guard lock(mutex_);
+    const std::shared_lock beside(operation_);
     return application_.perform(std::move(command));
 }
 

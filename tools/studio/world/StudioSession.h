@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <mutex>
+#include <shared_mutex>
 #include <string>
 
 #include "tools/studio/shared/Mode.h"
@@ -18,8 +19,9 @@ namespace vx::tools::studio {
 class EventStream;
 
 /// What can be done in the studio: to the application and to the world around it. May be called on
-/// any thread; one thing happens at a time, and is done when the call returns. What has no text to
-/// give replies with an empty one.
+/// any thread; one thing happens at a time, and is done when the call returns. To kill the
+/// application or to stop waits for nothing else. What has no text to give replies with an empty
+/// one.
 class StudioSession {
 public:
     StudioSession(const WorldOptions& options, Installations installations,
@@ -85,7 +87,10 @@ private:
         std::string tcStringBefore;
     };
 
+    using Operation = std::lock_guard<std::shared_mutex>;
+
     Reply perform(Command command);
+    Reply ship(const std::string& text);
     Reply launch(const Known& known);
     Reply launchAnew();
     Known known() const;
@@ -101,7 +106,12 @@ private:
     const Json vendorList_; // what the page tells of it
     const std::int64_t started_;
     EventStream& events_;
-    mutable std::mutex mutex_; // one operation at a time; guards what follows
+    // Held alone by what ends and starts the application, shared by what tells it something, which
+    // the application takes one after the other.
+    std::shared_mutex operation_;
+    std::mutex network_;       // held by what turns the network on or off
+    mutable std::mutex mutex_; // held to change installations, mode and clock, and to read them
+                               // without the one above; never while anything waits
     Installations installations_;
     Mode mode_;
     std::string language_; // of the application's code; empty: it sets none
