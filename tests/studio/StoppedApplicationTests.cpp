@@ -26,7 +26,8 @@ struct Stopped {
         ::kill(application, SIGSTOP);
         hit = std::thread([this] {
             const Json large = {{"name", std::string(4'000'000, 'h')}};
-            error = studio.post("hit", large.dump()).value("error", "");
+            const Json answer = studio.post("hit", large.dump());
+            error = answer.is_object() ? answer.value("error", "") : "the studio ended";
         });
     }
     ~Stopped() {

@@ -42,6 +42,16 @@ std::vector<std::string> studioCommand(const TemporaryDirectory& directory,
 StudioProcess::StudioProcess(std::vector<std::string> options, std::vector<std::string> around)
     : program_(
           joined(std::move(around), studioCommand(directory_, onAnyPort(std::move(options))))) {
+    readTranscript();
+}
+
+StudioProcess::StudioProcess(const ExistingStore& store, std::vector<std::string> options)
+    : program_(joined({std::getenv("VXPRIVACY"), "studio", "--no-browser", "--store", store.file},
+                      onAnyPort(std::move(options)))) {
+    readTranscript();
+}
+
+void StudioProcess::readTranscript() {
     std::signal(SIGPIPE, SIG_IGN); // the studio may close a connection that is still written to
     std::optional<std::string> line;
     while (transcript_.find("Ctrl-C") == std::string::npos && (line = program_.nextLine()))

@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <httplib.h>
@@ -23,12 +24,19 @@ std::map<std::string, std::string> textsIn(const Json& pairs);
 std::vector<std::string> studioCommand(const TemporaryDirectory& directory,
                                        const std::vector<std::string>& options);
 
+/// A store that outlives the studio.
+struct ExistingStore {
+    explicit ExistingStore(std::string name) : file(std::move(name)) {}
+    std::string file;
+};
+
 /// `vxprivacy studio` on a store of its own, driven as curl would drive it.
 class StudioProcess {
 public:
     /// `around` is a program that runs it, if one is to.
     explicit StudioProcess(std::vector<std::string> options = {},
                            std::vector<std::string> around = {});
+    StudioProcess(const ExistingStore& store, std::vector<std::string> options);
     /// Ends it; a studio that does not end as expected fails the test.
     ~StudioProcess();
     /// How it is to end: the exit status, or minus the signal.
@@ -52,6 +60,8 @@ public:
     std::vector<std::string> titles(const std::string& kind, std::uint64_t after);
 
 private:
+    void readTranscript();
+
     TemporaryDirectory directory_;
     ProgramRun program_;
     std::string transcript_;

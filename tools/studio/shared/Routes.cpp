@@ -98,8 +98,12 @@ void explainErrors(httplib::Server& server) {
             answerError(response, response.status, {problemWith(request, response.status)});
     });
     server.set_exception_handler(
-        [](const httplib::Request&, httplib::Response& response, const std::exception_ptr&) {
-            answerError(response, 500, {"the studio could not do that"});
+        [](const httplib::Request&, httplib::Response& response, const std::exception_ptr& thrown) {
+            try {
+                std::rethrow_exception(thrown);
+            } catch (const std::exception& error) { // a file, a pipe or a process
+                answerError(response, 500, {error.what()});
+            }
         });
 }
 

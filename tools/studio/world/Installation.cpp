@@ -63,12 +63,16 @@ Publication publicationBeside(const std::filesystem::path& store, Mode mode) {
 Result<Installation> makeInstallation(const WorldOptions& options,
                                       const ServedVendorList& vendorList, Mode mode) {
     const std::filesystem::path store = storeOf(options, vendorList, mode);
+    const auto claim = StoreClaim::make(store, options.store.empty() ? StoreClaim::Path::Usual
+                                                                     : StoreClaim::Path::Named);
+    if (!claim)
+        return claim.problem();
     const bool isNamed = mode == options.mode && !options.config.empty();
     const Result<Publication> publication =
         isNamed ? publicationOf(options.config) : publicationBeside(store, mode);
     if (!publication)
         return publication.problem();
-    return Installation{.store = store, .publication = *publication};
+    return Installation{.store = store, .claim = *claim, .publication = *publication};
 }
 
 } // namespace

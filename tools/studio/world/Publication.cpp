@@ -1,10 +1,10 @@
 #include "tools/studio/world/Publication.h"
 
-#include <fstream>
 #include <limits>
 #include <utility>
 
 #include "tools/studio/shared/Json.h"
+#include "tools/system/Files.h"
 
 namespace vx::tools::studio {
 
@@ -43,9 +43,9 @@ Result<Edition> Publication::publish(const std::string& text) {
     Result<Edition> edition = editionOf(text, inForce_.version);
     if (!edition)
         return edition;
-    inForce_ = *edition;
     if (!file_.empty())
-        std::ofstream(file_, std::ios::binary) << edition->text;
+        system::writeFile(file_, edition->text);
+    inForce_ = *edition;
     return edition;
 }
 

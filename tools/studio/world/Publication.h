@@ -27,6 +27,7 @@ public:
 
     const Edition& inForce() const { return inForce_; }
     /// Publishes `text` as a new version. What is wrong with it changes nothing.
+    /// Throws std::system_error when it cannot be kept, which changes nothing either.
     Result<Edition> publish(const std::string& text);
 
 private:

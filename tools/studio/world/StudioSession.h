@@ -78,6 +78,7 @@ public:
     Edition published() const;
     /// The sample configuration for the mode.
     std::string sample() const;
+    /// Throws std::system_error when it cannot be kept.
     Result<Edition> publish(const std::string& text);
 
 private:
