@@ -41,8 +41,9 @@ Json CenterPage::tapElement(const std::string& id) {
 
 std::string CenterPage::tagOf(const std::string& title) const {
     std::smatch label;
-    std::regex_search(text, label,
-                      std::regex("id=\"(\\w+)\"[^>]*>(?:<span[^<]*</span>)?" + title + "<"));
+    std::regex_search(
+        text, label,
+        std::regex("id=\"(\\w+)\"[^>]*>(?:<span[^<]*</span>)?(?:<span[^>]*>)?" + title + "<"));
     std::smatch input;
     std::regex_search(text, input,
                       std::regex("<input[^>]*aria-labelledby=\"" + label[1].str() + "\"[^>]*>"));
