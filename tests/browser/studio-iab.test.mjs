@@ -224,10 +224,11 @@ const model = {
 test("everything that a string can hold is shown, and why one cannot be decoded", async (t) => {
   const page = await openPanel(t);
   const state = await (await page.request.get(new URL("api/state", page.url()).href)).json();
-  const show = async (tcString) => { // a stream that says this and nothing else
+  const show = async (tcString) => { // a studio that says this and nothing else
     Object.assign(state.application, { tcString });
     const body = `event: state\ndata: ${JSON.stringify(state)}\n\n`;
-    await page.route("**/api/events", (route) => route.fulfill({ contentType: "text/event-stream", body }));
+    await page.route("**/api/state", (route) => route.fulfill({ json: state }));
+    await page.route("**/api/events?*", (route) => route.fulfill({ contentType: "text/event-stream", body }));
     await page.reload();
     await tab(page).click();
   };
