@@ -1,7 +1,7 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
 import { closeBrowser, expectStates } from "./browser.mjs";
-import { expectSound, openStudio } from "./studio.mjs";
+import { expectSound, failuresButRefusals, openStudio } from "./studio.mjs";
 
 after(closeBrowser);
 
@@ -182,8 +182,7 @@ async function killWhile(page, screen, doSomething) {
   await network.click();
   await page.getByRole("button", { name: "+1 day" }).click(); // a request that failed thrice waits for hours
   await page.locator("#timeline [data-kind=beacon]").getByText('"privacy_action": "V"').waitFor({ state: "attached" });
-  // What the center's page still tells the dead application is refused.
-  assert.deepEqual(page.failures.filter((failure) => !failure.includes("409 (Conflict)")), []);
+  assert.deepEqual(failuresButRefusals(page), []);
 }
 
 test("killed with the popup open, the application still asks", async (t) => {

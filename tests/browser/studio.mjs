@@ -34,3 +34,7 @@ export async function expectSound(page, width) {
   assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes.map((n) => n.html)]), []);
   assert.equal(await page.evaluate(() => document.documentElement.scrollWidth), width);
 }
+
+/** What went wrong in a page whose application was killed: what the center's still tells it is refused. */
+export const failuresButRefusals = (page) =>
+  page.failures.filter((failure) => !failure.includes("409 (Conflict)"));
