@@ -74,6 +74,7 @@ test("two tabs show one center, and neither disturbs the other", async (t) => {
   await expectPurposes(other, [true, true, true, true]);
   await other.bringToFront();
   const last = frame(other).getByRole("switch").last();
+  await frame(other).locator("fieldset:enabled").waitFor(); // before, there is nothing to focus
   await last.focus();
   const list = frame(other).locator(".scroll");
   await list.evaluate((element) => { element.scrollTop = 200; element.dataset.mark = "same"; });
