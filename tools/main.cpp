@@ -63,7 +63,8 @@ int run(CLI::App& app, int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN); // a reader that went away is told of like a full disk
+    // A reader that went away is told of like a full disk, and ends no studio.
+    std::signal(SIGPIPE, SIG_IGN);
     CLI::App app("Consent management for C++ applications: tools for developers", "vxprivacy");
     describe(app);
     const int status = run(app, argc, argv);

@@ -17,7 +17,7 @@ function long(t) {
     information: { version: 1, content: "You decide." },
     global_consent: { name: "All", description: "All of them" },
     categories: [...Array.from({ length: 50 }, (_, i) => row(10 * (i + 1), `Purpose ${i}`,
-      Array.from({ length: i % 5 }, (_, j) => row(10 * (i + 1) + j + 1, `Part ${i}.${j}`)))),
+      Array.from({ length: i % 5 }, (_, j) => row(10 * (i + 1) + j + 1, `Partial ${i}.${j}`)))),
     row(9999, last)],
   });
 }
@@ -94,7 +94,7 @@ test("text out of sight is found, and can be shown", async (t) => {
 
 test("what is scrolled to stays where it is when rows above it get their height", async (t) => {
   const page = await open(t, await long(t));
-  const middle = page.getByText("Part 24.0", { exact: true });
+  const middle = page.getByText("Partial 24.0", { exact: true });
   await middle.evaluate((element) => element.scrollIntoView({ block: "center" }));
   await frames(page, 10);
   const before = await middle.boundingBox();

@@ -9,7 +9,6 @@
 #include <utility>
 
 #include <CLI/CLI.hpp>
-#include <malloc.h>
 
 #include "tools/Commands.h"
 #include "tools/studio/Browser.h"
@@ -64,14 +63,7 @@ sigset_t blockEndingSignals() {
         if (!isIgnored(signal))
             sigaddset(&signals, signal);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    std::signal(SIGPIPE, SIG_IGN); // a killed application or a closed page must not end the studio
     return signals;
-}
-
-// Large bodies are rare: what they took goes back to the system, not to one of many arenas.
-void keepLittleMemory() {
-    ::mallopt(M_ARENA_MAX, 2);
-    ::mallopt(M_MMAP_THRESHOLD, 128 << 10); // bytes
 }
 
 void waitForEnd(const sigset_t& signals) {
@@ -80,7 +72,6 @@ void waitForEnd(const sigset_t& signals) {
 }
 
 void run(const Options& options) {
-    keepLittleMemory();
     const sigset_t signals = blockEndingSignals();
     EventStream events;
     const WorldOptions& world = options.world;
