@@ -7,10 +7,10 @@
 #include <utility>
 
 #include "fuzz/Input.h"
-#include "tools/recording/World.h"
 #include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/testing/World.h"
 
 namespace {
 

@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "fuzz/Input.h"
-#include "tools/recording/World.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/iab_center/VXVendorContentView.h"
 #include "vxprivacy/platform/ui/GridPlanner.h"
 #include "vxprivacy/platform/ui/Touch.h"
 #include "vxprivacy/services/iab/Decoder.h"
+#include "vxprivacy/testing/World.h"
 
 namespace {
 

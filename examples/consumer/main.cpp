@@ -18,7 +18,7 @@ int main() {
     });
     vx::Runtime runtime(services.platform());
     vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();
-    engine.setSiteID(12, 5);
+    engine.setSiteID({.site = 12, .privacy = 5});
     engine.saveConsent({{"PRIVACY_CAT_1", "1"}, {"PRIVACY_CAT_2", "0"}});
     services.poll();
 

@@ -12,7 +12,7 @@ void runWithIAB() {
     vx::Runtime runtime(platform);
 
     vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();
-    engine.setSiteID(12, 5);
+    engine.setSiteID({.site = 12, .privacy = 5});
     engine.setLanguage("fr"); // of the vendor list's texts, and of the TC string
     engine.acceptAllConsent();
 }

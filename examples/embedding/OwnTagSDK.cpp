@@ -36,5 +36,5 @@ private:
 
 void start(vx::NotificationCenter& center) {
     auto analytics = std::make_shared<Analytics>(center);
-    vx::VXMobilePrivacy::sharedInstance().setSiteID(12, 5, analytics);
+    vx::VXMobilePrivacy::sharedInstance().setSiteID({.site = 12, .privacy = 5}, analytics);
 }

@@ -9,7 +9,7 @@ int main() {
     vx::services::Services services({.store = "consent/choices.sqlite", .packaged = "resources"});
     vx::Runtime runtime(services.platform());
     vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();
-    engine.setSiteID(12, 5); // your site and privacy identifiers
+    engine.setSiteID({.site = 12, .privacy = 5}); // your identifiers
 
     if (vx::VXPrivacyAPI::shouldDisplayPrivacyCenter()) {
         std::cout << "May we measure how you use this program? [y/n] " << std::flush;

@@ -136,7 +136,7 @@ int main(int count, char** arguments) {
     if (iabMode)
         platform.iab = &iab.emplace(platform.store, platform.logger);
     vx::Runtime runtime(platform);
-    vx::VXMobilePrivacy::sharedInstance().setSiteID(12, 5);
+    vx::VXMobilePrivacy::sharedInstance().setSiteID({.site = 12, .privacy = 5});
     g_timeout_add(100, poll, &services);
     iabMode ? askByVendors() : askByCategories();
 }

@@ -14,7 +14,6 @@
 #include <unistd.h>
 
 #include "tests/browser/LayoutDescription.h"
-#include "tools/recording/World.h"
 #include "tools/studio/server/ServedFile.h"
 #include "tools/studio/shared/Answers.h"
 #include "tools/system/Files.h"
@@ -25,6 +24,7 @@
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/iab_center/VXVendorContentView.h"
 #include "vxprivacy/iab_center/VXVendorDetailContentView.h"
+#include "vxprivacy/testing/World.h"
 
 namespace {
 

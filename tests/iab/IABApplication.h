@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/recording/MemoryStore.h"
 #include "vxprivacy/services/iab/TCFLibrary.h"
+#include "vxprivacy/testing/MemoryStore.h"
 
 namespace vx::tests {
 

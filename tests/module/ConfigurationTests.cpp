@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include "tools/recording/World.h"
 #include "vxprivacy/configuration/VXPrivacyConfiguration.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/testing/World.h"
 
 namespace {
 

@@ -6,11 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/recording/World.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
 #include "vxprivacy/engine/VXPrivacyCallbacks.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/testing/World.h"
 
 // What a session cannot show: callbacks that act in the middle of an operation, several objects
 // beside each other. All else about the engine is in the scripted sessions.

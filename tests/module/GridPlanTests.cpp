@@ -7,11 +7,11 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "tools/recording/World.h"
 #include "vxprivacy/platform/ui/Controls.h"
 #include "vxprivacy/platform/ui/GridPlanner.h"
 #include "vxprivacy/platform/ui/ScrollView.h"
 #include "vxprivacy/platform/ui/VisualFormat.h"
+#include "vxprivacy/testing/World.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/recording/World.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/iab_center/VXPopUpContentView.h"
 #include "vxprivacy/iab_center/VXPurposeContentView.h"
 #include "vxprivacy/iab_center/VXVendorContentView.h"
 #include "vxprivacy/platform/ui/Touch.h"
+#include "vxprivacy/testing/World.h"
 
 // What scripted sessions cannot show of the IAB privacy center's screens: what is built and what is
 // not, how long a screen lives, and what stands around the center.

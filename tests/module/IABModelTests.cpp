@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/recording/World.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/services/iab/Decoder.h"
+#include "vxprivacy/testing/World.h"
 
 // What the sessions of accept-all and refuse-all cannot show of the IAB privacy center's model: the
 // lists of its screens, and what becomes of restrictions. All else is in the scripted sessions.

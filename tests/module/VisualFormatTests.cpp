@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/recording/World.h"
 #include "vxprivacy/platform/ui/VisualFormat.h"
+#include "vxprivacy/testing/World.h"
 
 namespace {
 

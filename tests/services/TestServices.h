@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "tests/support/TestFiles.h"
-#include "tools/recording/RecordingDoors.h"
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/services/core/Services.h"
+#include "vxprivacy/testing/RecordingDoors.h"
 
 namespace vx::services::test {
 

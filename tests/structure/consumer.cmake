@@ -1,5 +1,5 @@
 # Installs the build in BINARY_DIR, moves the tree into a directory whose name has a blank, looks at
-# what was installed, and builds and runs two projects against it.
+# what was installed, and builds and runs three projects against it.
 set(work "${BINARY_DIR}/consumer test")
 file(REMOVE_RECURSE "${work}")
 
@@ -30,4 +30,5 @@ endif()
 run("${work}/moved/bin/vxprivacy" lint "${SOURCE_DIR}/samples/category.json")
 
 build_and_run(consumer examples/consumer)
+build_and_run(testing examples/testing)
 build_and_run(application tests/structure/application)

@@ -10,7 +10,7 @@ FOLDERS = ["vxprivacy", "tools", "tests", "bench", "examples", "fuzz"]
 PLATFORM = [f"vxprivacy/platform/{room}" for room in ("foundation", "core", "iab", "sdk", "ui")]
 MODULE = [*PLATFORM, *(f"vxprivacy/{room}" for room in
                        ("configuration", "engine", "category_center", "iab_center"))]
-INSTALLED = [*MODULE, "vxprivacy/services/**", "vxprivacy/hosts/**"]
+INSTALLED = [*MODULE, "vxprivacy/services/**", "vxprivacy/hosts/**", "vxprivacy/testing"]
 
 # What each folder may include beside itself: folders, or single headers. "/**" takes in all below;
 # otherwise a folder has neither its parent's rights nor its children's.
@@ -26,11 +26,11 @@ ARROWS = {
     "vxprivacy/iab_center": ["vxprivacy/engine", "vxprivacy/configuration", *PLATFORM],
     "vxprivacy/services/**": MODULE,
     "vxprivacy/hosts/**": MODULE,
+    "vxprivacy/testing": [*MODULE, "vxprivacy/services/**"],
     "tools": [],
     "tools/system": [],
     "tools/samples": ["vxprivacy/hosts/**"],
-    "tools/recording": [*MODULE, "vxprivacy/services/**"],
-    "tools/play": ["tools", "tools/system", "tools/recording", *MODULE],
+    "tools/play": ["tools", "tools/system", "vxprivacy/testing", *MODULE],
     "tools/lint": ["tools", "tools/system", *MODULE, "vxprivacy/hosts/**"],
     "tools/gvl": ["tools", "tools/samples", "tools/system", "tools/lint/Lint.h",
                   "tools/lint/FindingsReport.h"],
@@ -48,8 +48,8 @@ ARROWS = {
     "tools/studio": ["tools/studio/server", "tools/studio/application", "tools/studio/world",
                      "tools/studio/shared", "tools", "tools/system", "vxprivacy/engine"],
     "bench/**": INSTALLED,
-    "fuzz/**": [*INSTALLED, "fuzz", "tools/play", "tools/recording", "tools/system"],
-    "examples/**": INSTALLED,
+    "fuzz/**": [*INSTALLED, "fuzz", "tools/play", "vxprivacy/testing", "tools/system"],
+    "examples/**": [*INSTALLED, "examples/**"],
 }
 ARROWS["tests/**"] = [folder for folder in ARROWS if folder.startswith(("vxprivacy/", "tools"))]
 THIRD_PARTY_IN_MODULE = {"vxprivacy/platform/foundation/JSONValue.cpp": ["simdjson.h"]}

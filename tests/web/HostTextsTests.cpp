@@ -6,11 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/recording/World.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/hosts/web/HostTexts.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
 #include "vxprivacy/platform/ui/View.h"
+#include "vxprivacy/testing/World.h"
 
 namespace vx {
 

@@ -7,13 +7,13 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/recording/Event.h"
 #include "vxprivacy/hosts/web/Addresses.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
 #include "vxprivacy/platform/ui/Controls.h"
 #include "vxprivacy/platform/ui/ScrollView.h"
 #include "vxprivacy/platform/ui/ViewController.h"
 #include "vxprivacy/platform/ui/VisualFormat.h"
+#include "vxprivacy/testing/Event.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tools/recording/Event.h"
 #include "vxprivacy/platform/ui/Colour.h"
 #include "vxprivacy/platform/ui/VisualFormat.h"
+#include "vxprivacy/testing/Event.h"
 
 namespace vx::tools::play {
 

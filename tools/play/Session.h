@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "tools/play/Step.h"
-#include "tools/recording/World.h"
 #include "vxprivacy/platform/ui/ViewController.h"
+#include "vxprivacy/testing/World.h"
 
 namespace vx::tools::play {
 

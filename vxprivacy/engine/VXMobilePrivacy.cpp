@@ -93,55 +93,67 @@ VXMobilePrivacy& VXMobilePrivacy::reinit() {
     return init();
 }
 
-void VXMobilePrivacy::setSiteID(std::int32_t siteID, std::int32_t containerID,
-                                std::int32_t privacyID, std::shared_ptr<Zentrix> vxInstance) {
+void VXMobilePrivacy::setSiteID(const Identifiers& identifiers,
+                                std::shared_ptr<Zentrix> vxInstance) {
     StoreTransaction transaction = VXUserDefaults::transaction();
-    identify(siteID, privacyID, std::move(vxInstance));
-    files().initWithSiteID(siteID, containerID);
+    identify(identifiers, std::move(vxInstance));
+    files().initWithSiteID(identifiers.site, identifiers.container);
     files().addConfigurationFile(
         kPrivacyConfiguration,
-        VXPrivacyConfiguration::initPrivacyWithSiteID(siteID, privacyID, kPrivacyConfiguration,
-                                                      *state_.listenerDelegate),
+        VXPrivacyConfiguration::initPrivacyWithSiteID(
+            identifiers.site, identifiers.privacy, kPrivacyConfiguration, *state_.listenerDelegate),
         *this);
     SavedEntries::armDisplayFlagIfAbsent();
     restore();
     transaction.commit();
 }
 
+void VXMobilePrivacy::setSiteID(std::int32_t siteID, std::int32_t containerID,
+                                std::int32_t privacyID, std::shared_ptr<Zentrix> vxInstance) {
+    setSiteID({.site = siteID, .privacy = privacyID, .container = containerID},
+              std::move(vxInstance));
+}
+
 void VXMobilePrivacy::setSiteID(std::int32_t siteID, std::int32_t privacyID,
                                 std::shared_ptr<Zentrix> vxInstance) {
-    setSiteID(siteID, 0, privacyID, std::move(vxInstance));
+    setSiteID({.site = siteID, .privacy = privacyID}, std::move(vxInstance));
 }
 
 void VXMobilePrivacy::setSiteID(std::int32_t siteID, std::int32_t privacyID) {
-    setSiteID(siteID, 0, privacyID, nullptr);
+    setSiteID({.site = siteID, .privacy = privacyID});
 }
 
 void VXMobilePrivacy::setSiteID(std::int32_t siteID, std::int32_t containerID,
                                 std::int32_t privacyID) {
-    setSiteID(siteID, containerID, privacyID, nullptr);
+    setSiteID({.site = siteID, .privacy = privacyID, .container = containerID});
+}
+
+void VXMobilePrivacy::customPCMSetSiteID(const Identifiers& identifiers,
+                                         std::shared_ptr<Zentrix> vxInstance) {
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    identify(identifiers, std::move(vxInstance));
+    state_.vendorListVersion = kVendorListVersionOfOwnCenter;
+    SavedEntries::armDisplayFlagIfAbsent(); // before the factory is told, deliberately
+    files().initWithSiteID(identifiers.site, identifiers.container);
+    restore();
+    transaction.commit();
 }
 
 void VXMobilePrivacy::customPCMSetSiteID(std::int32_t siteID, std::int32_t privacyID,
                                          std::int32_t containerID,
                                          std::shared_ptr<Zentrix> vxInstance) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
-    identify(siteID, privacyID, std::move(vxInstance));
-    state_.vendorListVersion = kVendorListVersionOfOwnCenter;
-    SavedEntries::armDisplayFlagIfAbsent(); // before the factory is told, deliberately
-    files().initWithSiteID(siteID, containerID);
-    restore();
-    transaction.commit();
+    customPCMSetSiteID({.site = siteID, .privacy = privacyID, .container = containerID},
+                       std::move(vxInstance));
 }
 
 void VXMobilePrivacy::customPCMSetSiteID(std::int32_t siteID, std::int32_t privacyID) {
-    customPCMSetSiteID(siteID, privacyID, 0, nullptr);
+    customPCMSetSiteID({.site = siteID, .privacy = privacyID});
 }
 
-void VXMobilePrivacy::identify(std::int32_t siteID, std::int32_t privacyID,
+void VXMobilePrivacy::identify(const Identifiers& identifiers,
                                std::shared_ptr<Zentrix> vxInstance) {
-    state_.clientSiteID = siteID;
-    state_.privacyID = privacyID;
+    state_.clientSiteID = identifiers.site;
+    state_.privacyID = identifiers.privacy;
     state_.vxInstance = std::move(vxInstance);
     state_.enableIAB = VXCMPStorage::present();
     platform().store.setObserver(this);

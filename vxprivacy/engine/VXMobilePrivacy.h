@@ -15,6 +15,14 @@
 
 namespace vx {
 
+/// The numbers that an application is known by, each under its name: the operations that take plain
+/// integers differ in their order.
+struct Identifiers {
+    std::int32_t site = 0; ///< with `privacy` the privacy configuration; beacons carry both
+    std::int32_t privacy = 0;
+    std::int32_t container = 0; ///< for the door `ConfigurationDocuments` alone
+};
+
 /// The consent engine: one instance, started once with the application's identifiers, that keeps
 /// what the user decided and makes it effective.
 ///
@@ -25,7 +33,7 @@ namespace vx {
 /// callbacks happen within the operation that causes them.
 ///
 ///     VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
-///     engine.setSiteID(12, 5);    // start-up: site 12, privacy configuration 5
+///     engine.setSiteID({.site = 12, .privacy = 5});    // start-up
 ///     engine.acceptAllConsent();
 ///     engine.privacyState();      // 1, where the configuration has categories
 class VXMobilePrivacy : public VXSingleton,
@@ -49,9 +57,11 @@ public:
     // list), restores saved consent into the tag SDK and checks its age. On a first start it arms
     // the display flag. A callback that is registered before hears of what was restored.
 
-    /// `siteID` and `privacyID` name the privacy configuration, and beacons carry them; the door
-    /// `ConfigurationDocuments` gets `containerID`. The engine shares `vxInstance`, the tag SDK; it
-    /// may be null: then nothing is kept as permanent data. What is left out below is 0 or null.
+    /// The engine shares `vxInstance`, the tag SDK; it may be null: then nothing is kept as
+    /// permanent data.
+    void setSiteID(const Identifiers& identifiers, std::shared_ptr<Zentrix> vxInstance = nullptr);
+    /// The same with plain integers, whose meaning is `Identifiers`'; what is left out is 0 or
+    /// null.
     void setSiteID(std::int32_t siteID, std::int32_t containerID, std::int32_t privacyID,
                    std::shared_ptr<Zentrix> vxInstance);
     void setSiteID(std::int32_t siteID, std::int32_t privacyID,
@@ -59,8 +69,10 @@ public:
     void setSiteID(std::int32_t siteID, std::int32_t privacyID);
     void setSiteID(std::int32_t siteID, std::int32_t containerID, std::int32_t privacyID);
     /// For an application that shows its own privacy center: registers no privacy configuration,
-    /// and sets `vendorListVersion` to 146. Mind the order of the identifiers, which differs from
-    /// `setSiteID`.
+    /// and sets `vendorListVersion` to 146.
+    void customPCMSetSiteID(const Identifiers& identifiers,
+                            std::shared_ptr<Zentrix> vxInstance = nullptr);
+    /// The same. Mind the order of the integers, which differs from `setSiteID`.
     void customPCMSetSiteID(std::int32_t siteID, std::int32_t privacyID, std::int32_t containerID,
                             std::shared_ptr<Zentrix> vxInstance);
     void customPCMSetSiteID(std::int32_t siteID, std::int32_t privacyID);
@@ -202,7 +214,7 @@ private:
     void entriesWillChange() override;
     void entriesChanged() override;
 
-    void identify(std::int32_t siteID, std::int32_t privacyID, std::shared_ptr<Zentrix> vxInstance);
+    void identify(const Identifiers& identifiers, std::shared_ptr<Zentrix> vxInstance);
     void restore();
     void saveAll(std::string_view value);
     void reportChange(bool significant);

@@ -11,8 +11,11 @@ namespace vx {
 ///
 /// Called on the application's thread, in the middle of the operation that caused it; must not
 /// throw. What it asks of `VXPrivacyAPI` is answered from the new state, which is durable when that
-/// operation returns. So note here what is to be done, and do it later, from the application's
-/// loop.
+/// operation returns. It may call the engine, register another callback or none, and need not mind
+/// that it lets go of itself; what it saves here is part of the save around it, and it is called
+/// again within. It must not end the `Runtime` or the services. Better note here what is to be
+/// done, and do it later, from the application's loop. docs/embedding.md has the rules of all
+/// callbacks.
 class VXPrivacyCallbacks {
 public:
     virtual ~VXPrivacyCallbacks();

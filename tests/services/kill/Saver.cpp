@@ -5,12 +5,12 @@
 
 #include "tests/services/kill/Saves.h"
 #include "tests/support/WaitUntil.h"
-#include "tools/recording/RecordingDoors.h"
 #include "tools/system/Files.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyAPI.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/services/core/Services.h"
+#include "vxprivacy/testing/RecordingDoors.h"
 
 namespace vx::services::test {
 

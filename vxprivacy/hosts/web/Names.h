@@ -14,9 +14,6 @@ inline constexpr std::string_view kNotYet = "not-yet";
 
 /// The id of the element that shows how many a label counts, in the element with the id `label`.
 std::string countId(const std::string& label);
-/// The row that `view` or the nearest view around it belongs to; null: none.
-const Row* rowOf(const View& view);
-
 /// Puts down by which labels the switches and buttons of a container are named and described for
 /// those who do not see the page.
 void nameControls(Elements& elements, View& container, const GridPlan& plan);

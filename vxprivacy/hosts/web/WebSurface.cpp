@@ -16,6 +16,7 @@
 #include "vxprivacy/hosts/web/OpenPages.h"
 #include "vxprivacy/hosts/web/Page.h"
 #include "vxprivacy/hosts/web/Painter.h"
+#include "vxprivacy/platform/ui/ControlNames.h"
 #include "vxprivacy/platform/ui/Touch.h"
 #include "vxprivacy/platform/ui/ViewKinds.h"
 

@@ -41,13 +41,14 @@ struct Platform {
     /// tell the engine.
     NotificationCenter& notifications;
     Logger& logger;
-    Clock& clock;
+    const Clock& clock;
     /// Asked for the user agent and the SDK identifier, and for what a user identifier names.
-    Variables& coreVariables;
+    const Variables& coreVariables;
     /// Asked for what a user identifier names, before the core variables; only with a tag SDK.
-    Variables& predefinedVariables;
+    const Variables& predefinedVariables;
     Hosts hosts;
-    /// Null when the IAB library is absent. Its presence at start-up turns the IAB mode on.
+    /// Null when the IAB library is absent. Its presence at start-up turns the IAB mode on. Not
+    /// owned, as the next one.
     IABLibrary* iab = nullptr;
     /// Opens the links of the screens. Null where no screen is shown; then no address is opened.
     Application* application = nullptr;
@@ -61,7 +62,7 @@ struct Platform {
 ///
 ///     vx::services::Services services(settings);
 ///     vx::Runtime runtime(services.platform());
-///     vx::VXMobilePrivacy::sharedInstance().setSiteID(12, 5);
+///     vx::VXMobilePrivacy::sharedInstance().setSiteID({.site = 12, .privacy = 5});
 class Runtime {
 public:
     /// Puts `platform` in force. While another runtime is in force, a new one is logged and

@@ -91,6 +91,9 @@ private:
 };
 
 /// A control that is on or off, and off to begin with.
+///
+/// It does not stretch: where it has more room than it needs it stands at the trailing edge, in the
+/// middle of the height.
 class Switch : public Control {
 public:
     Kind kind() const override { return Kind::Switch; }

@@ -81,6 +81,8 @@ public:
     const std::optional<Colour>& backgroundColor() const { return background_; }
     void setBackgroundColor(const Colour& colour) { set(background_, std::optional(colour)); }
     /// How much larger or smaller the view is painted, in both directions; 1 is the natural size.
+    /// The layout knows nothing of it: a view keeps the room of its natural size, and is painted
+    /// around the middle of its trailing edge, which stays where it was.
     double scale() const { return scale_; }
     void setScale(double scale) { set(scale_, scale); }
     const Border& border() const { return rare().border; }

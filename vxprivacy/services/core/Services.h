@@ -39,12 +39,15 @@ struct Settings {
     /// A log file beside standard error, rotated at 1 MiB; three older ones are kept. Absent: none.
     /// One that cannot be opened is logged, and done without.
     std::optional<std::filesystem::path> logFile{};
+    // The services own none of these three objects and use them to the end: each must be made
+    // before them and destroyed after them.
+
     /// Takes all log lines instead, whatever the level; there is no log file then. Null: a log of
-    /// the services' own. This object and the next two must outlive the services.
+    /// the services' own.
     Logger* logger = nullptr;
     /// Null: the system's clock.
     const Clock* clock = nullptr;
-    /// Null: one of the services' own.
+    /// Null: one of the services' own. Whoever observes it removes itself before it dies.
     NotificationCenter* notifications = nullptr;
     /// Variables that the user identifier may name, beside the user agent and the SDK identifier:
     /// the value of `name`, absent when there is no such variable. Called on the application's

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "tools/recording/Event.h"
 #include "vxprivacy/platform/core/KeyValueStore.h"
+#include "vxprivacy/testing/Event.h"
 
 namespace vx::recording {
 

@@ -3,12 +3,12 @@
 #include <memory>
 #include <vector>
 
-#include "tools/recording/DocumentTexts.h"
-#include "tools/recording/MemoryStore.h"
-#include "tools/recording/RecordingDoors.h"
-#include "tools/recording/RecordingIABLibrary.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/platform/core/Runtime.h"
+#include "vxprivacy/testing/DocumentTexts.h"
+#include "vxprivacy/testing/MemoryStore.h"
+#include "vxprivacy/testing/RecordingDoors.h"
+#include "vxprivacy/testing/RecordingIABLibrary.h"
 
 namespace vx::recording {
 
@@ -32,14 +32,18 @@ struct WorldSettings {
     std::uint64_t now = 1700000000000;
 };
 
-/// A process with the module in it and a recording implementation behind every door.
+/// A process with the module in it and a recording implementation behind every door: nothing is
+/// read or written outside, no time passes, and all that happens is told.
 ///
-///     World world({.store = {{"PRIVACY_CONSENT", "1"}}});
-///     world.engine().setSiteID(12, 5, world.sdk());
-///     world.relaunch();
-///     for (const Event& event : world.events()) ...
+///     World world({.files = {{"privacy", text}}});     // what the application ships
+///     world.engine().setSiteID({.site = 12, .privacy = 5}, world.sdk());
+///     world.engine().acceptAllConsent();
+///     world.store().entries().at("PRIVACY_CAT_1");     // "1"
+///     world.events();                                  // in the order in which it happened
+///     world.relaunch();                                // and start the engine again
 ///
-/// There may be one world at a time, as there may be one `Runtime`.
+/// There may be one world at a time, as there may be one `Runtime`. Link `vxprivacy::testing`; the
+/// namespace is `recording`, for `testing` is GoogleTest's.
 class World {
 public:
     /// Without a sink the events are collected in `events`.

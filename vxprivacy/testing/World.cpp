@@ -1,4 +1,4 @@
-#include "tools/recording/World.h"
+#include "vxprivacy/testing/World.h"
 
 #include <utility>
 

@@ -3,12 +3,12 @@
 #include <set>
 #include <utility>
 
-#include "tools/recording/Event.h"
 #include "vxprivacy/engine/VXPrivacyCallbacks.h"
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 #include "vxprivacy/platform/sdk/Zentrix.h"
 #include "vxprivacy/platform/ui/Application.h"
+#include "vxprivacy/testing/Event.h"
 
 // The smaller doors of the module. Each tells its events to a sink.
 

@@ -1,4 +1,4 @@
-#include "tools/recording/MemoryStore.h"
+#include "vxprivacy/testing/MemoryStore.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "tools/recording/Event.h"
+#include "vxprivacy/testing/Event.h"
 
 namespace vx::recording {
 

@@ -1,6 +1,6 @@
 // Hands every call to the real IAB library's builder, and tells of it.
 
-#include "tools/recording/RecordingIABLibrary.h"
+#include "vxprivacy/testing/RecordingIABLibrary.h"
 
 #include <type_traits>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "tools/recording/RecordingDoors.h"
+#include "vxprivacy/testing/RecordingDoors.h"
 
 namespace vx::recording {
 

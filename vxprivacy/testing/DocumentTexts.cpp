@@ -1,4 +1,4 @@
-#include "tools/recording/DocumentTexts.h"
+#include "vxprivacy/testing/DocumentTexts.h"
 
 #include <utility>
 

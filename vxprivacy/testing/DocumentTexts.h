@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/recording/Event.h"
 #include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/testing/Event.h"
 
 namespace vx::recording {
 

@@ -3,11 +3,11 @@
 #include <memory>
 #include <optional>
 
-#include "tools/recording/Event.h"
-#include "tools/recording/MemoryStore.h"
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
 #include "vxprivacy/services/iab/TCFLibrary.h"
+#include "vxprivacy/testing/Event.h"
+#include "vxprivacy/testing/MemoryStore.h"
 
 namespace vx::recording {
 
