@@ -1,7 +1,7 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
 import { closeBrowser, expectStates } from "./browser.mjs";
-import { expectSound, failuresButRefusals, openStudio } from "./studio.mjs";
+import { expectSound, failuresButRefusals, happened, openStudio } from "./studio.mjs";
 
 after(closeBrowser);
 
@@ -53,7 +53,7 @@ test("vendors are named with one tick, and bring their purposes along", async (t
   await page.getByLabel("Name the list\u2019s vendors").check();
   await page.getByText("Nothing to mend").waitFor();
   await publish(page, 2);
-  await page.locator("#timeline").getByText(/downloaded, version 2/).waitFor({ state: "attached" });
+  await happened(page, /downloaded, version 2/);
   await accept(page);
   await tab(page).click();
   await row(page, "1 Keep and read information on this device yes no").waitFor();
@@ -74,7 +74,7 @@ test("vendors are named one by one, and taken back", async (t) => {
   assert.equal(JSON.parse(await page.locator("#editor").inputValue()).information.vendors, "6,72");
   await page.getByRole("button", { name: "Do not name 6 AdQuarry" }).click();
   await publish(page, 2);
-  await page.locator("#timeline").getByText(/downloaded, version 2/).waitFor({ state: "attached" });
+  await happened(page, /downloaded, version 2/);
   await accept(page);
   await tab(page).click();
   await panel(page).getByText("1 with consent, 1 with legitimate interest, of 39").waitFor();
@@ -90,7 +90,7 @@ test("the panel says what a save changed", async (t) => {
   assert.equal(await changes(page).count(), 0); // there is none before it
   await page.getByLabel("Publisher TC segment").click();
   await page.getByLabel("Language").selectOption({ label: "German (Deutsch)" });
-  await page.locator("#timeline").getByText(/purposes-de was downloaded/).waitFor({ state: "attached" });
+  await happened(page, /purposes-de was downloaded/);
   await page.getByLabel("First screen").selectOption("Purposes");
   await page.getByRole("button", { name: "Open privacy center" }).click();
   await center(page).getByRole("switch", { name: /^Werbung messen/ }).click();
@@ -181,7 +181,7 @@ async function killWhile(page, screen, doSomething) {
   assert.equal(after.waitingBeacons, 1);
   await network.click();
   await page.getByRole("button", { name: "+1 day" }).click(); // a request that failed thrice waits for hours
-  await page.locator("#timeline [data-kind=beacon]").getByText('"privacy_action": "V"').waitFor({ state: "attached" });
+  await happened(page, /privacy_action[\\": ]+V/, "beacon");
   assert.deepEqual(failuresButRefusals(page), []);
 }
 
@@ -195,12 +195,12 @@ test("killed with the vendors half edited, the application keeps what was saved"
   const page = await openPanel(t);
   await page.getByRole("button", { name: "Refuse all" }).click();
   await page.getByText("Consent refused").waitFor();
-  await page.locator('#timeline [data-kind="beacon"]').waitFor({ state: "attached" });
+  await happened(page, "", "beacon");
   await killWhile(page, "Partners", async (screen) => {
     await screen.getByRole("button", { name: "Details AdQuarry", exact: true }).click();
     for (const name of ["AdQuarry: Consent", "Kestrel DSP: Consent"])
       await screen.getByRole("switch", { name, exact: true }).click();
-    await page.locator("#timeline").getByText("Kestrel DSP switched on").waitFor({ state: "attached" });
+    await happened(page, "Kestrel DSP switched on");
   });
   await page.getByRole("button", { name: "Open privacy center" }).click();
   await expectStates(center(page), { "AdQuarry: Consent": false, "Kestrel DSP: Consent": false });

@@ -38,3 +38,17 @@ export async function expectSound(page, width) {
 /** What went wrong in a page whose application was killed: what the center's still tells it is refused. */
 export const failuresButRefusals = (page) =>
   page.failures.filter((failure) => !failure.includes("409 (Conflict)"));
+
+/**
+ * The entries that match, of the kind if one is said, once there is one. The page has only those
+ * near the timeline's view.
+ */
+export async function happened(page, pattern, kind) {
+  const address = new URL("/api/timeline", page.url()).href;
+  for (;;) {
+    const entries = (await (await page.request.get(address)).json())
+      .filter((entry) => (!kind || entry.kind === kind) && JSON.stringify([entry.title, entry.body]).match(pattern));
+    if (entries.length > 0) return entries;
+    await page.waitForTimeout(50);
+  }
+}

@@ -1,18 +1,17 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
 import { closeBrowser, expectStates, switchOf } from "./browser.mjs";
-import { expectSound, failuresButRefusals, openStudio } from "./studio.mjs";
+import { expectSound, failuresButRefusals, happened, openStudio } from "./studio.mjs";
 
 after(closeBrowser);
 
 const frame = (page) => page.frameLocator("#center iframe");
 const openCenter = (page) => page.getByRole("button", { name: "Open privacy center" }).click();
 
-// Waits until the timeline has as many entries of the kind, and compares.
+// Waits for the last of these entries of the kind, and compares.
 async function expectEntries(page, kind, titles) {
-  const entries = page.locator(`#timeline [data-kind="${kind}"] .title`);
-  await entries.nth(titles.length - 1).waitFor();
-  assert.deepEqual(await entries.allTextContents(), titles);
+  await happened(page, titles.at(-1), kind);
+  assert.deepEqual((await happened(page, "", kind)).map(({ title }) => title), titles);
 }
 
 const purposes = ["All purposes", "Audience measurement", "Readership statistics",
@@ -168,6 +167,94 @@ test("findings follow what is typed, and lead to their place", async (t) => {
   const at = await editor.evaluate((element) => element.selectionStart);
   assert.equal(text.slice(at, at + 2), "22");
   assert.deepEqual(page.failures, []);
+});
+
+// A page whose studio says that this happened.
+async function showEntries(page, entries) {
+  await page.route("**/api/timeline?*", (route) => route.fulfill({ json: entries }));
+  await page.route("**/api/events?*", (route) => route.abort());
+  await page.reload();
+  await page.locator("#timeline article").last().waitFor();
+}
+
+const entryAt = (id) => ({
+  id, at: 1_780_000_000_000 + id, kind: id % 10 === 0 ? "beacon" : "log", level: id % 10 === 0 ? undefined : 2,
+  title: `Entry ${id} ${"of many ".repeat(id % 7 === 0 ? 40 : 1)}`, body: id % 5 === 0 ? { number: id, lines: ["a", "b"] } : null,
+});
+
+test("of 5,000 entries those in view are in the page, and every one is in reach", async (t) => {
+  const page = await openStudio(t);
+  await showEntries(page, Array.from({ length: 5000 }, (_, index) => entryAt(index + 1)));
+  const timeline = page.getByRole("feed");
+  const entry = (id) => timeline.getByRole("article", { name: new RegExp(`: Entry ${id} `) });
+  const focused = () => page.evaluate(() => document.activeElement.closest("article")?.ariaPosInSet);
+  const newest = page.getByRole("button", { name: "Newest" });
+  const inView = (id) => entry(id).evaluate((row) => {
+    const view = row.closest("#timeline").getBoundingClientRect();
+    const { top, bottom } = row.getBoundingClientRect();
+    return top > view.top - 1 && bottom < view.bottom + 1;
+  });
+  const entriesInPage = async () => (await timeline.getByRole("article").count());
+
+  await entry(5000).waitFor();
+  assert.equal(await inView(5000), true);
+  assert.equal(await newest.isVisible(), false);
+  assert.ok(await entriesInPage() < 100);
+  assert.deepEqual(await entry(5000).evaluate((row) => [row.ariaPosInSet, row.ariaSetSize]), ["5000", "5000"]);
+
+  await page.locator("#clear").focus();
+  await page.keyboard.press("Tab"); // the timeline is one stop
+  assert.equal(await focused(), "5000");
+  for (const [key, id] of [["ArrowUp", 4999], ["Home", 1], ["ArrowDown", 2], ["ArrowDown", 3]]) {
+    await page.keyboard.press(key);
+    assert.equal(await focused(), String(id));
+    assert.equal(await inView(id), true);
+  }
+  await page.keyboard.press("PageDown");
+  const there = Number(await focused());
+  assert.ok(there > 4 && there < 40);
+  assert.ok(await entriesInPage() < 100);
+  await newest.click();
+  assert.equal(await focused(), "5000");
+  await newest.waitFor({ state: "hidden" });
+
+  await page.getByRole("searchbox").fill("ENTRY 25");
+  await page.getByText("111 of 5000").waitFor();
+  const marked = () => page.evaluate(() => [...CSS.highlights.get("found")].map(String));
+  assert.ok((await marked()).length > 5);
+  assert.ok((await marked()).every((text) => text === "Entry 25"));
+  await page.getByRole("searchbox").fill("entry 49"); // the rows fill the view, though none was measured
+  await page.getByText("111 of 5000").waitFor();
+  assert.ok(await timeline.evaluate((view) =>
+    view.querySelector("article").getBoundingClientRect().top < view.getBoundingClientRect().top));
+  await page.getByRole("searchbox").fill("entry 25");
+  await timeline.hover();
+  for (let at; at !== 0;) {
+    await page.mouse.wheel(0, -2000);
+    at = await timeline.evaluate((view) => view.scrollTop);
+  }
+  await entry(2500).getByText("of many").click(); // a beacon's head closes it
+  await entry(2500).getByText('"lines"').waitFor({ state: "hidden" });
+  await page.getByRole("searchbox").fill("");
+  await page.getByRole("button", { name: "Log" }).click();
+  await page.getByRole("button", { name: "Log" }).click();
+  await entry(2499).waitFor(); // what was looked at is still in view, with what lies around it
+  assert.equal(await inView(2500), true);
+  await entry(2500).getByText("of many").click();
+  await entry(2500).getByText('"lines"').waitFor();
+  const happen = (entry) => page.evaluate((entry) => new BroadcastChannel("studio").postMessage({ entry }), entry);
+  const topOf = (id) => entry(id).evaluate((row) => row.getBoundingClientRect().top);
+  const top = await topOf(2500);
+  await happen(entryAt(5001)); // the first one goes for it
+  await entry(2500).and(page.locator('[aria-posinset="2499"]')).waitFor();
+  assert.equal(await topOf(2500), top);
+  await page.mouse.wheel(0, 1e7);
+  await entry(5001).waitFor();
+  await newest.waitFor({ state: "hidden" });
+  await happen(entryAt(5002)); // is followed again
+  await entry(5002).waitFor();
+  assert.equal(await inView(5002), true);
+  assert.deepEqual(page.failures.filter((failure) => !failure.includes("ERR_FAILED")), []);
 });
 
 for (const options of [{ width: 1280, height: 800 }, { width: 390, height: 844, colorScheme: "dark" }])

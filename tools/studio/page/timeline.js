@@ -1,6 +1,9 @@
-// Everything that happened, oldest first; follows the end unless the reader scrolled away.
+// Everything that happened, oldest first.
 
-import { byId, element, timeOfDay } from "./dom.js";
+import { byId, element, setText } from "./dom.js";
+import { entryRow, isOpenAtFirst, targetOf } from "./entryrow.js";
+import { highlight } from "./highlight.js";
+import { VirtualList } from "./virtuallist.js";
 
 const kinds = [
   ["screen", "Screen"],
@@ -12,84 +15,53 @@ const kinds = [
   ["request", "Requests"],
   ["studio", "Studio"],
 ];
-const kMostRows = 2000;
-const kMostMarked = 50_000; // characters; tokens are elements
-const kLongBody = 4000; // characters; a longer one is folded, and only its beginning searched
-const hidden = new Set();
+// As much as the studio keeps.
+const kMostEntries = 5000;
+const kMostCharacters = 8 << 20;
+const kMostSearched = 4000; // characters of a body
+
+const records = []; // {entry, text, size, open}
+let characters = 0; // of all
+let shown = records; // those that pass the filter
+const hidden = new Set(); // kinds
 let wanted = "";
+let list;
 
 // The process's starts and ends are shown with what the studio did.
-const groupOf = (kind) => (kind === "process" ? "studio" : kind);
+const groupOf = ({ kind }) => (kind === "process" ? "studio" : kind);
 
-/** Texts that hold JSON, shown as what they hold. */
-function unfolded(value) {
-  if (typeof value === "string" && /^[[{]/.test(value)) {
-    try { return JSON.parse(value); } catch { return value; }
-  }
-  if (value === null || typeof value !== "object" || Array.isArray(value)) return value;
-  return Object.fromEntries(Object.entries(value).map(([key, member]) => [key, unfolded(member)]));
-}
+const passes = ({ entry, text }) => !hidden.has(groupOf(entry)) && text.includes(wanted);
 
-function token(text, next) {
-  if (!text.startsWith('"')) return "literal";
-  return /^\s*:/.test(next) ? "key" : "string";
-}
-
-/** A value as indented JSON with its tokens marked. */
-export function prettyPrinted(value) {
-  const pre = element("pre");
-  const text = JSON.stringify(unfolded(value), null, 2);
-  let end = text.length > kMostMarked ? text.length : 0;
-  if (end) pre.append(text);
-  for (const match of text.slice(end).matchAll(/"(?:[^"\\]|\\.)*"|true|false|null|-?\d[\d.eE+-]*/g)) {
-    const after = match.index + match[0].length;
-    pre.append(text.slice(end, match.index),
-      element("span", { class: token(match[0], text.slice(after, after + 4)), text: match[0] }));
-    end = after;
-  }
-  pre.append(text.slice(end));
-  return pre;
-}
-
-const isEmpty = (body) => body === null || body === undefined ||
-  (typeof body === "object" && Object.keys(body).length === 0);
-
-function details(entry, head, open) {
-  const node = element("details", {}, element("summary", { class: "line" }, ...head));
-  const print = () => {
-    if (node.children.length > 1) return;
-    if (entry.cut) node.append(element("p", { class: "hint", text: `The beginning; all of it, ${entry.cut} bytes, was too long to be kept.` }));
-    node.append(prettyPrinted(entry.body));
-  };
-  node.addEventListener("toggle", print); // not before it is looked at
-  if (open) print();
-  node.open = open;
-  return node;
-}
-
-function row(entry) {
-  const head = [
-    element("time", { text: timeOfDay(entry.at), datetime: new Date(entry.at).toISOString() }),
-    element("span", { class: "kind", text: entry.level ? `log ${entry.level}` : entry.kind }),
-    element("span", { class: "title", text: entry.title }),
-  ];
-  const item = element("li", { "data-kind": entry.kind, "data-level": entry.level });
+function recordOf(entry) {
   const body = JSON.stringify(entry.body ?? "");
-  if (isEmpty(entry.body)) {
-    item.append(element("div", { class: "line" }, ...head));
-  } else {
-    item.append(details(entry, head, entry.kind === "beacon" && body.length <= kLongBody));
-  }
-  item.dataset.text = `${entry.title} ${body.slice(0, kLongBody)}`.toLowerCase();
-  return item;
+  return {
+    entry,
+    text: `${entry.title} ${body.slice(0, kMostSearched)}`.toLowerCase(),
+    size: body.length,
+    open: isOpenAtFirst(entry, body),
+  };
 }
 
-function applyFilter(item) {
-  item.hidden = hidden.has(groupOf(item.dataset.kind)) || !item.dataset.text.includes(wanted);
+let waiting = false;
+function showSoon() {
+  if (waiting) return;
+  waiting = true;
+  requestAnimationFrame(() => {
+    waiting = false;
+    list.show(shown);
+  });
 }
 
-function applyFilters() {
-  for (const item of byId("timeline").children) applyFilter(item);
+function applyFilter() {
+  const isFiltered = hidden.size > 0 || wanted !== "";
+  shown = isFiltered ? records.filter(passes) : records;
+  showSoon();
+}
+
+function showState() {
+  highlight(list.rows, wanted);
+  byId("newest").hidden = !list.isBehind;
+  setText(byId("found"), shown === records ? "" : `${shown.length} of ${records.length}`);
 }
 
 function chip([kind, label]) {
@@ -98,32 +70,43 @@ function chip([kind, label]) {
     const show = hidden.delete(kind);
     if (!show) hidden.add(kind);
     button.setAttribute("aria-pressed", String(show));
-    applyFilters();
+    applyFilter();
   });
   return button;
 }
 
+function clear() {
+  records.length = 0;
+  characters = 0;
+  applyFilter();
+}
+
 export function wireTimeline() {
+  list = new VirtualList(byId("timeline"), {
+    rowOf: (record) => entryRow(record, () => list.resized()),
+    targetOf,
+    onShown: showState,
+  });
   byId("kinds").append(...kinds.map(chip));
   byId("search").addEventListener("input", (event) => {
     wanted = event.target.value.trim().toLowerCase();
-    applyFilters();
+    applyFilter();
   });
-  byId("clear").addEventListener("click", () => byId("timeline").replaceChildren());
+  byId("clear").addEventListener("click", clear);
+  byId("newest").addEventListener("click", () => list.toEnd());
 }
 
-let following = false;
-function follow(list) {
-  if (following || list.scrollHeight - list.scrollTop - list.clientHeight > 40) return;
-  following = true;
-  requestAnimationFrame(() => { list.scrollTop = list.scrollHeight; following = false; });
+function dropOldest() {
+  const oldest = records.shift();
+  characters -= oldest.size;
+  if (shown !== records && shown[0] === oldest) shown.shift();
 }
 
 export function addEntry(entry) {
-  const list = byId("timeline");
-  follow(list);
-  const item = row(entry);
-  applyFilter(item);
-  list.append(item);
-  if (list.children.length > kMostRows) list.firstChild.remove();
+  const record = recordOf(entry);
+  records.push(record);
+  characters += record.size;
+  if (shown !== records && passes(record)) shown.push(record);
+  while (records.length > kMostEntries || (characters > kMostCharacters && records.length > 1)) dropOldest();
+  showSoon();
 }
