@@ -75,6 +75,11 @@ std::string StudioProcess::valueOf(std::string_view field) const {
     return transcript_.substr(begin, transcript_.find('\n', begin) - begin);
 }
 
+std::string StudioProcess::authority(std::string_view server) const {
+    const std::string line = valueOf(server); // "http://127.0.0.1:PORT/ and more"
+    return line.substr(7, line.find_first_of("/ ", 7) - 7);
+}
+
 httplib::Client StudioProcess::client() const {
     httplib::Client client(address_);
     client.set_read_timeout(std::chrono::seconds(30));

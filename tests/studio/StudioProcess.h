@@ -44,6 +44,8 @@ public:
 
     const std::string& transcript() const { return transcript_; }
     std::string valueOf(std::string_view field) const;
+    /// 127.0.0.1:PORT of the "page" or the "backend".
+    std::string authority(std::string_view server) const;
     ProgramRun& program() { return program_; }
 
     /// POST /api/ACTION with the token; the answer, which has "error" when it was refused.

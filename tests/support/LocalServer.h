@@ -19,10 +19,8 @@ public:
     using Handler = std::function<void(const httplib::Request&, httplib::Response&)>;
 
     /// Listens at once. `make` makes the server, where it is to be of another kind.
-    explicit LocalServer(
-        Handler handler, tools::system::LoopbackServer::Make make = [] {
-            return std::make_unique<httplib::Server>();
-        });
+    explicit LocalServer(Handler handler, tools::system::LoopbackServer::Make make =
+                                              tools::system::LoopbackServer::bounded);
 
     int port() const { return server_.port(); }
     std::string host() const { return server_.address(); }

@@ -5,11 +5,11 @@
 
 #include <sys/socket.h>
 
+#include "tools/system/BoundedServer.h"
+
 namespace vx::tools::system {
 
 namespace {
-
-constexpr std::size_t kThreads = 24; // an open page keeps one
 
 // The library's own options share a port with whoever else listens on it.
 void claimAlone(socket_t socket) {
@@ -18,15 +18,16 @@ void claimAlone(socket_t socket) {
 }
 
 void configure(httplib::Server& server) {
-    server.new_task_queue = [] {
-        return new httplib::ThreadPool(kThreads);
-    }; // the server's to free
     server.set_socket_options(claimAlone);
     server.set_keep_alive_max_count(1); // an idle connection would hold up `stop`
     server.set_keep_alive_timeout(1);
 }
 
 } // namespace
+
+std::unique_ptr<httplib::Server> LoopbackServer::bounded() {
+    return std::make_unique<BoundedServer>();
+}
 
 LoopbackServer::LoopbackServer(Routes routes, Make make)
     : routes_(std::move(routes)), make_(std::move(make)) {}

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -18,8 +17,10 @@ public:
     /// Makes that server, of the kind that is wanted.
     using Make = std::function<std::unique_ptr<httplib::Server>()>;
 
-    explicit LoopbackServer(
-        Routes routes, Make make = [] { return std::make_unique<httplib::Server>(); });
+    /// One of those that strangers cannot exhaust.
+    static std::unique_ptr<httplib::Server> bounded();
+
+    explicit LoopbackServer(Routes routes, Make make = bounded);
     ~LoopbackServer();
     LoopbackServer(const LoopbackServer&) = delete;
     LoopbackServer& operator=(const LoopbackServer&) = delete;

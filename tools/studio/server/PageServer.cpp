@@ -52,11 +52,11 @@ bool PageServer::start(int port) {
 
 void PageServer::addRoutes(httplib::Server& server) {
     guard_.protect(server, [this] { return server_.port(); });
-    explainErrors(server);
     addPage(server);
     addQueries(server);
     addActions(server, session_, events_);
     addCenter(server, session_);
+    refuseOthers(server);
 }
 
 void PageServer::addPage(httplib::Server& server) const {

@@ -56,7 +56,7 @@ void refuseMethod(const httplib::Request& request, httplib::Response& response,
 std::string problemWith(const httplib::Request& request, int status) {
     switch (status) {
     case 400:
-        return "this is no request that HTTP/1.1 knows";
+        return "this is no request that HTTP/1.1 knows, or a line of its head has more than 8 KiB";
     case 404:
         return "nothing answers " + request.method + " " + request.path;
     case 413:
@@ -91,7 +91,14 @@ void addPost(httplib::Server& server, const std::string& path, std::size_t most,
     });
 }
 
-void explainErrors(httplib::Server& server) {
+void refuseOthers(httplib::Server& server) {
+    // The library would read, and unpack, all of a body before it finds that nobody takes it.
+    const auto nobody = [](const httplib::Request&, httplib::Response& response,
+                           const httplib::ContentReader&) { response.status = 404; };
+    server.Post(".*", nobody);
+    server.Put(".*", nobody);
+    server.Patch(".*", nobody);
+    server.Delete(".*", nobody);
     server.set_payload_max_length(kLargestBody);
     server.set_error_handler([](const httplib::Request& request, httplib::Response& response) {
         if (!response.has_header("Content-Type")) // nobody has said more

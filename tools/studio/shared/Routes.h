@@ -21,7 +21,8 @@ using TakeBody = std::function<void(const std::string& body, httplib::Response& 
 /// or not, and one that cannot be read are refused before anything takes them.
 void addPost(httplib::Server& server, const std::string& path, std::size_t most, TakeBody take);
 
-/// Makes `server` say what is wrong, {"error": TEXT}, where no route answers.
-void explainErrors(httplib::Server& server);
+/// Makes `server` say what is wrong, {"error": TEXT}, where no route answers. To be called after
+/// all routes were added.
+void refuseOthers(httplib::Server& server);
 
 } // namespace vx::tools::studio

@@ -61,7 +61,6 @@ void Backend::addRoutes(httplib::Server& server) {
         [this](const httplib::Request& request, httplib::Response& response) {
             return turnAway(checkOrigin(request, server_.port()), response);
         });
-    explainErrors(server);
     addGet(server, configurationPath_,
            [this](const httplib::Request& request, httplib::Response& response) {
                answerDocument(published(), request, response);
@@ -75,6 +74,7 @@ void Backend::addRoutes(httplib::Server& server) {
                 collect(beacon);
                 response.set_content("{}", "application/json");
             });
+    refuseOthers(server);
     // Before the answer goes out, so that it stands before what the answer causes. What other sites
     // ask for is left out: they could fill the timeline.
     server.set_post_routing_handler(
