@@ -89,6 +89,13 @@ std::size_t indent(const vx::GridPlan::Item& item, std::size_t room, std::size_t
     }
 }
 
+// All of it is seen at once. A painter with a window tells where that stands.
+void tellMeasures(vx::ScrollView& scroll, std::size_t lines) {
+    const double height = TextPainter::kPoints * static_cast<double>(lines);
+    scroll.setMeasures(height, height);
+    scroll.scrolledTo(scroll.contentOffset());
+}
+
 } // namespace
 
 TextPainter::TextPainter(std::shared_ptr<vx::View> root) : root_(std::move(root)) {
@@ -203,11 +210,7 @@ TextPainter::Block TextPainter::block(const vx::GridPlan& plan, std::size_t inde
                        },
                        [&](vx::ScrollView& scroll) {
                            Block content = container(scroll, width, next);
-                           // All of it is seen at once. A painter with a window tells where that
-                           // stands.
-                           const double height = kPoints * static_cast<double>(content.size());
-                           scroll.setMeasures(height, height);
-                           scroll.scrolledTo(scroll.contentOffset());
+                           tellMeasures(scroll, content.size());
                            return content;
                        },
                        [&](vx::View& view) { return container(view, width, next); }});

@@ -32,10 +32,10 @@ public:
         if (!file || !document)
             return;
         if (file->versionOf(document) <= file->versionOf(file->getJSONDictionary()))
-            return;                              // the module compares no versions
-        const std::string oldText = load_(name); // nor does it keep the old text
+            return; // the module compares no versions
+        // Nor does it keep the old text. This tells the engine what changed.
+        file->install(load_(name), text, std::move(document));
         keep_(name, text);
-        file->install(oldText, text, std::move(document)); // tells the engine what changed
     }
 
 private:

@@ -1,5 +1,6 @@
 // webview DIRECTORY: a window with the privacy center. DIRECTORY has the application's
 // privacy.json, and keeps its choices. With a vendor-list.json in it too, the center is the IAB's.
+// Who closes the window without an answer has decided nothing, and is asked at the next start.
 
 #include <filesystem>
 #include <iostream>
@@ -26,12 +27,6 @@ class DesktopApplication : public vx::Application {
             gtk_show_uri_on_window(nullptr, std::string(address).c_str(), GDK_CURRENT_TIME,
                                    nullptr);
     }
-};
-
-// The window goes with the center that closes itself.
-class Closing : public vx::ViewControllerDelegate {
-    void viewControllerDismissed(vx::ViewController&, bool) override { gtk_main_quit(); }
-    void viewControllerPopped(vx::ViewController&, bool) override { gtk_main_quit(); }
 };
 
 struct File {
@@ -71,7 +66,7 @@ gboolean receive(WebKitUserContentManager*, JSCValue* event, WebKitScriptMessage
     return TRUE;
 }
 
-void show(vx::web::WebSurface& surface) {
+GtkWidget* pageOf(vx::web::WebSurface& surface) {
     WebKitWebContext* context = webkit_web_context_get_default();
     webkit_web_context_register_uri_scheme(context, "privacy", serve, &surface, nullptr);
     WebKitUserContentManager* channel = webkit_user_content_manager_new();
@@ -80,13 +75,53 @@ void show(vx::web::WebSurface& surface) {
     webkit_user_content_manager_register_script_message_handler_with_reply(channel, "privacy",
                                                                            nullptr);
     GtkWidget* page = webkit_web_view_new_with_user_content_manager(channel);
-    GtkWidget* window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
-    gtk_window_set_default_size(GTK_WINDOW(window), 390, 844);
-    gtk_container_add(GTK_CONTAINER(window), page);
-    g_signal_connect(window, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
     webkit_web_view_load_uri(WEBKIT_WEB_VIEW(page), "privacy://center/");
-    gtk_widget_show_all(window);
+    return page;
 }
+
+// A window with a center's page, until the user answers or closes it.
+class Window : public vx::ViewControllerDelegate {
+public:
+    explicit Window(vx::web::WebSurface& surface) {
+        gtk_window_set_default_size(GTK_WINDOW(window_), 390, 844);
+        gtk_container_add(GTK_CONTAINER(window_), box_);
+        gtk_box_pack_start(GTK_BOX(box_), pageOf(surface), TRUE, TRUE, 0);
+        g_signal_connect(window_, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
+    }
+
+    // The center of the categories has no button to save, and may be left without deciding.
+    void addSaveBar(const std::string& save, const std::string& leave) {
+        GtkWidget* bar = gtk_action_bar_new();
+        GtkWidget* saves = gtk_button_new_with_label(save.c_str());
+        GtkWidget* leaves = gtk_button_new_with_label(leave.c_str());
+        g_signal_connect_swapped(saves, "clicked", G_CALLBACK(clickedSave), this);
+        g_signal_connect(leaves, "clicked", G_CALLBACK(gtk_main_quit), nullptr);
+        gtk_action_bar_pack_start(GTK_ACTION_BAR(bar), leaves);
+        gtk_action_bar_pack_end(GTK_ACTION_BAR(bar), saves);
+        gtk_box_pack_end(GTK_BOX(box_), bar, FALSE, FALSE, 0);
+    }
+
+    // Whether the user answered.
+    bool run() {
+        gtk_widget_show_all(window_);
+        gtk_main();
+        return answered_;
+    }
+
+private:
+    static void clickedSave(Window* self) { self->answered(); }
+    void answered() {
+        answered_ = true;
+        gtk_main_quit();
+    }
+    // The IAB's center goes by itself after accept all, refuse all and save.
+    void viewControllerDismissed(vx::ViewController&, bool) override { answered(); }
+    void viewControllerPopped(vx::ViewController&, bool) override { answered(); }
+
+    GtkWidget* window_ = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+    GtkWidget* box_ = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
+    bool answered_ = false;
+};
 
 gboolean poll(gpointer services) {
     static_cast<vx::services::Services*>(services)->poll();
@@ -98,24 +133,24 @@ void askByCategories() {
     center.view()->setSize(390, 844);
     center.viewDidLoad();
     vx::web::WebSurface surface(center.view());
-    show(surface);
-    gtk_main();
-    center.viewWillDisappear(false); // saves
+    Window window(surface);
+    window.addSaveBar(center.getSaveButtonText().value_or("Save"), "Not now");
+    if (window.run())
+        center.viewWillDisappear(true); // saves
 }
 
 void askByVendors() {
     vx::ViewController home; // the application's own screen
-    Closing application;
     vx::VXIABPrivacyCenterViewController center;
-    center.setDelegate(&application);
     home.presentViewController(center); // or navigation.pushViewController(center)
     center.view()->setSize(390, 844);
     center.viewDidLoad();
     vx::web::WebSurface surface(center.view());
     surface.whenLaidOut([&] { center.viewDidAppear(true); });
-    show(surface);
-    gtk_main();
-    center.viewWillDisappear(true); // saves
+    Window window(surface);
+    center.setDelegate(&window); // hears that the center closed itself
+    if (window.run())
+        center.viewWillDisappear(true); // saves
 }
 
 } // namespace
@@ -136,7 +171,9 @@ int main(int count, char** arguments) {
     if (iabMode)
         platform.iab = &iab.emplace(platform.store, platform.logger);
     vx::Runtime runtime(platform);
-    vx::VXMobilePrivacy::sharedInstance().setSiteID({.site = 12, .privacy = 5});
+    vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();
+    engine.setSwitchDefaultState(false); // only what the user switches on is accepted
+    engine.setSiteID({.site = 12, .privacy = 5});
     g_timeout_add(100, poll, &services);
     iabMode ? askByVendors() : askByCategories();
 }

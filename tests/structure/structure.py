@@ -165,12 +165,25 @@ def examples_in_docs():
                 yield f"{page.name}: not in examples/:\n{block}"
 
 
+def prose(page):
+    return re.sub(r"^```.*?^```", "", page.read_text(encoding="utf-8"), flags=re.M | re.S)
+
+
+def anchors(page):
+    """What the headings of a page are linked by."""
+    for heading in re.findall(r"^#+ (.*)", prose(page), re.M):
+        yield re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
+
+
 def links_in_docs():
-    """Relative links of the documentation lead somewhere."""
+    """Relative links of the documentation lead somewhere, to a heading too."""
     for page in [*ROOT.glob("*.md"), *sorted((ROOT / "docs").glob("*.md")), *ROOT.glob("*/README.md")]:
-        for link in re.findall(r"\]\(([^)#:]+)\)", page.read_text(encoding="utf-8")):
-            if not (page.parent / link).exists():
+        for link, anchor in re.findall(r"\]\(([^)#:]*)(?:#([^)]*))?\)", prose(page)):
+            target = page.parent / link if link else page
+            if not target.exists():
                 yield f"{page.relative_to(ROOT)}: {link} is not there"
+            elif anchor and anchor not in anchors(target):
+                yield f"{page.relative_to(ROOT)}: {link}#{anchor} is not there"
 
 
 def main():
