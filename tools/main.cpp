@@ -38,9 +38,9 @@ void describe(CLI::App& app) {
     addGVL(app);
     addTC(app);
     addStudio(app);
+    addDescriptions(app);
     for (CLI::App* command : app.get_subcommands({}))
         command->set_version_flag("--version", VXPRIVACY_VERSION);
-    addDescriptions(app);
     addHelp(app);
 }
 

@@ -21,6 +21,7 @@ struct Arguments {
     std::uint32_t vendors = 0;
     std::uint32_t seed = 1;
     std::vector<std::string> files; // a vendor list and its translations
+    bool json = false;
 };
 
 std::string read(system::Input& input) {
@@ -32,7 +33,8 @@ std::string read(system::Input& input) {
     return std::move(*text);
 }
 
-void checkFiles(const std::vector<std::string>& files) {
+void checkFiles(const std::vector<std::string>& files, bool json) {
+    lint::FindingsReport report(std::cout, json);
     std::string list;
     bool isGood = true;
     for (std::size_t i = 0; i < files.size(); ++i) {
@@ -42,9 +44,10 @@ void checkFiles(const std::vector<std::string>& files) {
             list = text;
         const auto findings =
             i == 0 ? lint::lintVendorList(text) : lint::lintTranslation(text, list);
-        lint::print(findings, input.title(), std::cout);
+        report.add(findings, input.title());
         isGood = isGood && findings.empty();
     }
+    report.end();
     if (!isGood)
         throw CLI::RuntimeError(1);
 }
@@ -66,6 +69,8 @@ void addGVL(CLI::App& app) {
                                    "Instead, a vendor list to be checked, and translations of it; "
                                    "\"-\": standard input")
                       ->excludes(vendors);
+    command->add_flag("--json", arguments->json, "Print the findings as a JSON array")
+        ->needs(files);
     command->footer(
         "A list, and a translation of it, is checked for purposes and features without a name: "
         "users would\nread \"- (null)\". The exit status is then as that of lint.");
@@ -73,7 +78,7 @@ void addGVL(CLI::App& app) {
         if (!*vendors && !*files)
             throw CLI::RequiredError("--vendors or a vendor list");
         if (*files)
-            return checkFiles(arguments->files);
+            return checkFiles(arguments->files, arguments->json);
         std::cout << gvl::generate(arguments->vendors, arguments->seed).dump() << '\n';
     });
 }

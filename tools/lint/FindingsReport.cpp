@@ -2,6 +2,7 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
 
 namespace vx::tools::lint {
 
@@ -19,6 +20,13 @@ std::string onOneLine(std::string path) {
     return path.empty() ? path : path + ": ";
 }
 
+void print(const std::vector<Finding>& findings, const std::string& file, std::ostream& output) {
+    for (const auto& [severity, path, line, column, advice] : findings)
+        output << file << ':' << line << ':' << column << ": " << asText(severity) << ": "
+               << onOneLine(path) << advice.problem << ' ' << advice.effect << "\n    "
+               << advice.remedy << '\n';
+}
+
 } // namespace
 
 nlohmann::ordered_json asJSON(const std::vector<Finding>& findings) {
@@ -34,11 +42,19 @@ nlohmann::ordered_json asJSON(const std::vector<Finding>& findings) {
     return array;
 }
 
-void print(const std::vector<Finding>& findings, std::string_view name, std::ostream& output) {
-    for (const auto& [severity, path, line, column, advice] : findings)
-        output << name << ':' << line << ':' << column << ": " << asText(severity) << ": "
-               << onOneLine(path) << advice.problem << ' ' << advice.effect << "\n    "
-               << advice.remedy << '\n';
+void FindingsReport::add(const std::vector<Finding>& findings, const std::string& file) {
+    if (!json_)
+        print(findings, file, output_);
+    else
+        for (auto& finding : asJSON(findings)) {
+            finding["file"] = file;
+            all_.push_back(std::move(finding));
+        }
+}
+
+void FindingsReport::end() {
+    if (json_)
+        output_ << all_.dump(2) << '\n';
 }
 
 } // namespace vx::tools::lint

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <iosfwd>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -14,8 +14,23 @@ namespace vx::tools::lint {
 /// path, line, column, problem, effect and remedy.
 nlohmann::ordered_json asJSON(const std::vector<Finding>& findings);
 
-/// Prints two lines for each finding: "NAME:LINE:COLUMN: SEVERITY: PATH: what and what for", and,
-/// indented, how to mend it.
-void print(const std::vector<Finding>& findings, std::string_view name, std::ostream& output);
+/// The findings in one document or more, as a program prints them.
+class FindingsReport {
+public:
+    /// As text, at once, or with `json` as one array at the end.
+    FindingsReport(std::ostream& output, bool json) : output_(output), json_(json) {}
+
+    /// Those in the document `file`. Of each it says, in text, on two lines, "FILE:LINE:COLUMN:
+    /// SEVERITY: PATH: what and what for" and, indented, how to mend it; in JSON what `asJSON`
+    /// does, and "file".
+    void add(const std::vector<Finding>& findings, const std::string& file);
+    /// After the last document.
+    void end();
+
+private:
+    std::ostream& output_;
+    const bool json_;
+    nlohmann::ordered_json all_ = nlohmann::ordered_json::array();
+};
 
 } // namespace vx::tools::lint

@@ -3,7 +3,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -33,23 +32,15 @@ std::optional<std::vector<lint::Finding>> findingsIn(system::Input& input) {
 
 void lintFiles(const Arguments& arguments) {
     int status = 0;
-    nlohmann::ordered_json all = nlohmann::ordered_json::array();
+    lint::FindingsReport report(std::cout, arguments.json);
     for (const std::string& file : arguments.files) {
         system::Input input(file);
         const auto findings = findingsIn(input);
         status = std::max(status, findings ? int{!findings->empty()} : kUnusableInput);
-        if (!findings)
-            continue;
-        if (!arguments.json)
-            lint::print(*findings, input.title(), std::cout);
-        else
-            for (auto& finding : lint::asJSON(*findings)) {
-                finding["file"] = input.title();
-                all.push_back(std::move(finding));
-            }
+        if (findings)
+            report.add(*findings, input.title());
     }
-    if (arguments.json)
-        std::cout << all.dump(2) << '\n';
+    report.end();
     if (status != 0)
         throw CLI::RuntimeError(status);
 }
