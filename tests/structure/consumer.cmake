@@ -22,10 +22,26 @@ file(RENAME "${work}/installed" "${work}/moved")
 file(GLOB_RECURSE strangers RELATIVE "${work}/moved" "${work}/moved/*")
 list(FILTER strangers EXCLUDE REGEX "^(include/vxprivacy|lib[^/]*)/")
 list(SORT strangers)
-set(tool bin/vxprivacy share/bash-completion/completions/vxprivacy share/man/man1/vxprivacy.1
+set(tool bin/vxprivacy share/bash-completion/completions/vxprivacy
+    share/doc/vxprivacy/vxprivacy.spdx.json share/man/man1/vxprivacy.1
     share/zsh/site-functions/_vxprivacy)
 if(NOT strangers STREQUAL tool)
     message(FATAL_ERROR "installed outside include/vxprivacy and lib: ${strangers}")
+endif()
+# The list of parts names what was found to build with, each with its version.
+file(READ "${work}/moved/share/doc/vxprivacy/vxprivacy.spdx.json" list)
+string(JSON parts LENGTH "${list}" packages)
+string(JSON relations LENGTH "${list}" relationships)
+string(JSON created GET "${list}" creationInfo created)
+foreach(part RANGE 1 ${parts})
+    math(EXPR index "${part} - 1")
+    string(JSON name GET "${list}" packages ${index} name)
+    string(JSON version GET "${list}" packages ${index} versionInfo)
+    list(APPEND names ${name})
+endforeach()
+if(NOT "${names}" MATCHES "^VXPrivacy;simdjson;sqlite;" OR NOT parts EQUAL relations OR
+        NOT created MATCHES "^20[0-9-]+T[0-9:]+Z$")
+    message(FATAL_ERROR "the list of parts is wrong: ${list}")
 endif()
 run("${work}/moved/bin/vxprivacy" lint "${SOURCE_DIR}/samples/category.json")
 
