@@ -304,9 +304,25 @@ TEST_F(Documents, ADocumentThatIsNowhereIsReported) {
         EXPECT_EQ(application.log.count("doc was found nowhere: " + file.string(), 4), 1U);
         EXPECT_EQ(application.log.count(wrong.reason, 4), 1U) << application.log.text();
     }
-    Application application(store);
-    application.addFile("http://127.0.0.1:1/");
-    EXPECT_EQ(application.log.count("no directory of packaged files", 4), 1U);
+    {
+        Application application(store);
+        application.addFile("http://127.0.0.1:1/");
+        EXPECT_EQ(application.log.count("no directory of packaged files", 4), 1U);
+    }
+
+    fs::remove(directory / "doc.json");
+    writeFile(directory / "doc.json", document(3)); // and kept offline from then on
+    Application(store, settings).addFile("http://127.0.0.1:1/");
+    for (const Case& wrong : cases) {
+        SCOPED_TRACE(std::string(wrong.name) + ", with a copy at hand");
+        fs::remove(directory / "doc.json");
+        wrong.ship(directory / "doc.json");
+        Application later(store, settings);
+        later.addFile("http://127.0.0.1:1/");
+        const bool isThere = fs::exists(directory / "doc.json");
+        EXPECT_EQ(later.log.count("doc has a packaged copy of no use", 4), isThere ? 1U : 0U);
+        EXPECT_EQ(later.services.status().documents.at(0).version, 3);
+    }
 }
 
 TEST_F(Documents, AnAnswerForAReplacedRegistrationIsIgnored) {

@@ -76,6 +76,25 @@ TEST_F(ServicesStatus, SaysSinceWhenAndWhyASaveIsNotDurableAndTellsWhenItIs) {
     }
 }
 
+TEST_F(ServicesStatus, LogsADecisionInWhichNothingWasDecided) {
+    World world(store, at("http://127.0.0.1:1"));
+    const Runtime runtime(world.services.platform());
+    VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
+    const auto lines = [&] { return world.log.count("names no category and no vendor", 4); };
+    engine.setSiteID({.site = 12, .privacy = 5});
+    EXPECT_EQ(lines(), 0U);
+    engine.acceptAllConsent();
+    EXPECT_EQ(lines(), 1U);
+    engine.saveConsent({{"PRIVACY_CAT_1", "1"}});
+    engine.saveConsent({{"PRIVACY_CAT_1", "1"}});
+    engine.saveConsent({{"PRIVACY_VEN_1", "0"}});
+    engine.resetSavedConsent();
+    engine.propagateConsent(nullptr);
+    EXPECT_EQ(lines(), 1U);
+    engine.refuseAllConsent(); // what was saved before does not hide it
+    EXPECT_EQ(lines(), 2U);
+}
+
 TEST_F(ServicesStatus, CountsTheBeaconsThatWait) {
     std::atomic<int> answer = 503;
     const LocalServer collector(

@@ -85,6 +85,10 @@ void Documents::load(VXConfigurationFile& file, Registration& registration) {
     if (registration.origin == Origin::Nowhere)
         failed(registration, file, "was found nowhere: " + packaged.path + ": " + packaged.problem,
                kLogProblem);
+    else if (packaged.isThere && !packaged.problem.empty())
+        failed(registration, file,
+               "has a packaged copy of no use: " + packaged.path + ": " + packaged.problem,
+               kLogProblem);
 }
 
 void Documents::loadPackaged(VXConfigurationFile& file, Registration& registration,

@@ -210,8 +210,25 @@ void EntryStore::write(Connection& file, Contents contents) {
 }
 
 void EntryStore::written() {
+    warnOfEmptyDecision();
     settings_.clear();
     digestInFile_ = digest_.text();
+}
+
+// Accept all finds nothing to accept where no document was found, and is saved as a refusal.
+void EntryStore::warnOfEmptyDecision() const {
+    const auto is = [this](auto condition) { return std::ranges::any_of(settings_, condition); };
+    if (is([](const Setting& setting) {
+            return consentKind(setting.entry->first) != ConsentKind::None;
+        }))
+        return; // as in nearly all saves, with the first setting
+    if (is([](const Setting& setting) {
+            const auto& [key, content] = *setting.entry;
+            return key == kVXShouldDisplayPrivacyCenter && content.value == kNeedNotDisplay;
+        }))
+        logger_.log("A decision was saved that names no category and no vendor, so it counts as a "
+                    "refusal: the configuration was not found, or lists none",
+                    kLogProblem);
 }
 
 // What the file holds is known from the first setting that changed an entry, and what the settings

@@ -69,6 +69,7 @@ private:
     bool givesWayTo(const EntryMap& loaded) const;
     void setAgain(EntryMap& loaded, EntryDigest& digest);
     void announceChange();
+    void warnOfEmptyDecision() const;
 
     Database& database_;
     const Clock& clock_;

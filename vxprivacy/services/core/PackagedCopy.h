@@ -10,6 +10,7 @@ namespace vx::services {
 /// The copy of a configuration file's document that ships with the application.
 struct PackagedCopy {
     std::string path; ///< where it lies, or should
+    bool isThere = false;
     std::string text;
     std::string problem; ///< why it is of no use; empty where nothing was found wrong with it
 };
