@@ -14,7 +14,7 @@ function(vxprivacy_install_package)
         ${PROJECT_BINARY_DIR}/VXPrivacyConfig.cmake
         INSTALL_DESTINATION ${directory})
     write_basic_package_version_file(
-        ${PROJECT_BINARY_DIR}/VXPrivacyConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+        ${PROJECT_BINARY_DIR}/VXPrivacyConfigVersion.cmake COMPATIBILITY SameMinorVersion)
     install(EXPORT VXPrivacyTargets NAMESPACE vxprivacy:: DESTINATION ${directory})
     install(FILES
         ${PROJECT_BINARY_DIR}/VXPrivacyConfig.cmake

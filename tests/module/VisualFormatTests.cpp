@@ -70,6 +70,7 @@ TEST(VisualFormat, MakesTheConstraintsThatTheStringDescribes) {
         {"H:[a(<=c)]-wide-|", "a.width<=c.width+0 c.right==a.right+300 "},
         {"V:[a(==b)]", "a.height==b.height+0 "},
         {"[a(wide)]", "a.width==300 "},
+        {"[a(.5@7.)]", "a.width==0.5@7 "},
         {"[a(>=20@low,<=30)]", "a.width>=20@250.5 a.width<=30 "},
         {"|-(20)-[a]-(>=1,<=2@5)-|", "a.left==c.left+20 c.right>=a.right+1 c.right<=a.right+2@5 "}};
     for (const auto& [format, constraints] : cases)
@@ -84,26 +85,30 @@ TEST(VisualFormat, MakesTheConstraintsThatTheStringDescribes) {
 
 TEST(VisualFormat, ABadStringMakesNothingAndSaysWhere) {
     Screen screen;
-    const std::vector<std::pair<std::string, int>> cases = {{"", 0},
-                                                            {"|", 1},
-                                                            {"||", 2},
-                                                            {"V:", 2},
-                                                            {"a", 0},
-                                                            {"[]", 1},
-                                                            {"[a", 2},
-                                                            {"[a]-", 4},
-                                                            {"[a]-x-", 6},
-                                                            {"[a(]", 3},
-                                                            {"[a(5]", 4},
-                                                            {"[a]-10[b]", 6},
-                                                            {"[a]-(-3)-[b]", 5},
-                                                            {"[nobody]", 0},
-                                                            {"[a(nobody)]", 0},
-                                                            {"[a]-nobody-[b]", 0},
-                                                            {"|[loose]", 0},
-                                                            {"|[a]|[b]", 5},
-                                                            {"[a]x", 3},
-                                                            {"[a(==)]", 5}};
+    const std::vector<std::pair<std::string, int>> cases = {
+        {"", 0},
+        {"|", 1},
+        {"||", 2},
+        {"V:", 2},
+        {"a", 0},
+        {"[]", 1},
+        {"[a", 2},
+        {"[a]-", 4},
+        {"[a]-x-", 6},
+        {"[a(]", 3},
+        {"[a(5]", 4},
+        {"[a(.)]", 3},
+        {"[a(1e3)]", 4},
+        {"[a(" + std::string(400, '9') + ")]", 3},
+        {"[a]-10[b]", 6},
+        {"[a]-(-3)-[b]", 5},
+        {"[nobody]", 0},
+        {"[a(nobody)]", 0},
+        {"[a]-nobody-[b]", 0},
+        {"|[loose]", 0},
+        {"|[a]|[b]", 5},
+        {"[a]x", 3},
+        {"[a(==)]", 5}};
     for (const auto& [format, place] : cases) {
         SCOPED_TRACE(format);
         screen.world.clearEvents();

@@ -39,7 +39,7 @@ foreach(part RANGE 1 ${parts})
     string(JSON version GET "${list}" packages ${index} versionInfo)
     list(APPEND names ${name})
 endforeach()
-if(NOT "${names}" MATCHES "^VXPrivacy;simdjson;sqlite;" OR NOT parts EQUAL relations OR
+if(NOT "${names}" MATCHES "^VXPrivacy;simdjson;fast_float;sqlite;" OR NOT parts EQUAL relations OR
         NOT created MATCHES "^20[0-9-]+T[0-9:]+Z$")
     message(FATAL_ERROR "the list of parts is wrong: ${list}")
 endif()

@@ -52,7 +52,10 @@ ARROWS = {
     "examples/**": [*INSTALLED, "examples/**"],
 }
 ARROWS["tests/**"] = [folder for folder in ARROWS if folder.startswith(("vxprivacy/", "tools"))]
-THIRD_PARTY_IN_MODULE = {"vxprivacy/platform/foundation/JSONValue.cpp": ["simdjson.h"]}
+THIRD_PARTY_IN_MODULE = {
+    "vxprivacy/platform/foundation/JSONValue.cpp": ["simdjson.h"],
+    "vxprivacy/platform/ui/VisualFormatSyntax.cpp": ["fast_float/fast_float.h"],
+}
 
 
 def sources():

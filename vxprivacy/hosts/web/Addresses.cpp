@@ -4,9 +4,13 @@
 #include <array>
 #include <string>
 
+#ifdef _WIN32
+#include <ws2tcpip.h>
+#else
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#endif
 
 #include "vxprivacy/platform/ui/Application.h"
 

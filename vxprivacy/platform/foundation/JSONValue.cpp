@@ -3,7 +3,7 @@
 
 #include "vxprivacy/platform/foundation/JSONValue.h"
 
-#include <bit>
+#include <cstring>
 #include <limits>
 #include <type_traits>
 #include <utility>
@@ -26,14 +26,19 @@ namespace {
 
 using Bits = std::array<std::uint64_t, 2>;
 
-static_assert(sizeof(dom::element) == sizeof(Bits), "the handle holds an element's bits");
+// It is smaller where addresses are.
+static_assert(sizeof(dom::element) <= sizeof(Bits), "the handle holds an element's bits");
 
 dom::element element(const Bits& bits) {
-    return std::bit_cast<dom::element>(bits);
+    dom::element element;
+    std::memcpy(static_cast<void*>(&element), &bits, sizeof element);
+    return element;
 }
 
 Bits bits(dom::element element) {
-    return std::bit_cast<Bits>(element);
+    Bits bits{};
+    std::memcpy(&bits, &element, sizeof element);
+    return bits;
 }
 
 // The outcome of a typed read, or nothing when the value is of another type.

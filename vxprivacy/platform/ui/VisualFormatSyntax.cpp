@@ -3,8 +3,10 @@
 #include "vxprivacy/platform/ui/VisualFormatSyntax.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cmath>
 #include <utility>
+
+#include <fast_float/fast_float.h>
 
 namespace vx {
 
@@ -86,9 +88,10 @@ private:
     double number() {
         double value = 0;
         const char* start = text_.data() + at_;
-        const auto result =
-            std::from_chars(start, text_.data() + text_.size(), value, std::chars_format::fixed);
-        if (result.ec != std::errc())
+        // std::from_chars, which not every standard library has for floating-point numbers.
+        const auto result = fast_float::from_chars(start, text_.data() + text_.size(), value,
+                                                   fast_float::chars_format::fixed);
+        if (result.ec != std::errc() || !std::isfinite(value))
             fail("a number is missing");
         at_ += static_cast<std::size_t>(result.ptr - start);
         return value;
