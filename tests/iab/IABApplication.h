@@ -13,6 +13,8 @@ namespace vx::tests {
 struct Application : private Logger {
     explicit Application(const recording::Texts& entries = {}, services::TCDataSink* sink = nullptr)
         : store(entries), library(store, *this, sink) {}
+    Application(const recording::Texts& entries, services::TCFLibrary::Settings settings)
+        : store(entries), library(store, *this, std::move(settings)) {}
 
     /// A builder with this module's fixed fields, and vendors 1 to 12.
     std::unique_ptr<CoreStringBuilder> builder() {

@@ -129,6 +129,7 @@ void saveConsentStringV2(const ConsentDictionary& consent, EngineState& state) {
     setIdentity(*builder);
     if (state.languageCode)
         setLanguageAndCountry(*state.languageCode, *builder);
+    builder->setChoice(consent);
     builder->buildConsentString(state.generatePublisherTC);
     builder->writeTCData();
 }

@@ -181,22 +181,40 @@ void VXIABPrivacyCenterViewController::addLegitimateInterestFromVendor(const JSO
         addAll(vendor["legIntPurposes"], declared_->legitimateInterest);
 }
 
+// The configured vendors, each once, or else all of the list.
 std::vector<const VXIABPrivacyCenterViewController::Vendor*>
-VXIABPrivacyCenterViewController::listedVendors() const {
-    OrderedSet<const Vendor*> listed;
+VXIABPrivacyCenterViewController::askedVendors() const {
+    OrderedSet<const Vendor*> asked;
     const std::string configured = configuredVendors();
-    if (configured.empty()) {
+    if (configured.empty())
         for (const auto& [id, vendor] : vendors_)
-            if (!vendor.record["deletedDate"] && isVendorRelatedToFilterCategory(vendor.record))
-                listed.add(&vendor);
-    } else { // neither deletion nor the filter concerns a configured vendor, deliberately
+            asked.add(&vendor);
+    else
         for (std::string_view id : split(configured, ','))
             if (const Vendor* vendor = vendors_.find(id))
-                listed.add(vendor);
-    }
-    std::vector<const Vendor*> byName = listed.elements();
+                asked.add(vendor);
+    return asked.elements();
+}
+
+// Neither deletion nor the filter concerns a configured vendor, deliberately.
+std::vector<const VXIABPrivacyCenterViewController::Vendor*>
+VXIABPrivacyCenterViewController::listedVendors() const {
+    std::vector<const Vendor*> byName = askedVendors();
+    if (configuredVendors().empty())
+        std::erase_if(byName, [this](const Vendor* vendor) {
+            return vendor->record["deletedDate"] ||
+                   !isVendorRelatedToFilterCategory(vendor->record);
+        });
     std::ranges::stable_sort(byName, {}, &Vendor::name);
     return byName;
+}
+
+std::vector<std::int32_t> VXIABPrivacyCenterViewController::disclosedVendors() const {
+    std::vector<std::int32_t> identifiers;
+    for (const Vendor* vendor : askedVendors())
+        if (!vendor->record["deletedDate"])
+            identifiers.push_back(vendor->record["id"].integerValue());
+    return identifiers;
 }
 
 JSONValue VXIABPrivacyCenterViewController::vendor(std::string_view id) const {

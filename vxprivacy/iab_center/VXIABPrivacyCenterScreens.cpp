@@ -7,6 +7,7 @@
 #include "vxprivacy/iab_center/VXPopUpContentView.h"
 #include "vxprivacy/iab_center/VXPurposeContentView.h"
 #include "vxprivacy/iab_center/VXVendorContentView.h"
+#include "vxprivacy/platform/iab/VXCMPStorage.h"
 
 namespace vx {
 
@@ -28,6 +29,7 @@ void VXIABPrivacyCenterViewController::viewDidAppear(bool animated) {
 }
 
 void VXIABPrivacyCenterViewController::viewWillDisappear(bool animated) {
+    VXCMPStorage::setDisclosedVendors(disclosedVendors(), JSONDictionary_);
     savePrivacy();
     ViewController::viewWillDisappear(animated);
 }

@@ -81,7 +81,7 @@ public:
     void viewDidLoad() override;
     /// Lets the popup accept and refuse where all of it is seen.
     void viewDidAppear(bool animated) override;
-    /// Saves.
+    /// Tells the IAB library which vendors were shown, and saves.
     void viewWillDisappear(bool animated) override;
     bool prefersStatusBarHidden() const override { return true; }
     /// Whether closing dismisses the center; else it is popped. Yes without a navigation
@@ -269,7 +269,9 @@ private:
     void attachConstraint(std::string_view format, View& view) const;
     void close();
     std::string configuredVendors() const;
+    std::vector<const Vendor*> askedVendors() const;
     std::vector<const Vendor*> listedVendors() const;
+    std::vector<std::int32_t> disclosedVendors() const;
     void addDeclaredBy(const JSONValue& vendor);
     std::vector<std::int64_t> purposesForbiddenTo(const JSONValue& vendorID) const;
     void setAll(std::string_view value);

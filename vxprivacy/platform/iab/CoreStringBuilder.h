@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/OrderedDictionary.h"
+
 namespace vx {
 
 /// The fields of one TC string in the making, after the IAB's Transparency and Consent Framework,
@@ -47,6 +49,10 @@ public:
     /// Two letters in either case, "en" or "EN", as the country.
     virtual void setConsentLanguage(std::string_view language) = 0;
     virtual void setPublisherCC(std::string_view country) = 0;
+
+    /// The consent dictionary of the save, refused entries included: what the fields above are made
+    /// of. Called once, before the string is built. Optional: does nothing by default.
+    virtual void setChoice(const OrderedDictionary<std::string>& consent);
 
     /// The TC string of the fields and of the publisher's restrictions, with a publisher TC segment
     /// where that is asked for. Stores nothing.

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 #include "vxprivacy/platform/iab/CoreStringBuilder.h"
 
@@ -46,6 +47,11 @@ public:
     /// tells type 1 from the filler. Optional: does nothing by default, and no string then says
     /// that consent is required.
     virtual void setExplicitRestrictions(const ExplicitRestrictions& restrictions);
+    /// Which vendors the user is shown, without those deleted, as IAB identifiers in any order, and
+    /// by which vendor list; called by the privacy center on the screen right before it saves.
+    /// Optional: does nothing by default, and no string then says whom the user was shown.
+    virtual void setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
+                                     const JSONValue& vendorList);
     /// Stores `consent` as the current consent string; the empty text means that there is none. The
     /// engine only takes it away by this; a save's string is stored by its builder.
     virtual void saveConsentString(std::string_view consent) = 0;

@@ -8,7 +8,11 @@ CoreStringBuilder::~CoreStringBuilder() = default;
 
 IABLibrary::~IABLibrary() = default;
 
+void CoreStringBuilder::setChoice(const OrderedDictionary<std::string>&) {}
+
 void IABLibrary::setExplicitRestrictions(const ExplicitRestrictions&) {}
+
+void IABLibrary::setDisclosedVendors(CoreStringBuilder::Identifiers, const JSONValue&) {}
 
 bool VXCMPStorage::present() {
     return platform().iab != nullptr;
@@ -31,6 +35,12 @@ void VXCMPStorage::setPublisherRestrictions(const PublisherRestrictions& restric
 void VXCMPStorage::setExplicitRestrictions(const ExplicitRestrictions& restrictions) {
     if (present())
         platform().iab->setExplicitRestrictions(restrictions);
+}
+
+void VXCMPStorage::setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
+                                       const JSONValue& vendorList) {
+    if (present())
+        platform().iab->setDisclosedVendors(vendors, vendorList);
 }
 
 void VXCMPStorage::saveConsentString(std::string_view consent) {

@@ -21,6 +21,8 @@ public:
     static std::string getCreatedDate();
     static void setPublisherRestrictions(const PublisherRestrictions& restrictions);
     static void setExplicitRestrictions(const ExplicitRestrictions& restrictions);
+    static void setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
+                                    const JSONValue& vendorList);
     static void saveConsentString(std::string_view consent);
     static void resetTCData();
 };

@@ -20,6 +20,7 @@ constexpr std::string_view kUseNonStandardStacks = "IABTCF_UseNonStandardStacks"
 constexpr std::string_view kTCString = "IABTCF_TCString";
 constexpr std::string_view kVendorConsents = "IABTCF_VendorConsents";
 constexpr std::string_view kVendorLegitimateInterests = "IABTCF_VendorLegitimateInterests";
+constexpr std::string_view kDisclosedVendors = "IABTCF_DisclosedVendors";
 constexpr std::string_view kPurposeConsents = "IABTCF_PurposeConsents";
 constexpr std::string_view kPurposeLegitimateInterests = "IABTCF_PurposeLegitimateInterests";
 constexpr std::string_view kSpecialFeaturesOptIns = "IABTCF_SpecialFeaturesOptIns";
@@ -44,6 +45,7 @@ constexpr std::string_view kTexts[] = {
     kTCString,
     kVendorConsents,
     kVendorLegitimateInterests,
+    kDisclosedVendors,
     kPurposeConsents,
     kPurposeLegitimateInterests,
     kSpecialFeaturesOptIns,
@@ -90,8 +92,27 @@ void CMPStorage::remove(std::string_view key) {
         sink_->remove(key);
 }
 
+void CMPStorage::putNumber(std::string_view key, std::optional<std::uint32_t> value) {
+    if (value)
+        setNumber(key, *value);
+    else
+        remove(key);
+}
+
+void CMPStorage::putText(std::string_view key, const std::optional<std::string>& value) {
+    if (value)
+        setText(key, *value);
+    else
+        remove(key);
+}
+
 void CMPStorage::setCMP(std::uint32_t cmp) {
     setNumber(kCmpSdkID, cmp);
+}
+
+void CMPStorage::announce(std::optional<std::uint32_t> cmp, std::optional<bool> gdprApplies) {
+    putNumber(kCmpSdkID, cmp);
+    putNumber(kGdprApplies, gdprApplies);
 }
 
 void CMPStorage::setTCString(std::string_view text) {
@@ -105,35 +126,35 @@ std::optional<std::string> CMPStorage::tcString() const {
     return store_.get(kTCString);
 }
 
-void CMPStorage::write(const TCModel& model, std::string_view text,
-                       const RestrictionTexts& restrictions) {
+void CMPStorage::write(const TCData& data) {
+    const TCModel& model = data.model;
+    const std::uint32_t nonStandard = model.useNonStandardStacks;
     StoreTransaction transaction(store_);
     setCMP(model.cmpId);
     setNumber(kCmpSdkVersion, model.cmpVersion);
     setNumber(kPolicyVersion, model.tcfPolicyVersion);
-    setNumber(kGdprApplies, 1);
+    putNumber(kGdprApplies, data.gdprApplies);
     setText(kPublisherCC, model.publisherCC);
     setNumber(kPurposeOneTreatment, model.purposeOneTreatment);
-    setNumber(kUseNonStandardStacks, model.useNonStandardStacks);
-    setNumber(kUseNonStandardTexts, model.useNonStandardStacks);
-    setTCString(text);
+    putNumber(kUseNonStandardStacks, data.underOldName ? std::optional(nonStandard) : std::nullopt);
+    setNumber(kUseNonStandardTexts, nonStandard);
+    setTCString(data.text);
     setText(kVendorConsents, digits(model.vendorConsent));
     setText(kVendorLegitimateInterests, digits(model.vendorLegitimateInterest));
+    putText(kDisclosedVendors,
+            model.disclosedVendors ? std::optional(digits(*model.disclosedVendors)) : std::nullopt);
     setText(kPurposeConsents, digits(model.purposesConsent, kPurposesWidth));
     setText(kPurposeLegitimateInterests, digits(model.purposesLITransparency, kPurposesWidth));
     setText(kSpecialFeaturesOptIns, digits(model.specialFeatureOptIns, kSpecialFeaturesWidth));
     putPublisher(model.publisherTC);
-    putRestrictions(restrictions);
+    putRestrictions(data.restrictions);
     transaction.commit();
 }
 
 void CMPStorage::putPublisher(const std::optional<PublisherTC>& publisher) {
     const auto put = [&](std::string_view key, IdentifierSet PublisherTC::*set,
                          std::uint32_t count) {
-        if (publisher)
-            setText(key, digits((*publisher).*set, count));
-        else
-            remove(key);
+        putText(key, publisher ? std::optional(digits((*publisher).*set, count)) : std::nullopt);
     };
     const std::uint32_t custom = publisher ? publisher->customPurposes : 0;
     put(kPublisherConsent, &PublisherTC::purposesConsent, kPurposesWidth);

@@ -2,6 +2,7 @@
 
 #include "vxprivacy/services/iab/PublisherRules.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "vxprivacy/platform/foundation/Text.h"
@@ -9,6 +10,8 @@
 namespace vx::services::tcf {
 
 namespace {
+
+constexpr char kNoRestriction = '_';
 
 bool isType(char c) {
     return c >= '0' && c <= '2';
@@ -59,18 +62,31 @@ PublisherRules rulesOf(const PublisherRestrictions& restrictions) {
 }
 
 PublisherRules rulesOf(const ExplicitRestrictions& restrictions) {
-    constexpr char kFiller = '_';
     PublisherRules rules;
     for (const auto& [id, vendors] : restrictions) {
         const auto purpose = purposeIn(id);
         rules.whole &= purpose.has_value();
         std::string types;
         for (const auto& [vendor, type] : vendors)
-            rules.whole &= setType(vendor, type, kFiller, types);
+            rules.whole &= setType(vendor, type, kNoRestriction, types);
         if (purpose && !types.empty())
-            add(*purpose, types, kFiller, rules);
+            add(*purpose, types, kNoRestriction, rules);
     }
     return rules;
+}
+
+RestrictionTexts textsOf(const Restrictions& restrictions) {
+    RestrictionTexts texts;
+    for (const auto& [restriction, vendors] : restrictions) {
+        std::string& types = texts[restriction.purpose];
+        if (types.size() < vendors.greatest())
+            types.resize(vendors.greatest(), kNoRestriction);
+        vendors.forEachRange([&, type = restriction.type](std::uint32_t first, std::uint32_t last) {
+            std::fill(types.begin() + (first - 1), types.begin() + last,
+                      static_cast<char>('0' + type));
+        });
+    }
+    return texts;
 }
 
 } // namespace vx::services::tcf

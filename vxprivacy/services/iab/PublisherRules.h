@@ -20,6 +20,10 @@ std::optional<std::uint32_t> purposeIn(std::string_view text);
 /// By purpose the types of restriction of vendors 1, 2, 3 and so on, a character each.
 using RestrictionTexts = std::map<std::uint32_t, std::string>;
 
+/// The types in that form, with "_" where there is no restriction. A vendor has one of each
+/// purpose.
+RestrictionTexts textsOf(const Restrictions& restrictions);
+
 /// A publisher's restrictions in the two forms in which they are stored.
 struct PublisherRules {
     Restrictions encoded{};   ///< in the TC string

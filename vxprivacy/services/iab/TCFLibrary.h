@@ -6,8 +6,10 @@
 
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/core/KeyValueStore.h"
+#include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
 #include "vxprivacy/services/iab/TCDataSink.h"
+#include "vxprivacy/services/iab/TCFSettings.h"
 
 namespace vx::services {
 
@@ -24,19 +26,25 @@ struct PublisherRules;
 ///     platform.iab = &iab;
 ///     vx::Runtime runtime(platform);
 ///
+/// Unless its settings say otherwise, its strings are those of policy version 2.
+///
 /// What it writes goes into the store's open transaction, so it becomes durable with the save that
 /// it belongs to. Values that a field cannot hold are left out and logged at level 4. Nothing
 /// throws. Application's thread.
 class TCFLibrary : public IABLibrary {
 public:
+    using Settings = TCFSettings;
+
     /// Has the engine accept and refuse all through the module's IAB privacy center. Writes nothing
     /// yet. All that is given must outlive it; without a `sink` the TC data is in the store alone.
     TCFLibrary(KeyValueStore& store, Logger& logger, TCDataSink* sink = nullptr);
+    TCFLibrary(KeyValueStore& store, Logger& logger, Settings settings, TCDataSink* sink = nullptr);
     ~TCFLibrary() override;
     TCFLibrary(const TCFLibrary&) = delete;
     TCFLibrary& operator=(const TCFLibrary&) = delete;
 
-    /// Stores the number of this CMP, and tells the sink all that is stored.
+    /// Stores the number of this CMP, in the profile `InForce` also whether the GDPR applies, and
+    /// tells the sink all that is stored.
     void setCMPSDKID() override;
     /// When the stored TC string was created, in seconds since 1970 as decimal text. Empty when
     /// there is none, and, with a log line, when it is damaged or another CMP's.
@@ -48,17 +56,28 @@ public:
     /// The same, and restrictions of type 1 are encoded too. What is no purpose, vendor or type is
     /// left out, and logged when a string is built.
     void setExplicitRestrictions(const ExplicitRestrictions& restrictions) override;
+    /// Keeps them for the next string alone. In the profile `InForce` only: else there is no such
+    /// segment.
+    void setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
+                             const JSONValue& vendorList = {}) override;
     /// Stores `consent` as the TC string; the empty text removes it.
     void saveConsentString(std::string_view consent) override;
-    /// Removes all that is stored.
+    /// Removes all that is stored; in the profile `InForce` all but what start-up stores.
     void resetTCData() override;
     /// A builder on the same store and log; the caller's, and this library must outlive it.
     std::unique_ptr<CoreStringBuilder> makeCoreStringBuilder() override;
 
 private:
+    struct Disclosed;
+
+    std::unique_ptr<CoreStringBuilder> makeInForceBuilder();
+    bool inForce() const { return settings_.profile == TCFProfile::InForce; }
+
     KeyValueStore& store_;
     Logger& logger_;
+    Settings settings_;
     TCDataSink* sink_;
+    std::unique_ptr<Disclosed> disclosed_;       // for the next string; null: nothing was
     std::unique_ptr<tcf::PublisherRules> rules_; // handed over in this run; never null
 };
 

@@ -7,6 +7,7 @@
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/iab/CoreStringBuilder.h"
 #include "vxprivacy/services/iab/CMPStorage.h"
+#include "vxprivacy/services/iab/FieldFitter.h"
 #include "vxprivacy/services/iab/PublisherRules.h"
 #include "vxprivacy/services/iab/TCModel.h"
 
@@ -19,7 +20,7 @@ class TCStringBuilder : public CoreStringBuilder {
 public:
     /// All must outlive it. The restrictions are those that `rules` has when a string is built.
     TCStringBuilder(CMPStorage storage, const PublisherRules& rules, Logger& logger)
-        : storage_(storage), rules_(rules), logger_(logger) {}
+        : storage_(storage), rules_(rules), fitter_(logger) {}
 
     void setVendorListVersion(std::int32_t version) override;
     void setConsentRecordCreated(std::int64_t time) override;
@@ -42,19 +43,15 @@ public:
     void writeTCData() override;
 
 private:
-    std::uint32_t number(std::string_view field, unsigned width, std::int32_t value) const;
-    std::uint64_t time(std::string_view field, std::int64_t seconds) const;
-    std::string letters(std::string_view field, std::string_view value) const;
     IdentifierSet identifiers(std::string_view field, std::uint32_t greatest,
                               Identifiers values) const;
     std::optional<std::uint32_t> maxVendorId(std::string_view field, std::int32_t value) const;
     VendorSection section(std::string_view field, std::optional<std::uint32_t> maxVendorId,
                           const IdentifierSet& vendors) const;
-    void leftOut(std::string_view field, const std::string& what) const;
 
     CMPStorage storage_;
     const PublisherRules& rules_;
-    Logger& logger_;
+    FieldFitter fitter_;
     TCModel model_; // its vendor sections are filled when a string is built
     struct Vendors {
         std::optional<std::uint32_t> greatest = 0; // absent: that of the vendors
@@ -62,12 +59,7 @@ private:
     };
     Vendors consent_;
     Vendors legitimateInterest_;
-    struct Built {
-        TCModel model;
-        std::string text;
-        RestrictionTexts restrictions;
-    };
-    std::optional<Built> built_;
+    std::optional<TCData> built_;
 };
 
 } // namespace vx::services::tcf

@@ -1,0 +1,295 @@
+#include <gtest/gtest.h>
+
+#include "tests/iab/IABApplication.h"
+#include "tools/recording/DocumentTexts.h"
+#include "tools/recording/RecordingDoors.h"
+#include "vxprivacy/engine/VXMobilePrivacy.h"
+#include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/platform/core/Runtime.h"
+#include "vxprivacy/services/iab/Decoder.h"
+
+// The profile of the framework in force, from a consent dictionary to the string and the keys.
+
+namespace {
+
+using namespace vx;
+using namespace vx::services::tcf;
+using services::TCFLibrary;
+using services::TCFProfile;
+
+constexpr std::string_view kList = R"({
+    "gvlSpecificationVersion": 3, "vendorListVersion": 17, "tcfPolicyVersion": 4,
+    "purposes": {"1": {"id": 1}, "2": {"id": 2}, "3": {"id": 3}, "7": {"id": 7}},
+    "specialFeatures": {"1": {"id": 1}},
+    "vendors": {
+        "1": {"id": 1, "name": "Both", "purposes": [1, 3], "legIntPurposes": [2, 7],
+              "flexiblePurposes": [2, 3, 7], "specialPurposes": []},
+        "2": {"id": 2, "name": "Special", "purposes": [], "legIntPurposes": [],
+              "specialPurposes": [1]},
+        "3": {"id": 3, "name": "Consent and special", "purposes": [1], "specialPurposes": [2]},
+        "4": {"id": 4, "name": "Interest", "legIntPurposes": [7], "flexiblePurposes": [7]},
+        "5": {"id": 5, "name": "Rigid", "purposes": [7], "legIntPurposes": [2]},
+        "6": {"id": 6, "name": "Deleted", "purposes": [1], "legIntPurposes": [2],
+              "specialPurposes": [1], "deletedDate": "2024-01-31T00:00:00Z"}}})";
+
+TCFLibrary::Settings inForce() {
+    return {.profile = TCFProfile::InForce,
+            .publisherCountry = "FR",
+            .cmpID = 300,
+            .cmpVersion = 7,
+            .vendorList = [] { return JSONValue::parse(kList); }};
+}
+
+std::string key(std::string_view prefix, std::int32_t number) {
+    return std::string(prefix) + std::to_string(number);
+}
+
+// All items, accepted or refused: purposes 1 to 11, vendors 1 to 7, special features 1 and 2.
+ConsentDictionary everything(const std::string& value) {
+    ConsentDictionary consent;
+    for (std::int32_t n = 1; n <= 22; ++n)
+        consent.set(key("PRIVACY_CAT_", 10000 + n), value);
+    for (std::int32_t n = 1; n <= 14; ++n)
+        consent.set(key("PRIVACY_VEN_", 1000 + n), value);
+    for (std::int32_t n = 2; n <= 4; n += 2)
+        consent.set(key("PRIVACY_FEAT_", 13000 + n), value);
+    return consent;
+}
+
+constexpr std::int32_t kAll[] = {1, 2, 3, 4, 5, 6, 7};
+
+TCModel saved(tests::Application& application, const ConsentDictionary& consent,
+              CoreStringBuilder::Identifiers disclosed = kAll) {
+    application.library.setDisclosedVendors(disclosed);
+    const auto builder = application.builder(); // with other fields than the profile's
+    builder->setConsentRecordCreated(1'600'000'000);
+    builder->setConsentRecordLastUpdated(1'700'000'001);
+    builder->setChoice(consent);
+    const auto decoded = decode(builder->buildConsentString(false));
+    builder->writeTCData();
+    const auto* model = std::get_if<TCModel>(&decoded);
+    return model ? *model : TCModel{};
+}
+
+} // namespace
+
+TEST(InForce, TakesEachFieldFromItsSource) {
+    tests::Application application({}, inForce());
+    const TCModel model = saved(application, everything("1"));
+    EXPECT_EQ(model.created, 16'999'200'000u) << "14 November 2023, and no hour of it";
+    EXPECT_EQ(model.lastUpdated, model.created);
+    EXPECT_EQ(model.cmpId, 300u);
+    EXPECT_EQ(model.cmpVersion, 7u);
+    EXPECT_EQ(model.vendorListVersion, 17u);
+    EXPECT_EQ(model.tcfPolicyVersion, 4u);
+    EXPECT_TRUE(model.isServiceSpecific);
+    EXPECT_EQ(model.consentLanguage + model.publisherCC, "DEFR");
+    EXPECT_EQ(model.purposesConsent, (IdentifierSet{1, 2, 3, 7}));
+    EXPECT_EQ(model.purposesLITransparency, (IdentifierSet{2, 7}));
+    EXPECT_EQ(model.specialFeatureOptIns, IdentifierSet{1});
+    EXPECT_EQ(model.vendorConsent, (VendorSection{5, {1, 3, 5}}));
+    EXPECT_EQ(model.vendorLegitimateInterest, (VendorSection{5, {1, 2, 3, 4, 5}}));
+    EXPECT_EQ(model.disclosedVendors, (VendorSection{5, {1, 2, 3, 4, 5}}));
+    EXPECT_EQ(application.stored("DisclosedVendors"), "11111");
+    EXPECT_EQ(application.stored("PolicyVersion"), "4");
+    EXPECT_EQ(application.stored("gdprApplies"), "1");
+    EXPECT_EQ(application.stored("UseNonStandardTexts"), "0");
+    EXPECT_EQ(application.stored("UseNonStandardStacks"), "absent");
+    EXPECT_EQ(application.library.getCreatedDate(), "1699920000");
+}
+
+TEST(InForce, KnowsAnObjectionFromALegitimateInterestThatLeavesNoChoice) {
+    tests::Application application({}, inForce());
+    const TCModel refused = saved(application, everything("0"));
+    EXPECT_EQ(refused.vendorLegitimateInterest.vendors, IdentifierSet{2});
+    EXPECT_EQ(refused.disclosedVendors->vendors, (IdentifierSet{1, 2, 3, 4, 5}));
+    // The even entry counts, without one the odd one, without both there was no objection.
+    const TCModel mixed = saved(application, {{"PRIVACY_CAT_10001", "1"},
+                                              {"PRIVACY_VEN_1001", "0"},
+                                              {"PRIVACY_VEN_1002", "1"},
+                                              {"PRIVACY_VEN_1005", "0"},
+                                              {"PRIVACY_VEN_1009", "1"},
+                                              {"PRIVACY_VEN_1010", "0"},
+                                              {"PRIVACY_VEN_x", "1"},
+                                              {"PRIVACY_VEN_999", "1"},
+                                              {"PRIVACY_VEN_99999999999", "1"}});
+    EXPECT_EQ(mixed.vendorLegitimateInterest.vendors, (IdentifierSet{1, 2, 4}));
+    EXPECT_EQ(mixed.vendorConsent.vendors, IdentifierSet{5});
+}
+
+TEST(InForce, HasAnEmptySegmentWhereNobodyWasShown) {
+    tests::Application application({}, inForce());
+    saved(application, everything("1"));
+    const TCModel model = saved(application, everything("1"), {});
+    EXPECT_EQ(model.disclosedVendors, VendorSection{});
+    EXPECT_EQ(model.vendorLegitimateInterest, VendorSection{});
+    EXPECT_TRUE(application.stored("TCString").ends_with(".IAAA"));
+    EXPECT_EQ(application.stored("DisclosedVendors"), "");
+    // Vendors without any purpose: nobody can do anything with that.
+    EXPECT_EQ(saved(application, {{"PRIVACY_VEN_1001", "1"}}).vendorConsent, VendorSection{});
+}
+
+TEST(InForce, FollowsThePublishersRestrictions) {
+    struct Case {
+        ExplicitRestrictions restrictions;
+        IdentifierSet consent;
+        IdentifierSet interest; // of vendors 1, 4 and 5
+    };
+    const std::vector<Case> cases = {
+        {{{"2", {{"5", "0"}}}, {"7", {{"4", "0"}}}}, {1, 5}, {1}},
+        {{{"7", {{"4", "1"}}}}, {1, 4, 5}, {1, 5}},                      // flexible
+        {{{"2", {{"5", "1"}}}, {"7", {{"5", "2"}}}}, {1}, {1, 4}},       // not flexible
+        {{{"1", {{"1", "0"}}}, {"3", {{"1", "2"}}}}, {5}, {1, 4, 5}},    // never 3 by interest
+        {{{"2", {{"1", "2"}}}, {"9", {{"1", "0"}}}}, {1, 5}, {1, 4, 5}}, // nothing new
+    };
+    for (const auto& [restrictions, consent, interest] : cases) {
+        tests::Application application({}, inForce());
+        application.library.setExplicitRestrictions(restrictions);
+        constexpr std::int32_t shown[] = {1, 4, 5};
+        ConsentDictionary consented = everything("1");
+        consented.set("PRIVACY_VEN_1005", "0");
+        const TCModel model = saved(application, consented, shown);
+        EXPECT_EQ(model.vendorConsent.vendors, consent);
+        EXPECT_EQ(model.vendorLegitimateInterest.vendors, interest);
+    }
+    tests::Application application({}, inForce());
+    application.library.setExplicitRestrictions({{"3", {{"1", "2"}, {"3", "1"}, {"6", "0"}}}});
+    EXPECT_EQ(saved(application, everything("1")).publisherRestrictions,
+              (Restrictions{{{3, Restriction::NotAllowed}, {1}},
+                            {{3, Restriction::RequireConsent}, {3}}}));
+    EXPECT_EQ(application.stored("PublisherRestrictions3"), "0_1");
+}
+
+TEST(InForce, WritesNoStringWithoutAListAndACMP) {
+    struct Case {
+        std::string_view list;
+        std::int32_t cmp;
+        std::string why;
+    };
+    const std::string noList = "there is no vendor list of format 3 and policy version 4 or more";
+    const std::vector<Case> cases = {
+        {"{}", 300, noList},
+        {R"({"gvlSpecificationVersion":2,"vendorListVersion":224,"tcfPolicyVersion":4})", 300,
+         noList},
+        {R"({"gvlSpecificationVersion":3,"vendorListVersion":17,"tcfPolicyVersion":3})", 300,
+         noList},
+        {R"({"gvlSpecificationVersion":3,"vendorListVersion":4096,"tcfPolicyVersion":4})", 300,
+         noList},
+        {kList, 1, "the CMP ID 1 is not from 2 to 4095"},
+        {kList, 4096, "the CMP ID 4096 is not from 2 to 4095"},
+    };
+    tests::Application earlier({}, inForce());
+    saved(earlier, everything("1"));
+    for (const auto& [list, cmp, why] : cases) {
+        SCOPED_TRACE(why);
+        TCFLibrary::Settings settings = inForce();
+        settings.cmpID = cmp;
+        settings.vendorList = [list] { return JSONValue::parse(list); };
+        tests::Application application(earlier.store.entries(), settings);
+        saved(application, everything("1"));
+        EXPECT_EQ(application.lines, std::vector{"4 TC string: none is written: " + why});
+        recording::Texts left = {{"IABTCF_gdprApplies", "1"}};
+        if (cmp == 300)
+            left.emplace("IABTCF_CmpSdkID", "300");
+        EXPECT_EQ(application.store.entries(), left);
+    }
+}
+
+TEST(InForce, SaysAtStartWhetherTheLawApplies) {
+    for (const std::optional<bool> applies : {std::optional(true), std::optional(false), {}}) {
+        TCFLibrary::Settings settings = inForce();
+        settings.gdprApplies = applies;
+        tests::Application application({{"IABTCF_gdprApplies", "before"}}, settings);
+        application.library.setCMPSDKID();
+        const std::string expected = applies ? std::to_string(*applies) : "absent";
+        EXPECT_EQ(application.stored("gdprApplies"), expected);
+        EXPECT_EQ(application.stored("CmpSdkID"), "300");
+        saved(application, everything("1"));
+        EXPECT_EQ(application.stored("gdprApplies"), expected);
+        application.library.resetTCData();
+        EXPECT_EQ(application.stored("gdprApplies"), expected) << "an SDK may take none for no";
+        EXPECT_EQ(application.stored("TCString"), "absent");
+    }
+}
+
+TEST(InForce, GivesWayToTheSpecifiedProfile) {
+    tests::Application before({}, inForce());
+    saved(before, everything("1"));
+    tests::Application application(before.store.entries());
+    tests::Application fresh;
+    save(application, false);
+    save(fresh, false);
+    EXPECT_EQ(application.store.entries(), fresh.store.entries());
+}
+
+namespace {
+
+// A process in IAB mode with the profile; the library takes the vendor list from the engine.
+struct Process {
+    explicit Process(recording::Texts files) : documents(std::move(files)) {
+        VXMobilePrivacy::sharedInstance().setSiteID(12, 5);
+    }
+    static TCFLibrary::Settings settings() {
+        TCFLibrary::Settings settings = inForce();
+        settings.vendorList = {};
+        return settings;
+    }
+    TCModel stored() const {
+        const auto decoded = decode(application.stored("TCString"));
+        const auto* model = std::get_if<TCModel>(&decoded);
+        return model ? *model : TCModel{};
+    }
+
+    recording::EventSink sink = [](const recording::Event&) {};
+    tests::Application application{{}, settings()};
+    recording::DocumentTexts documents;
+    recording::RecordingNotificationCenter notifications{sink};
+    recording::RecordingLogger logger{sink};
+    recording::StandingClock clock{1'700'000'000'000};
+    recording::GivenVariables variables{{}};
+    Runtime runtime{{application.store,
+                     documents,
+                     notifications,
+                     logger,
+                     clock,
+                     variables,
+                     variables,
+                     {},
+                     &application.library}};
+};
+
+std::string newerList() {
+    std::string list(kList);
+    return list.replace(list.find(": 17"), 4, ": 18");
+}
+
+} // namespace
+
+// The center's vendors, and its list also where a newer one came while it was shown.
+TEST(InForce, HearsFromTheCenterWhomItShowed) {
+    Process process({{"vendor-list", std::string(kList)},
+                     {"privacy", R"({"information": {"vendors": "2,3,6,99,3"}})"}});
+    VXIABPrivacyCenterViewController center;
+    center.view()->setSize(375, 667);
+    center.viewDidLoad();
+    process.documents.install("vendor-list", newerList());
+    center.setFilter(10001); // no filter of a list concerns it
+    center.choose("PRIVACY_CAT_", 10001, true);
+    center.choose("PRIVACY_VEN_", 1005, true);
+    for (int again = 0; again < 2; ++again) {
+        center.viewWillDisappear(false);
+        const TCModel model = process.stored();
+        EXPECT_EQ(model.vendorListVersion, 17u);
+        EXPECT_EQ(model.disclosedVendors, (VendorSection{3, {2, 3}}));
+        EXPECT_EQ(model.vendorConsent.vendors, IdentifierSet{3});
+    }
+    // Without a screen nobody is shown, and the newer list is the one.
+    VXMobilePrivacy::sharedInstance().acceptAllConsent();
+    EXPECT_EQ(process.stored().vendorListVersion, 18u);
+    EXPECT_EQ(process.stored().disclosedVendors, VendorSection{});
+    constexpr std::int32_t named[] = {2, 4};
+    process.application.library.setDisclosedVendors(named);
+    VXMobilePrivacy::sharedInstance().refuseAllConsent();
+    EXPECT_EQ(process.stored().disclosedVendors->vendors, (IdentifierSet{2, 4}));
+    EXPECT_EQ(process.stored().vendorLegitimateInterest.vendors, (IdentifierSet{2, 4}));
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "vxprivacy/platform/foundation/JSONValue.h"
+#include "vxprivacy/platform/iab/IABLibrary.h"
+
+namespace vx::services {
+
+/// By which rules TC strings are made.
+enum class TCFProfile {
+    /// Policy version 2, without a segment of disclosed vendors.
+    Specified,
+    /// The framework of today, version 2.3; docs/tcf.md says what that takes.
+    InForce
+};
+
+/// What an application decides; all but `profile` holds in the profile `InForce` alone.
+struct TCFSettings {
+    TCFProfile profile = TCFProfile::Specified;
+    /// Of the law that counts, ISO 3166-1 alpha-2: "FR". What is no two letters becomes "AA",
+    /// unknown, and is logged.
+    std::string publisherCountry = "AA";
+    /// 2 to 4095, as the IAB gave it to the application; with any other there is no string.
+    std::int32_t cmpID = kCMPID;
+    /// 0 to 4095: the application's count of the changes to its way of asking.
+    std::int32_t cmpVersion = 1;
+    /// Whether the GDPR applies to this user; absent: not known, or not yet.
+    std::optional<bool> gdprApplies = true;
+    /// Whether the screens have other texts than the IAB's for stacks or illustrations.
+    bool nonStandardTexts = false;
+    /// The vendor list of strings that are made without the privacy center, which brings its
+    /// own. Empty function: the engine's.
+    std::function<JSONValue()> vendorList{};
+};
+
+} // namespace vx::services
