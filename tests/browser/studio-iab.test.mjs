@@ -1,7 +1,7 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
 import { closeBrowser, expectStates } from "./browser.mjs";
-import { expectSound, failuresButRefusals, happened, openStudio } from "./studio.mjs";
+import { expectSound, failuresButRefusals, happened, openStudio, showColumn } from "./studio.mjs";
 
 after(closeBrowser);
 
@@ -12,6 +12,7 @@ const row = (page, name) => panel(page).getByRole("row", { name });
 // The panel of a studio in IAB mode, when the vendor list is in force.
 async function openPanel(t, options) {
   const page = await openStudio(t, options, ["--iab"]);
+  await showColumn(page, "Timeline and configuration");
   await tab(page).click();
   await panel(page).getByText("Vendor list version 3, 39 vendors and 3 deleted.").waitFor();
   return page;
@@ -253,7 +254,9 @@ for (const options of [{ width: 1280, height: 800 }, { width: 390, height: 844, 
   test(`axe finds nothing at ${options.width} points, nothing runs out sideways`, async (t) => {
     const page = await openPanel(t, options);
     await expectSound(page, options.width);
+    await showColumn(page, "Application");
     await accept(page);
+    await showColumn(page, "Timeline and configuration");
     await panel(page).getByText("39 with consent").click();
     await row(page, "6 AdQuarry yes yes").waitFor();
     await expectSound(page, options.width);

@@ -52,3 +52,9 @@ export async function happened(page, pattern, kind) {
     await page.waitForTimeout(50);
   }
 }
+
+/** At a phone's width one column is in the page at a time. */
+export async function showColumn(page, name) {
+  const button = page.getByRole("navigation", { name: "Shown" }).getByRole("button", { name });
+  if (await button.isVisible()) await button.click();
+}

@@ -1,7 +1,7 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
 import { closeBrowser, expectStates, switchOf } from "./browser.mjs";
-import { expectSound, failuresButRefusals, happened, openStudio } from "./studio.mjs";
+import { expectSound, failuresButRefusals, happened, openStudio, showColumn } from "./studio.mjs";
 
 after(closeBrowser);
 
@@ -233,21 +233,21 @@ test("of 5,000 entries those in view are in the page, and every one is in reach"
     await page.mouse.wheel(0, -2000);
     at = await timeline.evaluate((view) => view.scrollTop);
   }
-  await entry(2500).getByText("of many").click(); // a beacon's head closes it
-  await entry(2500).getByText('"lines"').waitFor({ state: "hidden" });
+  await entry(250).getByText("of many").click(); // a beacon's head closes it
+  await entry(250).getByText('"lines"').waitFor({ state: "hidden" });
   await page.getByRole("searchbox").fill("");
   await page.getByRole("button", { name: "Log" }).click();
   await page.getByRole("button", { name: "Log" }).click();
-  await entry(2499).waitFor(); // what was looked at is still in view, with what lies around it
-  assert.equal(await inView(2500), true);
-  await entry(2500).getByText("of many").click();
-  await entry(2500).getByText('"lines"').waitFor();
+  await entry(249).waitFor(); // what was looked at is still in view, with what lies around it
+  assert.equal(await inView(250), true);
+  await entry(250).getByText("of many").click();
+  await entry(250).getByText('"lines"').waitFor();
   const happen = (entry) => page.evaluate((entry) => new BroadcastChannel("studio").postMessage({ entry }), entry);
   const topOf = (id) => entry(id).evaluate((row) => row.getBoundingClientRect().top);
-  const top = await topOf(2500);
+  const top = await topOf(250);
   await happen(entryAt(5001)); // the first one goes for it
-  await entry(2500).and(page.locator('[aria-posinset="2499"]')).waitFor();
-  assert.equal(await topOf(2500), top);
+  await entry(250).and(page.locator('[aria-posinset="249"]')).waitFor();
+  assert.equal(await topOf(250), top);
   await page.mouse.wheel(0, 1e7);
   await entry(5001).waitFor();
   await newest.waitFor({ state: "hidden" });
@@ -257,15 +257,92 @@ test("of 5,000 entries those in view are in the page, and every one is in reach"
   assert.deepEqual(page.failures.filter((failure) => !failure.includes("ERR_FAILED")), []);
 });
 
-for (const options of [{ width: 1280, height: 800 }, { width: 390, height: 844, colorScheme: "dark" }])
+const kControls = ["Relaunch", "Kill hard", "Reset", "+1 day", "+30 days", "+396 days"];
+
+for (const options of [{ width: 1440, height: 900 }, { width: 768, height: 1024 }, { width: 390, height: 844 }])
+  test(`process, clock and network are in view at ${options.width} points, wherever one is`, async (t) => {
+    const page = await openStudio(t, options);
+    await page.getByText("First start").waitFor();
+    const controls = [...kControls.map((name) => page.getByRole("button", { name, exact: true })),
+      page.getByRole("switch", { name: "Network" })];
+    const expectInView = async () => {
+      for (const control of controls) {
+        const { x, y, width, height } = await control.boundingBox();
+        assert.ok(x >= 0 && y >= 0 && x + width <= options.width && y + height <= options.height);
+        assert.ok(await control.evaluate((node) => {
+          const { x, y, width, height } = node.getBoundingClientRect();
+          return node.contains(document.elementFromPoint(x + width / 2, y + height / 2));
+        }));
+      }
+    };
+    await expectInView();
+    await page.mouse.move(options.width / 2, options.height / 2);
+    await page.mouse.wheel(0, 5000);
+    if (options.width < 760) {
+      await page.waitForFunction(() => scrollY > 100);
+      await showColumn(page, "State");
+      await page.getByRole("heading", { name: "Engine" }).waitFor();
+      await page.getByRole("button", { name: "Other moves of the clock" }).click();
+      await page.getByLabel("Days").fill("2");
+      await page.getByRole("button", { name: "Move", exact: true }).click();
+      await page.getByText("+2 days").waitFor();
+      await page.keyboard.press("Escape");
+    }
+    await expectInView();
+    assert.deepEqual(page.failures, []);
+  });
+
+test("panes and theme stay as they were set", async (t) => {
+  const page = await openStudio(t, { width: 1440, height: 900, colorScheme: null });
+  const divider = page.getByRole("separator", { name: "Width of the application" });
+  const width = () => page.locator("#left").evaluate((column) => Math.round(column.getBoundingClientRect().width));
+  const scheme = (root) => root.locator("html").evaluate(() => matchMedia("(prefers-color-scheme: dark)").matches);
+  const before = await width();
+  await divider.focus();
+  await page.keyboard.press("ArrowRight");
+  assert.equal(await width(), before + 16);
+  await page.locator(`[role=separator][aria-valuenow="${before + 16}"]`).waitFor();
+  const { x, y } = await divider.boundingBox();
+  await page.mouse.move(x + 8, y + 300);
+  await page.mouse.down();
+  await page.mouse.move(x + 48, y + 300);
+  await page.mouse.up();
+  assert.equal(await width(), before + 56);
+  await divider.focus();
+  await page.keyboard.press("Home");
+  assert.equal(await width(), 260);
+
+  await openCenter(page);
+  await switchOf(frame(page), purposes[0]).waitFor();
+  await page.getByLabel("Theme").selectOption("Dark");
+  await page.reload();
+  await switchOf(frame(page), purposes[0]).waitFor();
+  assert.equal(await width(), 260);
+  assert.equal(await page.getByLabel("Theme").inputValue(), "dark");
+  assert.equal(await page.evaluate(() => getComputedStyle(document.body).backgroundColor), "rgb(14, 18, 23)");
+  assert.equal(await scheme(frame(page)), true); // the application's user has it too
+  assert.deepEqual(page.failures, []);
+});
+
+const kWindows = [{ width: 1280, height: 800 }, { width: 768, height: 1024, forcedColors: "active" },
+  { width: 390, height: 844, colorScheme: "dark" }];
+for (const options of kWindows)
   test(`axe finds nothing at ${options.width} points, nothing runs out sideways`, async (t) => {
     const page = await openStudio(t, options);
     await page.getByText("First start").waitFor();
     await expectSound(page, options.width);
     await openCenter(page);
     await switchOf(frame(page), purposes[0]).waitFor();
+    await expectSound(page, options.width);
+    await showColumn(page, "Timeline and configuration");
+    await page.getByRole("searchbox").fill("beacon");
+    await page.getByRole("article").first().waitFor();
+    await expectSound(page, options.width);
     await page.getByRole("tab", { name: /^Configuration/ }).click();
     await page.locator("#editor").fill("{}");
     await page.locator("#findings li").first().waitFor();
+    await expectSound(page, options.width);
+    await showColumn(page, "State");
+    await page.getByRole("button", { name: "Reset", exact: true }).click();
     await expectSound(page, options.width);
   });

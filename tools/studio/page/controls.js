@@ -1,6 +1,6 @@
 // What can be done to the process, the clock and the network.
 
-import { byId, dateAndTime, fillList, setText } from "./dom.js";
+import { byId, fillList, setText } from "./dom.js";
 import { act } from "./connection.js";
 
 const kDay = 86_400_000;
@@ -8,13 +8,14 @@ let clockOffset = 0;
 let networkOn = true;
 
 function describeOffset(offset) {
-  if (offset === 0) return "now";
+  if (offset === 0) return "";
   const days = Math.round((offset / kDay) * 100) / 100;
   return `${days > 0 ? "+" : "\u2212"}${Math.abs(days)} ${Math.abs(days) === 1 ? "day" : "days"}`;
 }
 
 function showClock() {
-  setText(byId("clock-now"), dateAndTime(Date.now() + clockOffset));
+  setText(byId("clock-now"), new Date(Date.now() + clockOffset)
+    .toLocaleString(undefined, { dateStyle: "medium", timeStyle: "short" }));
 }
 
 function wireReset() {
@@ -44,8 +45,7 @@ export function wireControls() {
 export function renderControls({ application, clock, network, session, beacons }) {
   clockOffset = clock.offset;
   setText(byId("clock-offset"), describeOffset(clockOffset));
-  byId("clock-offset").dataset.tone = clockOffset === 0 ? "neutral" : "warn";
-  byId("clock-back").hidden = clockOffset === 0;
+  byId("clock-back").disabled = clockOffset === 0;
   showClock();
   for (const button of document.querySelectorAll("[data-iab]"))
     button.setAttribute("aria-pressed", String(button.dataset.iab === String(session.iab)));
@@ -56,10 +56,9 @@ export function renderControls({ application, clock, network, session, beacons }
   byId("network").disabled = session.live;
   setText(byId("network-hint"), session.live ? "The real hosts, over the real network."
     : !networkOn ? "Connections are refused. Beacons wait in the outbox."
-      : waiting > 0 ? "The outbox tries again by itself; the log says when."
-        : `Development backend at ${network?.address ?? ""}`);
+      : waiting > 0 ? "The outbox tries again by itself; the log says when." : "");
   fillList(byId("beacons"), [
     ["Beacons waiting", waiting],
-    ["Beacons arrived", session.live ? "unknown" : beacons?.arrived ?? 0],
+    ["arrived", session.live ? "unknown" : beacons?.arrived ?? 0],
   ]);
 }

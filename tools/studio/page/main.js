@@ -5,18 +5,20 @@ import { renderControls, wireControls } from "./controls.js";
 import { byId, setText } from "./dom.js";
 import { renderEditor, wireEditor } from "./editor.js";
 import { addHit, renderInspector, wireInspector } from "./inspector.js";
+import { wirePanes } from "./panes.js";
 import { renderPhone, wirePhone } from "./phone.js";
 import { renderRestrictions, wireRestrictions } from "./restrictions.js";
 import { wireTabs } from "./tabs.js";
 import { renderTCString, wireTCString } from "./tcstring.js";
 import { addEntry, wireTimeline } from "./timeline.js";
 import { offerVendors } from "./vendorlist.js";
+import { wireViews } from "./views.js";
 
 let state;
 
 function render() {
   setText(byId("facts"), `Site ${state.session.site}, privacy ${state.session.privacy}` +
-    (state.session.iab ? ", IAB mode" : "") + (state.session.live ? ", real hosts" : ""));
+    (state.session.iab ? ", IAB mode" : "") + (state.session.live ? ", real hosts" : `, backend ${state.network?.address}`));
   renderApplication(state);
   renderPhone(state);
   renderControls(state);
@@ -33,6 +35,8 @@ function take(entry) {
   if (entry.kind === "hit") addHit(entry);
 }
 
+wirePanes();
+wireViews();
 wireControls();
 wireCode();
 wirePhone();

@@ -9,6 +9,8 @@ let revision; // of the screen; the frame's page asks for what is new to it
 let underWay = Promise.resolve(); // the event sent last
 let leaving = false;
 
+const kDisplayWidth = 390; // points
+
 const mayOpen = (address) => /^(https?:\/\/|mailto:)/i.test(address);
 
 async function send(event) {
@@ -57,17 +59,20 @@ function change(key, center) {
   byId("center-done").hidden = !center || center.closesItself;
   byId("print").disabled = !center;
   setText(byId("phone-title"), center ? "Privacy" : "Harbour Weekly");
+  byId("phone-application").hidden = !center;
   if (hadFocus && !center) byId("phone").querySelector(".sheet:not([hidden]) [data-open]").focus();
 }
 
 export function wirePhone() {
   for (const button of document.querySelectorAll("[data-open]"))
     button.addEventListener("click", () => act("center/open", {
-      width: byId("display").clientWidth,
+      width: kDisplayWidth,
       first: Number(byId("first").value),
       pushed: byId("how").value === "push",
     }));
   byId("center-done").addEventListener("click", leave);
+  new ResizeObserver(([{ contentRect }]) =>
+    byId("center").style.setProperty("--scale", contentRect.width / kDisplayWidth)).observe(byId("display"));
   byId("print").addEventListener("click", () => frame().contentWindow.print());
 }
 
