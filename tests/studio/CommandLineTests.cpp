@@ -26,6 +26,8 @@ TEST(StudioCommandLine, WhatCannotBeUsedIsOneLineAndStatusTwo) {
         {"--config", directory / ""},
         {"--config", writeFile(directory / "cut.json", "{\"information\": {")},
         {"--config", writeFile(directory / "array.json", "[1]")},
+        {"--config",
+         writeFile(directory / "mark.json", "\xEF\xBB\xBF{\"information\": {\"version\": 1}}")},
     };
     for (const std::vector<std::string>& options : unusable) {
         SCOPED_TRACE(options.back());

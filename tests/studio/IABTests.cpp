@@ -105,7 +105,8 @@ TEST(StudioIAB, RestrictionsShipWithTheApplication) {
                                   {"PurposeId":7,"RestrictionType":2,"Vendors":[16]}])"));
     }
     for (const auto& [unusable, problem] :
-         {std::pair("{\n  oops }", "line 2, column 3"), std::pair("[]", "must be an object")}) {
+         {std::pair("{\n  oops }", "line 2, column 3"), std::pair("[]", "must be an object"),
+          std::pair("\xEF\xBB\xBF{}", "byte order mark")}) {
         const std::string error = studio.post("restrictions", unusable).value("error", "");
         EXPECT_NE(error.find(problem), std::string::npos) << error;
     }
@@ -232,6 +233,7 @@ TEST(StudioIAB, AFileThatIsNoVendorListSaysWhy) {
     const std::string start = R"({"vendorListVersion":1,"purposes":{},"specialFeatures":{})";
     const std::pair<std::string, const char*> cases[] = {
         {"{\n  oops }", "line 2, column 3"},
+        {"\xEF\xBB\xBF{}", "byte order mark"},
         {"[]", "a vendor list is an object"},
         {R"({"vendorListVersion":"3"})", "/vendorListVersion: "},
         {R"({"vendorListVersion":0})", "/vendorListVersion: "},

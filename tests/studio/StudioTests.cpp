@@ -117,6 +117,7 @@ TEST(Studio, APublishedVersionReachesTheNextLaunch) {
     }
     const std::pair<std::string, const char*> unusable[] = {
         {"{\n  oops }", "line 2, column 3"},
+        {"\xEF\xBB\xBF" + sample.dump(), "byte order mark"},
         {"[]", "\"information\""},
         {"{\"information\": 1}", "\"information\""},
         {std::string(1'000'000, '['), "nested too deeply"},

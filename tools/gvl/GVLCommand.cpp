@@ -52,6 +52,13 @@ void checkFiles(const std::vector<std::string>& files, bool json) {
         throw CLI::RuntimeError(1);
 }
 
+void printList(const std::string& list) {
+    if (list.size() > lint::kLargestDocument)
+        std::cerr << "vxprivacy gvl: no application takes this list: it has " << (list.size() >> 20)
+                  << " MiB, and may have " << (lint::kLargestDocument >> 20) << '\n';
+    std::cout << list << '\n';
+}
+
 } // namespace
 
 void addGVL(CLI::App& app) {
@@ -79,7 +86,7 @@ void addGVL(CLI::App& app) {
             throw CLI::RequiredError("--vendors or a vendor list");
         if (*files)
             return checkFiles(arguments->files, arguments->json);
-        std::cout << gvl::generate(arguments->vendors, arguments->seed).dump() << '\n';
+        printList(gvl::generate(arguments->vendors, arguments->seed).dump());
     });
 }
 

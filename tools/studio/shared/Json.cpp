@@ -8,6 +8,7 @@ namespace vx::tools::studio {
 namespace {
 
 constexpr int kDeepest = 200;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // which the library would skip
 
 bool refuseDepth(int depth, Json::parse_event_t, Json&) {
     if (depth > kDeepest)
@@ -24,6 +25,9 @@ std::string withoutCode(const std::string& message) {
 } // namespace
 
 Result<Json> parsed(std::string_view text) {
+    if (text.starts_with(kByteOrderMark))
+        return Problem{"line 1, column 1: the text begins with a byte order mark, with which no "
+                       "application takes it; save it in UTF-8 without one"};
     try {
         return Json::parse(text, refuseDepth);
     } catch (const std::exception& error) {
