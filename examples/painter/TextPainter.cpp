@@ -146,9 +146,9 @@ TextPainter::Block TextPainter::container(vx::View& view, std::size_t width, vx:
             room = std::min(room, std::max<std::size_t>(lettersOf(*column.size.exact), 1));
         const Block content = block(plan, i, room, following);
         std::size_t& top = tops[item.row.first];
-        if (item.view->row() &&
-            item.view->row().get() != std::exchange(row, item.view->row().get()))
-            top = std::max(top, picture.size() + 1); // a line between what does not belong together
+        const vx::Row* its = item.view->row().get();
+        if (its && its != std::exchange(row, its) && item.view->kind() == vx::View::Kind::View)
+            top = std::max(top, picture.size() + 1); // a line before each row with controls
         draw(picture, content, left + indent(item, room, std::min(widthOf(content), room)), top);
         for (std::size_t below = item.row.last; below < tops.size(); ++below)
             tops[below] = std::max(tops[below], top + content.size());
