@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "tests/iab/IABApplication.h"
-#include "tools/recording/DocumentTexts.h"
-#include "tools/recording/RecordingDoors.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/platform/core/Runtime.h"
 #include "vxprivacy/services/iab/Decoder.h"
+#include "vxprivacy/testing/DocumentTexts.h"
+#include "vxprivacy/testing/RecordingDoors.h"
 
 // The profile of the framework in force, from a consent dictionary to the string and the keys.
 
