@@ -7,6 +7,7 @@ import { mkdtemp, readFile, rm } from "node:fs/promises";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { open } from "./browser.mjs";
+import { expectReplay } from "./replay.mjs";
 
 const axe = await readFile(createRequire(import.meta.url).resolve("axe-core/axe.min.js"), "utf8");
 
@@ -17,14 +18,22 @@ export async function openStudio(t, options = { width: 1280, height: 800 }, args
   const studio = spawn(process.env.VXPRIVACY,
     ["studio", "--no-browser", "--port", "0", "--store", join(directory, "store.sqlite"), ...args],
     { stdio: ["ignore", "pipe", "inherit"] });
+  let address;
   t.after(async () => {
-    const ended = new Promise((resolve) => studio.once("exit", resolve));
-    studio.kill();
-    await ended;
-    await rm(directory, { recursive: true });
+    try {
+      if (address) await expectReplay(address);
+    } finally {
+      const ended = new Promise((resolve) => studio.once("exit", resolve));
+      studio.kill();
+      await ended;
+      await rm(directory, { recursive: true });
+    }
   });
   for await (const line of createInterface(studio.stdout))
-    if (line.trim().startsWith("page ")) return open(t, line.trim().split(/ +/)[1], options);
+    if (line.trim().startsWith("page ")) {
+      address = line.trim().split(/ +/)[1];
+      return open(t, address, options);
+    }
 }
 
 /// axe finds nothing, and nothing runs out sideways.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 #include "tools/studio/application/StudioReport.h"
@@ -30,6 +31,22 @@ void reportTap(const Button& button) {
     report("screen", (row.empty() ? "" : row + ": ") + button.title() + " tapped");
 }
 
+Json presenting(Mode mode, const Presentation& presentation) {
+    if (mode == Mode::Category)
+        return {{"do", "present"}, {"center", "category"}};
+    return {{"do", "present"},
+            {"center", "iab"},
+            {"first", presentation.first},
+            {"how", presentation.pushed ? "push" : "modal"}};
+}
+
+std::optional<std::string> nameOf(const View& view, const ViewsDictionary& names) {
+    for (const auto& [name, named] : names)
+        if (named.get() == &view)
+            return name;
+    return {};
+}
+
 Json changes(const ShownCenter::Choices& before, const ShownCenter::Choices& after) {
     ShownCenter::Choices changes;
     std::ranges::set_difference(after, before, std::inserter(changes, changes.end()));
@@ -38,11 +55,12 @@ Json changes(const ShownCenter::Choices& before, const ShownCenter::Choices& aft
 
 } // namespace
 
-CenterDisplay::CenterDisplay() {
+CenterDisplay::CenterDisplay(SessionSteps& steps) : steps_(steps) {
     navigation_.pushViewController(application_);
 }
 
 void CenterDisplay::present(Mode mode, const Presentation& presentation) {
+    steps_.step(presenting(mode, presentation));
     report("screen", "Privacy center opened");
     center_ = mode == Mode::IAB ? iabCenter(presentation.first) : categoryCenter();
     ViewController& controller = center_->controller();
@@ -58,23 +76,35 @@ void CenterDisplay::present(Mode mode, const Presentation& presentation) {
     surface_->whenTouched([this](View& view) { touched(view); });
     surface_->whenLaidOut([&controller] { controller.viewDidAppear(true); });
     ++number_;
+    reading_ = {};
+    steps_.step({{"do", "screen"}});
 }
 
 void CenterDisplay::dismiss() {
+    steps_.step({{"do", "dismiss"}});
+    leave();
+}
+
+void CenterDisplay::leave() {
     report("screen", "Privacy center left, the choices are saved", center_->choices());
     center_->controller().viewWillDisappear(true);
     surface_.reset();
     center_.reset();
     closed_ = false;
+    steps_.step({{"do", "screen"}});
 }
 
 std::string CenterDisplay::dispatch(std::string_view event) {
+    event_ = web::eventIn(event);
     std::string patch = surface_->dispatch(event);
+    tellScrolling();
+    if (std::exchange(tapped_, false))
+        steps_.step({{"do", "screen"}});
     for (const std::string& address : std::exchange(opened_, {}))
         report("screen", (web::mayOpen(address) ? "Opens " : "Does not open ") + address);
     reportSwitching();
     if (closed_)
-        dismiss();
+        leave();
     return patch;
 }
 
@@ -105,22 +135,64 @@ void CenterDisplay::viewControllerPopped(ViewController&, bool) {
 
 // A tap is reported before where it leads, a switch with the choices that it makes.
 void CenterDisplay::touched(View& view) {
+    tellTouch(view);
     visit(view, Overloaded{[this](Switch& control) {
                                switched_ =
                                    std::static_pointer_cast<Switch>(control.shared_from_this());
                                before_ = center_->choices();
                            },
-                           [](const Button& button) {
-                               if (button.enabled())
-                                   reportTap(button);
+                           [this](const Button& button) {
+                               if (!button.enabled())
+                                   return;
+                               reportTap(button);
+                               tapped_ = true;
                            },
                            [](const View&) {}});
 }
 
+// A switch that is told to stand as it stood does all the same what it carries: as after two taps.
+void CenterDisplay::tellTouch(View& view) {
+    const auto name = nameOf(view, center_->names());
+    if (!name)
+        return steps_.remark("a tap on a view that has no layout name");
+    const Json tap = {{"do", "tap"}, {"name", *name}};
+    visit(view, Overloaded{[&](const Switch& control) {
+                               if (event_.kind == web::Event::Kind::Set && control.on() == event_.on)
+                                   steps_.step(tap);
+                               steps_.step(tap);
+                           },
+                           [&](const Label& label) {
+                               if (!label.link())
+                                   steps_.step(tap);
+                               else if (event_.character)
+                                   steps_.step({{"do", "tapText"},
+                                                {"name", *name},
+                                                {"index", *event_.character}});
+                           },
+                           [&](const View&) { steps_.step(tap); }});
+}
+
+// What it causes is never told of.
+void CenterDisplay::tellScrolling() {
+    const ScrollView* popup = center_->popup();
+    if (!popup || popup->contentHeight() == 0)
+        return;
+    const Reading reading = {std::max(popup->contentOffset().y, reading_.y), popup->frameHeight(),
+                             popup->contentHeight()};
+    if (std::exchange(reading_, reading) != reading)
+        steps_.step({{"do", "scroll"},
+                     {"y", reading.y},
+                     {"frameHeight", reading.frameHeight},
+                     {"contentHeight", reading.contentHeight}});
+}
+
 void CenterDisplay::reportSwitching() {
-    if (const auto control = std::exchange(switched_, nullptr))
-        report("screen", rowOf(*control) + (control->on() ? " switched on" : " switched off"),
-               changes(before_, center_->choices()));
+    const auto control = std::exchange(switched_, nullptr);
+    if (!control)
+        return;
+    report("screen", rowOf(*control) + (control->on() ? " switched on" : " switched off"),
+           changes(before_, center_->choices()));
+    steps_.step({{"do", center_->choicesQuestion()}});
 }
 
 } // namespace vx::tools::studio

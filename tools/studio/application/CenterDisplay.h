@@ -6,9 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "tools/studio/application/SessionSteps.h"
 #include "tools/studio/application/ShownCenter.h"
 #include "tools/studio/shared/Json.h"
 #include "tools/studio/shared/Protocol.h"
+#include "vxprivacy/hosts/web/Event.h"
 #include "vxprivacy/hosts/web/WebSurface.h"
 #include "vxprivacy/platform/ui/Application.h"
 #include "vxprivacy/platform/ui/Controls.h"
@@ -19,7 +21,8 @@ namespace vx::tools::studio {
 /// Addresses open in the user's browser, through that page. Reports what the user does there.
 class CenterDisplay : public vx::Application, private ViewControllerDelegate {
 public:
-    CenterDisplay();
+    /// Tells `steps`, which must outlive it, what is done to the center.
+    explicit CenterDisplay(SessionSteps& steps);
 
     bool shows() const { return surface_ != nullptr; }
     /// Shows a new center, of the configuration as it is now. One that was shown must be dismissed
@@ -46,20 +49,33 @@ public:
 private:
     void viewControllerDismissed(ViewController& controller, bool animated) override;
     void viewControllerPopped(ViewController& controller, bool animated) override;
+    void leave();
     void touched(View& view);
+    void tellTouch(View& view);
+    void tellScrolling();
     void reportSwitching();
 
+    SessionSteps& steps_;
     // The application's own screens, over which a center is put or onto which it is pushed.
     ViewController application_;
     NavigationController navigation_;
     std::unique_ptr<ShownCenter> center_;
     std::unique_ptr<web::WebSurface> surface_;
     // By the event under way.
+    web::Event event_;
     bool closed_ = false; // itself
+    bool tapped_ = false;
     std::vector<std::string> opened_;
     std::shared_ptr<Switch> switched_;
     ShownCenter::Choices before_; // that was switched
     std::uint64_t number_ = 0;
+    // How far the popup's reader has come, and of how much.
+    struct Reading {
+        double y = 0;
+        double frameHeight = 0;
+        double contentHeight = 0;
+        bool operator==(const Reading&) const = default;
+    } reading_;
 };
 
 } // namespace vx::tools::studio

@@ -20,10 +20,13 @@ Json object(const Dictionary& dictionary) {
 } // namespace
 
 void ReportingLogger::log(std::string_view message, int level) {
-    report({{"kind", "log"}, {"title", message}, {"level", level}});
+    if (before_)
+        before_();
+    report({{"kind", "log"}, {"title", message}, {"level", level}, {"source", source_}});
 }
 
 void ReportingNotifications::post(const Notification& notification) {
+    before_();
     report("notification", notification.name,
            notification.userInfo ? Json(object(*notification.userInfo)) : nullptr);
     NotificationCenter::post(notification);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -13,14 +14,27 @@
 
 namespace vx::tools::studio {
 
+/// Says with each line whose it is.
 class ReportingLogger : public Logger {
 public:
+    /// `source` is "engine" or "services"; `before` is called before each line.
+    explicit ReportingLogger(std::string source, std::function<void()> before = nullptr)
+        : source_(std::move(source)), before_(std::move(before)) {}
     void log(std::string_view message, int level) override;
+
+private:
+    const std::string source_;
+    const std::function<void()> before_;
 };
 
 class ReportingNotifications : public NotificationCenter {
 public:
+    /// `before` is called before each notification.
+    explicit ReportingNotifications(std::function<void()> before) : before_(std::move(before)) {}
     void post(const Notification& notification) override;
+
+private:
+    const std::function<void()> before_;
 };
 
 class ReportingCallbacks : public VXPrivacyCallbacks {
@@ -48,6 +62,20 @@ public:
 
 private:
     std::chrono::milliseconds offset_{0};
+};
+
+/// Another clock, read once for all that is done in one go: what the engine does at one moment can
+/// be played again at one moment.
+class TurnClock : public Clock {
+public:
+    /// `clock` must outlive it.
+    explicit TurnClock(const Clock& clock) : clock_(clock), now_(clock.nowMilliseconds()) {}
+    std::uint64_t nowMilliseconds() const override { return now_; }
+    void readAgain() { now_ = clock_.nowMilliseconds(); }
+
+private:
+    const Clock& clock_;
+    std::uint64_t now_;
 };
 
 } // namespace vx::tools::studio

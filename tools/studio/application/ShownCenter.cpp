@@ -6,6 +6,7 @@
 #include "vxprivacy/engine/ConsentEntry.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/iab_center/VXPopUpContentView.h"
 #include "vxprivacy/platform/foundation/Text.h"
 #include "vxprivacy/platform/ui/ViewKinds.h"
 
@@ -26,6 +27,9 @@ public:
         return choices;
     }
 
+    const char* choicesQuestion() const override { return "screen"; }
+    const ViewsDictionary& names() const override { return center_.viewsDictionary(); }
+    const ScrollView* popup() const override { return nullptr; }
     std::optional<std::string> leaveText() const override { return center_.getSaveButtonText(); }
     bool closesItself() const override { return false; }
 
@@ -42,6 +46,18 @@ public:
     Choices choices() const override {
         const auto& saved = center_.savedConsent();
         return {saved.begin(), saved.end()};
+    }
+
+    const char* choicesQuestion() const override { return "model"; }
+
+    const ViewsDictionary& names() const override {
+        const auto& screen = center_.currentScreen();
+        return screen ? screen->viewsDictionary() : center_.viewsDictionary();
+    }
+
+    const ScrollView* popup() const override {
+        const auto& popup = center_.popupContentView();
+        return popup && popup == center_.currentScreen() ? popup->scrollView().get() : nullptr;
     }
 
     std::optional<std::string> leaveText() const override { return {}; }

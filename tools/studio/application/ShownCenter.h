@@ -6,7 +6,9 @@
 #include <optional>
 #include <string>
 
+#include "vxprivacy/platform/ui/ScrollView.h"
 #include "vxprivacy/platform/ui/ViewController.h"
+#include "vxprivacy/platform/ui/VisualFormat.h"
 
 namespace vx::tools::studio {
 
@@ -19,6 +21,12 @@ public:
     /// What leaving now would save, by key.
     using Choices = std::map<std::string, std::string>;
     virtual Choices choices() const = 0;
+    /// What `vxprivacy play` is asked to tell them.
+    virtual const char* choicesQuestion() const = 0;
+    /// The views of the screen shown now, by layout name.
+    virtual const ViewsDictionary& names() const = 0;
+    /// The scroll view of the popup, while that is shown; else null.
+    virtual const ScrollView* popup() const = 0;
     /// What leaving is called; nothing where the center has no word for it, or its own buttons.
     virtual std::optional<std::string> leaveText() const = 0;
     /// Whether the user leaves by the center's own buttons alone.

@@ -29,4 +29,19 @@ Json storedState(const std::filesystem::path& store) {
     return state;
 }
 
+std::map<std::string, std::string> storedDocuments(const std::filesystem::path& store) {
+    std::map<std::string, std::string> documents;
+    try {
+        SQLite::Database file(store.string(), SQLite::OPEN_READONLY);
+        SQLite::Statement rows(file, "SELECT name, text FROM documents");
+        while (rows.executeStep()) {
+            const std::string name = rows.getColumn(0).getString(); // "12/5/privacy"
+            documents[name.substr(name.rfind('/') + 1)] = rows.getColumn(1).getString();
+        }
+    } catch (const SQLite::Exception&) {
+        return documents; // as above
+    }
+    return documents;
+}
+
 } // namespace vx::tools::studio

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
+#include <string>
 
 #include "tools/studio/shared/Json.h"
 
@@ -9,5 +11,7 @@ namespace vx::tools::studio {
 /// What a store's file holds at this moment, read from the file itself: "entries", pairs of key and
 /// value by key, and "waitingBeacons". Empty while there is no file to read.
 Json storedState(const std::filesystem::path& store);
+/// The documents that it keeps, by file name.
+std::map<std::string, std::string> storedDocuments(const std::filesystem::path& store);
 
 } // namespace vx::tools::studio

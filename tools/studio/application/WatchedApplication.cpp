@@ -15,6 +15,11 @@ namespace {
 
 using std::chrono::milliseconds;
 
+constexpr const char* kUserAgent = "HarbourWeekly/1.0 (VXPrivacy studio)";
+// As the engine asks for them.
+constexpr const char* kCallbacks[] = {"consentUpdated:", "consentOutdated:",
+                                      "significantChangesInPrivacy:", "consentCategoryChanged:"};
+
 void reportHit(std::string_view name, bool sent, const Json& data) {
     report("hit", std::string(name) + (sent ? " sent" : " dropped"),
            {{"name", name}, {"sent", sent}, {"data", data}});
@@ -36,35 +41,47 @@ void reportSent(const services::TagSDK::Hit& hit) {
 } // namespace
 
 WatchedApplication::WatchedApplication(const Launch& launch, const system::WakeUp& wakeUp)
-    : store_(launch.store), services_(settings(launch)), runtime_(doors(launch.mode)),
+    : store_(launch.store), services_(begin(launch)), runtime_(doors(launch.mode)),
       sdk_(std::make_shared<services::TagSDK>(notifications_, reportSent)),
       callbacks_(std::make_shared<ReportingCallbacks>(launch.cause)),
       tcString_(launch.tcStringBefore) {
     services_.setWakeUp([&wakeUp] { wakeUp.signal(); });
     VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
+    steps_.step({{"do", "registerCallback"}, {"answers", kCallbacks}});
     engine.registerCallback(callbacks_);
+    steps_.step({{"do", "setSiteID"}, {"siteID", launch.site}, {"privacyID", launch.privacy}});
     engine.setSiteID(launch.site, launch.privacy, sdk_);
     if (launch.mode == Mode::IAB)
         setUpIAB(launch);
 }
 
 Reply WatchedApplication::perform(const Command& command) {
+    turn_.readAgain();
     VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
-    if (command.name == command::kAccept)
+    if (command.name == command::kAccept) {
+        steps_.step({{"do", "acceptAllConsent"}});
         engine.acceptAllConsent();
-    else if (command.name == command::kRefuse)
+    } else if (command.name == command::kRefuse) {
+        steps_.step({{"do", "refuseAllConsent"}});
         engine.refuseAllConsent();
-    else if (command.name == command::kHit)
+    } else if (command.name == command::kHit)
         sendHit(command.argument.get<std::string>());
     else if (command.name == command::kMoveClock)
         moveClock(milliseconds(command.argument.get<std::int64_t>()));
     else if (command.name == command::kPublisherTC)
-        engine.setGeneratePublisherTC(command.argument.get<bool>());
+        setPublisherTC(command.argument.get<bool>());
     else if (command.name == command::kLanguage)
         return setLanguage(command.argument.get<std::string>());
     else
         return performOnDisplay(command);
     return std::string();
+}
+
+void WatchedApplication::poll() {
+    turn_.readAgain();
+    steps_.lookForDocuments(); // what was registered meanwhile
+    services_.poll();
+    steps_.lookForDocuments();
 }
 
 void WatchedApplication::reportState() {
@@ -79,8 +96,11 @@ void WatchedApplication::reportState() {
     reported_ = std::move(state);
 }
 
-services::Settings WatchedApplication::settings(const Launch& launch) {
+// The settings of services that are about to open the store.
+services::Settings WatchedApplication::begin(const Launch& launch) {
     clock_.setOffset(launch.clockOffset);
+    turn_.readAgain();
+    steps_.launch(launch, kUserAgent);
     services::Settings settings;
     settings.store = store_;
     settings.packaged = launch.packaged;
@@ -89,27 +109,38 @@ services::Settings WatchedApplication::settings(const Launch& launch) {
         settings.hosts = {.configurationCDN = launch.host,
                           .vendorList = launch.host,
                           .consentCollector = launch.host};
-    settings.userAgent = "HarbourWeekly/1.0 (VXPrivacy studio)";
-    settings.logger = &logger_;
+    settings.userAgent = kUserAgent;
+    settings.logger = &servicesLogger_;
     settings.clock = &clock_;
     settings.notifications = &notifications_;
     return settings;
 }
 
 Platform WatchedApplication::doors(Mode mode) {
-    Platform platform = services_.platform();
-    platform.application = &display_;
+    const Platform platform = services_.platform();
     if (mode == Mode::IAB)
-        platform.iab = &iab_.emplace(platform.store, platform.logger);
-    return platform;
+        iab_.emplace(platform.store, servicesLogger_);
+    return {.store = platform.store,
+            .documents = platform.documents,
+            .notifications = platform.notifications,
+            .logger = logger_,
+            .clock = turn_,
+            .coreVariables = platform.coreVariables,
+            .predefinedVariables = platform.predefinedVariables,
+            .hosts = platform.hosts,
+            .iab = iab_ ? &*iab_ : nullptr,
+            .application = &display_};
 }
 
 void WatchedApplication::setUpIAB(const Launch& launch) {
-    VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
-    engine.setGeneratePublisherTC(launch.publisherTC);
-    engine.setLanguage(launch.language);
-    if (!launch.packaged.empty())
-        engine.useCustomPublisherRestrictions();
+    if (launch.publisherTC)
+        setPublisherTC(true);
+    if (!launch.language.empty())
+        useLanguage(launch.language);
+    if (launch.packaged.empty())
+        return;
+    steps_.step({{"do", "useCustomPublisherRestrictions"}});
+    VXMobilePrivacy::sharedInstance().useCustomPublisherRestrictions();
 }
 
 Reply WatchedApplication::performOnDisplay(const Command& command) {
@@ -133,8 +164,18 @@ Reply WatchedApplication::performOnDisplay(const Command& command) {
 Reply WatchedApplication::setLanguage(const std::string& code) {
     if (!VXMobilePrivacy::supportsLanguage(code))
         return Problem{"the engine knows no language \"" + code + '"'};
-    VXMobilePrivacy::sharedInstance().setLanguage(code);
+    useLanguage(code);
     return std::string();
+}
+
+void WatchedApplication::useLanguage(const std::string& code) {
+    steps_.step({{"do", "setLanguage"}, {"code", code}});
+    VXMobilePrivacy::sharedInstance().setLanguage(code);
+}
+
+void WatchedApplication::setPublisherTC(bool on) {
+    steps_.step({{"do", "set"}, {"generatePublisherTC", on}});
+    VXMobilePrivacy::sharedInstance().setGeneratePublisherTC(on);
 }
 
 void WatchedApplication::sendHit(const std::string& name) {
@@ -145,6 +186,8 @@ void WatchedApplication::sendHit(const std::string& name) {
 // As an application that comes to the foreground after a long time does.
 void WatchedApplication::moveClock(milliseconds offset) {
     clock_.setOffset(offset);
+    turn_.readAgain();
+    steps_.step({{"do", "checkConsentValidity"}});
     VXMobilePrivacy::sharedInstance().checkConsentValidity();
 }
 

@@ -8,6 +8,7 @@
 
 #include "tools/studio/application/CenterDisplay.h"
 #include "tools/studio/application/ReportingDoors.h"
+#include "tools/studio/application/SessionSteps.h"
 #include "tools/studio/application/TCStringView.h"
 #include "tools/studio/application/VendorListView.h"
 #include "tools/studio/shared/Protocol.h"
@@ -29,24 +30,29 @@ public:
 
     Reply perform(const Command& command);
     /// Does what the services have waiting for this thread.
-    void poll() { services_.poll(); }
+    void poll();
     /// Reports how things stand, as far as that is not as it was.
     void reportState();
 
 private:
-    services::Settings settings(const Launch& launch);
+    services::Settings begin(const Launch& launch);
     Platform doors(Mode mode);
     void setUpIAB(const Launch& launch);
     Reply performOnDisplay(const Command& command);
     Reply setLanguage(const std::string& code);
+    void useLanguage(const std::string& code);
+    void setPublisherTC(bool on);
     void sendHit(const std::string& name);
     void moveClock(std::chrono::milliseconds offset);
 
     const std::filesystem::path store_;
-    ReportingLogger logger_;
-    ReportingNotifications notifications_;
     MovableClock clock_;
-    CenterDisplay display_;
+    TurnClock turn_{clock_}; // the engine's
+    SessionSteps steps_{turn_};
+    ReportingLogger logger_{"engine", [this] { steps_.lookForDocuments(); }};
+    ReportingLogger servicesLogger_{"services"};
+    ReportingNotifications notifications_{[this] { steps_.lookForDocuments(); }};
+    CenterDisplay display_{steps_};
     services::Services services_;
     std::optional<services::TCFLibrary> iab_; // in IAB mode
     Runtime runtime_;

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tools/studio/page/PageFiles.h"
 #include "tools/studio/server/Actions.h"
@@ -35,6 +36,13 @@ std::string asArray(const EventStream::Entries& entries) {
         text += entry->text;
     }
     return text + "\n]\n";
+}
+
+void answerScript(httplib::Response& response, Reply script) {
+    if (!script)
+        return answerError(response, 409, script.problem());
+    response.set_header("Content-Disposition", "attachment; filename=\"session.jsonl\"");
+    answerText(response, std::move(*script), "text/plain; charset=utf-8");
 }
 
 } // namespace
@@ -82,6 +90,9 @@ void PageServer::addQueries(httplib::Server& server) {
            [this](const httplib::Request& request, httplib::Response& response) {
                channel_.serve(request, response);
            });
+    addGet(server, "/api/session", [this](const httplib::Request&, httplib::Response& response) {
+        answerScript(response, session_.script());
+    });
     // These are posted as well.
     server.Get("/api/configuration", [this](const httplib::Request&, httplib::Response& response) {
         answerText(response, session_.published().text, "application/json");

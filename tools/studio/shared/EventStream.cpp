@@ -66,6 +66,11 @@ void EventStream::append(const std::string& kind, const std::string& title, Json
     append({{"kind", kind}, {"title", title}, {"body", std::move(body)}});
 }
 
+std::uint64_t EventStream::lastEntry() const {
+    const std::lock_guard lock(mutex_);
+    return lastEntry_;
+}
+
 void EventStream::setState(const std::string& section, Json value) {
     const std::lock_guard lock(mutex_);
     state_[section] = std::move(value);

@@ -47,6 +47,8 @@ public:
     /// `kMostBytes`.
     void append(Json entry);
     void append(const std::string& kind, const std::string& title, Json body = nullptr);
+    /// The number of the last entry; 0 before the first.
+    std::uint64_t lastEntry() const;
     /// Sets one section of the state.
     void setState(const std::string& section, Json value);
     /// Sets those members of a section that `changes` has.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "tools/studio/shared/EventStream.h"
+#include "tools/studio/world/SessionRecord.h"
 
 namespace vx::tools::studio {
 
@@ -107,7 +108,12 @@ void ApplicationProcess::take(std::string_view line) {
     Result<Json> report = parsed(line);
     const std::string kind = report && report->is_object() ? report->value("kind", "") : "";
     if (kind == kind::kState) {
+        data_.look((*report)["body"]);
         events_.updateState("application", (*report)["body"]);
+    } else if (kind == kind::kLaunch) {
+        record_.launched(std::move((*report)["body"]));
+    } else if (kind == kind::kStep) {
+        record_.add((*report)["body"]);
     } else if (kind == kind::kDone) {
         const std::lock_guard lock(mutex_);
         const auto awaited = awaited_.find(report->value("id", std::uint64_t{0}));

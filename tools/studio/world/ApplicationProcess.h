@@ -11,19 +11,22 @@
 #include <string_view>
 
 #include "tools/studio/shared/Protocol.h"
+#include "tools/studio/world/DataWatch.h"
 #include "tools/system/ChildProcess.h"
 
 namespace vx::tools::studio {
 
 class EventStream;
+class SessionRecord;
 
 /// The application, a process of its own: started, told what to do, ended. What it reports goes
-/// into the stream: its state as section "application", whether it runs as section "process", all
-/// else as entries of the timeline. Any thread may call; to end or kill the process ends what
+/// into the stream: its state as section "application", whether it runs as section "process", what
+/// is to be played again into the record, all else as entries of the timeline. Any thread may call; to end or kill the process ends what
 /// others wait for.
 class ApplicationProcess {
 public:
-    explicit ApplicationProcess(EventStream& events) : events_(events) {}
+    ApplicationProcess(EventStream& events, SessionRecord& record)
+        : events_(events), record_(record), data_(events, record) {}
     ~ApplicationProcess() { close(); }
 
     /// Starts a new process (the one before has ended) and returns when the engine has started.
@@ -47,6 +50,8 @@ private:
     void reportProcess();
 
     EventStream& events_;
+    SessionRecord& record_;
+    DataWatch data_;
     std::mutex mutex_; // guards what follows
     std::condition_variable answered_;
     Process process_;

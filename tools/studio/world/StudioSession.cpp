@@ -31,7 +31,7 @@ StudioSession::StudioSession(const WorldOptions& options, Installations installa
                                       {"file", options.gvl.string()}}),
       started_(currentTime()), events_(events), installations_(std::move(installations)),
       mode_(options.mode), backend_(options.site, options.privacy, std::move(vendorList), events),
-      application_(events) {
+      record_(events), application_(events, record_) {
     reportSession();
     reportCode();
     events_.setState("clock", {{"offset", 0}});

@@ -12,6 +12,7 @@
 #include "tools/studio/world/Backend.h"
 #include "tools/studio/world/Installation.h"
 #include "tools/studio/world/ServedVendorList.h"
+#include "tools/studio/world/SessionRecord.h"
 #include "tools/studio/world/WorldOptions.h"
 
 namespace vx::tools::studio {
@@ -74,6 +75,9 @@ public:
     /// Ships `text` with it, or none where that is blank, and launches it anew.
     Reply shipRestrictions(const std::string& text);
 
+    /// The session so far, for `vxprivacy play`; a problem when it grew too long to be kept.
+    Reply script() const { return record_.script(); }
+
     /// The published configuration; not that of the real hosts.
     Edition published() const;
     /// The sample configuration for the mode.
@@ -119,6 +123,7 @@ private:
     bool publisherTC_ = false;
     std::uint64_t shipped_ = 0; // documents of restrictions
     Backend backend_;
+    SessionRecord record_;
     ApplicationProcess application_;
     std::chrono::milliseconds clockOffset_{0};
 };

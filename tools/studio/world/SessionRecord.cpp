@@ -1,0 +1,104 @@
+#include "tools/studio/world/SessionRecord.h"
+
+#include <utility>
+
+#include "tools/studio/shared/EventStream.h"
+#include "tools/studio/world/SessionScript.h"
+
+namespace vx::tools::studio {
+
+namespace {
+
+constexpr const char* kSDKIdentifier = "VXSDKIdentifier";
+
+// The module's own: the IAB library of a played session has a store of its own.
+Json moduleEntries(const Json& entries) {
+    Json store = Json::object();
+    for (const Json& entry : entries)
+        if (const auto& key = entry[0].get_ref<const std::string&>();
+            key != kSDKIdentifier && !key.starts_with("IABTCF_"))
+            addMember(store, key, entry[1]);
+    return store;
+}
+
+std::string sdkIdentifierIn(const Json& entries) {
+    for (const Json& entry : entries)
+        if (entry[0] == kSDKIdentifier)
+            return entry[1].get<std::string>();
+    return "";
+}
+
+Json worldOf(const Json& start) {
+    Json world = {{"do", "world"},
+                  {"now", start["now"]},
+                  {"iab", start["iab"]},
+                  {"width", Presentation().width},
+                  {"store", moduleEntries(start["store"])},
+                  {"files", start["files"]},
+                  {"coreVariables", {{"kVXPredefinedVariable_UserAgent", start["userAgent"]}}}};
+    if (start["createdDate"] != "")
+        world["createdDate"] = start["createdDate"];
+    return world;
+}
+
+std::string dumped(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+} // namespace
+
+void SessionRecord::launched(Json start) {
+    const std::lock_guard lock(mutex_);
+    const bool isContinued = !chapters_.empty() && iab_ == start["iab"] &&
+                             store_ == start["store"] && files_ == start["files"];
+    chapters_.push_back({.number = ++launches_,
+                         .after = events_.lastEntry(),
+                         .isContinued = isContinued,
+                         .now = start["now"].get<std::uint64_t>(),
+                         .world = dumped(worldOf(start)),
+                         .sdkIdentifier = sdkIdentifierIn(start["store"]),
+                         .steps = {}});
+    iab_ = start["iab"] == true;
+    store_ = std::move(start["store"]);
+    files_ = std::move(start["files"]);
+    add(chapters_.back().world.size());
+}
+
+void SessionRecord::add(const Json& step) {
+    const std::lock_guard lock(mutex_);
+    if (chapters_.empty())
+        return;
+    if (step.is_object() && step.value("do", "") == "install")
+        files_[step.value("name", "")] = step["text"];
+    std::string line = step.is_string() ? "# " + step.get<std::string>() : dumped(step);
+    const std::size_t size = sizeof(Step) + line.size();
+    chapters_.back().steps.push_back({events_.lastEntry(), std::move(line)});
+    add(size);
+}
+
+// Without a world that it begins with a session cannot be played: launches go whole.
+void SessionRecord::add(std::size_t bytes) {
+    chapters_.back().bytes += bytes;
+    bytes_ += bytes;
+    while (bytes_ > kMostBytes) {
+        bytes_ -= chapters_.front().bytes;
+        chapters_.pop_front();
+    }
+}
+
+void SessionRecord::stored(const Json& entries) {
+    const std::lock_guard lock(mutex_);
+    store_ = entries;
+    if (!chapters_.empty())
+        chapters_.back().sdkIdentifier = sdkIdentifierIn(entries);
+}
+
+Reply SessionRecord::script() const {
+    const std::lock_guard lock(mutex_);
+    if (chapters_.empty())
+        return Problem{"the session since the last launch is longer than what is kept of one, "
+                       "8 MiB: relaunch the application to begin anew"};
+    return sessionScript(chapters_, events_.entriesAfter(0));
+}
+
+} // namespace vx::tools::studio

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "tools/studio/shared/Json.h"
+#include "tools/studio/shared/Protocol.h"
+
+namespace vx::tools::studio {
+
+class EventStream;
+
+/// What was done to the application, launch by launch, for `vxprivacy play` to do again. Any
+/// thread may call.
+class SessionRecord {
+public:
+    /// One step, or a comment for what is none.
+    struct Step {
+        std::uint64_t after = 0; ///< the last entry of the timeline before it
+        std::string line;
+    };
+    /// From a process's start to its end.
+    struct Chapter {
+        std::uint64_t number = 0; ///< 1, 2, ...
+        std::uint64_t after = 0;  ///< as of a step
+        /// What the process began with is what the one before it left.
+        bool isContinued = false;
+        std::uint64_t now = 0; ///< milliseconds since 1970, by the application's clock
+        std::string world; ///< the same, as a step, with all but the SDK identifier
+        std::string sdkIdentifier; ///< empty where none is known
+        std::vector<Step> steps;
+        std::size_t bytes = 0;
+    };
+
+    explicit SessionRecord(const EventStream& events) : events_(events) {}
+
+    /// A process began with this: `SessionSteps::launch`.
+    void launched(Json start);
+    /// A step, or a text that is to be a comment. Without a launch before it is forgotten.
+    void add(const Json& step);
+    /// The store's entries are these, pairs of key and value.
+    void stored(const Json& entries);
+
+    /// The session since the oldest launch that there is room for; a problem when there is none for
+    /// the last one.
+    Reply script() const;
+
+    /// Of a whole session; the oldest launches go when there is more.
+    static constexpr std::size_t kMostBytes = 8u << 20;
+
+private:
+    void add(std::size_t bytes);
+
+    const EventStream& events_;
+    mutable std::mutex mutex_; // guards what follows
+    std::deque<Chapter> chapters_;
+    std::size_t bytes_ = 0;
+    std::uint64_t launches_ = 0;
+    // As the last process left it.
+    bool iab_ = false;
+    Json store_ = Json::array();
+    Json files_ = Json::object(); // by name
+};
+
+} // namespace vx::tools::studio
