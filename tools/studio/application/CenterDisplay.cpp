@@ -156,20 +156,21 @@ void CenterDisplay::tellTouch(View& view) {
     if (!name)
         return steps_.remark("a tap on a view that has no layout name");
     const Json tap = {{"do", "tap"}, {"name", *name}};
-    visit(view, Overloaded{[&](const Switch& control) {
-                               if (event_.kind == web::Event::Kind::Set && control.on() == event_.on)
-                                   steps_.step(tap);
-                               steps_.step(tap);
-                           },
-                           [&](const Label& label) {
-                               if (!label.link())
-                                   steps_.step(tap);
-                               else if (event_.character)
-                                   steps_.step({{"do", "tapText"},
-                                                {"name", *name},
-                                                {"index", *event_.character}});
-                           },
-                           [&](const View&) { steps_.step(tap); }});
+    visit(
+        view,
+        Overloaded{
+            [&](const Switch& control) {
+                if (event_.kind == web::Event::Kind::Set && control.on() == event_.on)
+                    steps_.step(tap);
+                steps_.step(tap);
+            },
+            [&](const Label& label) {
+                if (!label.link())
+                    steps_.step(tap);
+                else if (event_.character)
+                    steps_.step({{"do", "tapText"}, {"name", *name}, {"index", *event_.character}});
+            },
+            [&](const View&) { steps_.step(tap); }});
 }
 
 // What it causes is never told of.

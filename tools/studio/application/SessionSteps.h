@@ -23,8 +23,8 @@ public:
     explicit SessionSteps(const Clock& clock) : clock_(clock) {}
 
     /// What the process begins with: "now", "iab", "userAgent", the store's entries as pairs in
-    /// "store", the texts of the documents at hand by name in "files" and, in IAB mode, "createdDate"
-    /// of the stored TC string. Before anything opens the store.
+    /// "store", the texts of the documents at hand by name in "files" and, in IAB mode,
+    /// "createdDate" of the stored TC string. Before anything opens the store.
     void launch(const Launch& launch, const std::string& userAgent);
     /// A step, with the time before it where that moved on.
     void step(const Json& step);
@@ -41,7 +41,7 @@ private:
     };
 
     const Clock& clock_;
-    std::uint64_t told_ = 0; // the time
+    std::uint64_t told_ = 0;                 // the time
     std::map<std::string, Known> documents_; // by the files' names
 };
 

@@ -10,6 +10,8 @@ const kinds = [
   ["notification", "Notifications"],
   ["beacon", "Beacons"],
   ["callback", "Callbacks"],
+  ["store", "Store"],
+  ["sdk", "Permanent data"],
   ["log", "Log"],
   ["hit", "Hits"],
   ["request", "Requests"],

@@ -75,10 +75,11 @@ using Reply = Result<std::string>;
 
 /// Kinds of reports. Every other one is an entry of the timeline.
 namespace kind {
-inline constexpr const char* kState = "state"; ///< "body": how things stand, what changed
-inline constexpr const char* kDone = "done";   ///< "id", "reply": a command's end
+inline constexpr const char* kState = "state";   ///< "body": how things stand, what changed
+inline constexpr const char* kDone = "done";     ///< "id", "reply": a command's end
 inline constexpr const char* kLaunch = "launch"; ///< "body": what the process began with
-inline constexpr const char* kStep = "step"; ///< "body": what is done now, a step of `vxprivacy play`
+inline constexpr const char* kStep =
+    "step"; ///< "body": what is done now, a step of `vxprivacy play`
 } // namespace kind
 
 Json asJSON(const Command& command);

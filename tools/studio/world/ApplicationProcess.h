@@ -21,8 +21,8 @@ class SessionRecord;
 
 /// The application, a process of its own: started, told what to do, ended. What it reports goes
 /// into the stream: its state as section "application", whether it runs as section "process", what
-/// is to be played again into the record, all else as entries of the timeline. Any thread may call; to end or kill the process ends what
-/// others wait for.
+/// is to be played again into the record, all else as entries of the timeline. Any thread may call;
+/// to end or kill the process ends what others wait for.
 class ApplicationProcess {
 public:
     ApplicationProcess(EventStream& events, SessionRecord& record)

@@ -20,8 +20,10 @@ public:
         auto old = before.begin();
         auto young = now.begin();
         while (old != before.end() || young != now.end()) {
-            const bool isGone = young == now.end() || (old != before.end() && key(*old) < key(*young));
-            const bool isNew = old == before.end() || (young != now.end() && key(*young) < key(*old));
+            const bool isGone =
+                young == now.end() || (old != before.end() && key(*old) < key(*young));
+            const bool isNew =
+                old == before.end() || (young != now.end() && key(*young) < key(*old));
             if (isGone || isNew || (*old)[1] != (*young)[1])
                 add(isNew ? nullptr : &*old, isGone ? nullptr : &*young);
             old += isNew ? 0 : 1;
@@ -46,7 +48,9 @@ public:
     }
 
 private:
-    static const std::string& key(const Json& pair) { return pair[0].get_ref<const std::string&>(); }
+    static const std::string& key(const Json& pair) {
+        return pair[0].get_ref<const std::string&>();
+    }
 
     void add(const Json* before, const Json* now) {
         ++(now ? set_ : removed_);

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "tools/studio/shared/EventStream.h"
-#include "tools/studio/world/SessionScript.h"
 
 namespace vx::tools::studio {
 
@@ -36,8 +35,8 @@ Json worldOf(const Json& start) {
                   {"store", moduleEntries(start["store"])},
                   {"files", start["files"]},
                   {"coreVariables", {{"kVXPredefinedVariable_UserAgent", start["userAgent"]}}}};
-    if (start["createdDate"] != "")
-        world["createdDate"] = start["createdDate"];
+    if (const std::string created = start.value("createdDate", ""); !created.empty())
+        world["createdDate"] = created;
     return world;
 }
 
@@ -71,7 +70,7 @@ void SessionRecord::add(const Json& step) {
     if (step.is_object() && step.value("do", "") == "install")
         files_[step.value("name", "")] = step["text"];
     std::string line = step.is_string() ? "# " + step.get<std::string>() : dumped(step);
-    const std::size_t size = sizeof(Step) + line.size();
+    const std::size_t size = sizeof(SessionChapter::Step) + line.size();
     chapters_.back().steps.push_back({events_.lastEntry(), std::move(line)});
     add(size);
 }

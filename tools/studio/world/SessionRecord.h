@@ -4,11 +4,10 @@
 #include <cstdint>
 #include <deque>
 #include <mutex>
-#include <string>
-#include <vector>
 
 #include "tools/studio/shared/Json.h"
 #include "tools/studio/shared/Protocol.h"
+#include "tools/studio/world/SessionScript.h"
 
 namespace vx::tools::studio {
 
@@ -18,24 +17,6 @@ class EventStream;
 /// thread may call.
 class SessionRecord {
 public:
-    /// One step, or a comment for what is none.
-    struct Step {
-        std::uint64_t after = 0; ///< the last entry of the timeline before it
-        std::string line;
-    };
-    /// From a process's start to its end.
-    struct Chapter {
-        std::uint64_t number = 0; ///< 1, 2, ...
-        std::uint64_t after = 0;  ///< as of a step
-        /// What the process began with is what the one before it left.
-        bool isContinued = false;
-        std::uint64_t now = 0; ///< milliseconds since 1970, by the application's clock
-        std::string world; ///< the same, as a step, with all but the SDK identifier
-        std::string sdkIdentifier; ///< empty where none is known
-        std::vector<Step> steps;
-        std::size_t bytes = 0;
-    };
-
     explicit SessionRecord(const EventStream& events) : events_(events) {}
 
     /// A process began with this: `SessionSteps::launch`.
@@ -57,7 +38,7 @@ private:
 
     const EventStream& events_;
     mutable std::mutex mutex_; // guards what follows
-    std::deque<Chapter> chapters_;
+    std::deque<SessionChapter> chapters_;
     std::size_t bytes_ = 0;
     std::uint64_t launches_ = 0;
     // As the last process left it.

@@ -10,9 +10,8 @@ namespace vx::tools::studio {
 
 namespace {
 
-using Chapter = SessionRecord::Chapter;
-
-constexpr const char* kHeading = "# A session of the VXPrivacy studio. Again: vxprivacy play FILE\n";
+constexpr const char* kHeading =
+    "# A session of the VXPrivacy studio. Again: vxprivacy play FILE\n";
 
 // Play prints these itself.
 bool isPrinted(const EventStream::Entry& entry) {
@@ -26,7 +25,8 @@ bool isPrinted(const EventStream::Entry& entry) {
 
 std::string comment(const EventStream::Entry& entry) {
     std::string line = "# " + entry.kind + ": " + entry.title;
-    std::ranges::replace_if(line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    std::ranges::replace_if(
+        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
     return line + '\n';
 }
 
@@ -54,12 +54,12 @@ private:
 };
 
 // The installation makes its identifier at the first beacon, and has it from then on.
-std::string sdkIdentifierFrom(std::deque<Chapter>::const_iterator chapter,
-                              std::deque<Chapter>::const_iterator end) {
+std::string sdkIdentifierFrom(std::deque<SessionChapter>::const_iterator chapter,
+                              std::deque<SessionChapter>::const_iterator end) {
     const auto next = std::find_if(std::next(chapter), end,
-                                   [](const Chapter& each) { return !each.isContinued; });
+                                   [](const SessionChapter& each) { return !each.isContinued; });
     const auto known = std::find_if(
-        chapter, next, [](const Chapter& each) { return !each.sdkIdentifier.empty(); });
+        chapter, next, [](const SessionChapter& each) { return !each.sdkIdentifier.empty(); });
     return known == next ? "" : known->sdkIdentifier;
 }
 
@@ -73,7 +73,7 @@ std::string worldWith(const std::string& world, const std::string& sdkIdentifier
 
 } // namespace
 
-std::string sessionScript(const std::deque<Chapter>& chapters,
+std::string sessionScript(const std::deque<SessionChapter>& chapters,
                           const EventStream::Entries& timeline) {
     Writer writer(timeline);
     if (chapters.front().number > 1) {
@@ -89,7 +89,7 @@ std::string sessionScript(const std::deque<Chapter>& chapters,
         } else {
             writer.line(worldWith(chapter->world, sdkIdentifierFrom(chapter, chapters.end())));
         }
-        for (const SessionRecord::Step& step : chapter->steps) {
+        for (const SessionChapter::Step& step : chapter->steps) {
             writer.commentTo(step.after);
             writer.line(step.line);
         }
