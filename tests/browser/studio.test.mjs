@@ -37,7 +37,7 @@ test("the privacy center in the phone: open, switch, leave, open again", async (
   await page.locator("#banner").waitFor({ state: "hidden" });
   await page.locator('#permanent-data [data-key="PRIVACY_CAT_11"][data-value="0"]').waitFor();
   await page.locator('#store [data-key="PRIVACY_CAT_12"][data-value="1"]').waitFor();
-  await page.locator('#timeline [data-kind="beacon"]').nth(1).waitFor(); // the view's and the save's
+  await happened(page, "pc_save", "beacon");
   await expectEntries(page, "callback", ["consentCategoryChanged", "consentUpdated:"]);
   await expectEntries(page, "screen", ["Privacy center opened",
     "Readership statistics switched off", "Performance and crash reports switched off",
