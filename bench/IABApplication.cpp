@@ -1,6 +1,7 @@
 #include "bench/IABApplication.h"
 
 #include <fstream>
+#include <utility>
 
 namespace vx::bench {
 
@@ -24,9 +25,11 @@ services::Settings settingsIn(const std::filesystem::path& directory) {
 } // namespace
 
 IABApplication::IABApplication(std::string_view name, const Documents& documents,
-                               NotificationCenter* listener)
+                               NotificationCenter* listener,
+                               services::TCFLibrary::Settings settings)
     : directory_(directoryWith(documents, name)), services_(settingsIn(directory_)),
-      iab_(services_.platform().store, services_.platform().logger), runtime_(platform(listener)) {
+      iab_(services_.platform().store, services_.platform().logger, std::move(settings)),
+      runtime_(platform(listener)) {
     engine().setSiteID(12, 5);
 }
 

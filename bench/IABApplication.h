@@ -20,7 +20,8 @@ public:
 
     /// `name` of its directory. `listener` hears what the engine tells others; null: the services.
     IABApplication(std::string_view name, const Documents& documents,
-                   NotificationCenter* listener = nullptr);
+                   NotificationCenter* listener = nullptr,
+                   services::TCFLibrary::Settings settings = {});
 
     VXMobilePrivacy& engine() { return VXMobilePrivacy::sharedInstance(); }
     std::filesystem::path store() const { return directory_ / "choices.sqlite"; }

@@ -37,6 +37,21 @@ void engineAccepts(benchmark::State& state) {
     }
 }
 
+// On the same list with and without the profile of the framework in force.
+void engineAcceptsBy(benchmark::State& state, services::TCFProfile profile) {
+    const std::string list = listOfFormat3();
+    if (list.empty())
+        return state.SkipWithMessage("VXPRIVACY_DATA names no list of format 3");
+    IABApplication application("accept by profile", {list, ""}, nullptr,
+                               {.profile = profile, .publisherCountry = "FR"});
+    bool accept = false;
+    decide(application.engine(), true);
+    for ([[maybe_unused]] auto iteration : state) {
+        decide(application.engine(), accept);
+        accept = !accept;
+    }
+}
+
 std::map<std::string, std::string> entriesIn(const std::filesystem::path& store) {
     std::map<std::string, std::string> entries;
     SQLite::Database file(store);
@@ -84,6 +99,12 @@ void listsVendors(benchmark::State& state) {
 constexpr int kSaves = 16; // few, so that the requests waiting to be posted stay few as well
 
 BENCHMARK(engineAccepts)->Name("accept all/engine")->Iterations(kSaves);
+BENCHMARK_CAPTURE(engineAcceptsBy, specified, services::TCFProfile::Specified)
+    ->Name("accept all/specified")
+    ->Iterations(kSaves);
+BENCHMARK_CAPTURE(engineAcceptsBy, inForce, services::TCFProfile::InForce)
+    ->Name("accept all/in force")
+    ->Iterations(kSaves);
 BENCHMARK(bareAccepts)->Name("accept all/bare")->Iterations(kSaves);
 BENCHMARK(listsVendors)->Name("vendors/engine");
 

@@ -48,6 +48,12 @@ const LargeVendorList& largeVendorList() {
     return list;
 }
 
+std::string listOfFormat3() {
+    const char* data = std::getenv("VXPRIVACY_DATA");
+    const auto file = std::filesystem::path(data ? data : "") / "gvl3/vendor-list.json";
+    return exists(file) ? contentOf(file) : "";
+}
+
 std::string tenfoldVendorList() {
     auto list = nlohmann::ordered_json::parse(largeVendorList().text);
     const auto once = std::exchange(list["vendors"], nlohmann::ordered_json::object());

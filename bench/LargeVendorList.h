@@ -15,7 +15,10 @@ struct LargeVendorList {
 /// VXPRIVACY_DATA names; where there is none, a generated one of its size.
 const LargeVendorList& largeVendorList();
 
-/// That list with each vendor in it ten times, under IDs and names of their own.
+/// The published list of format 3, gvl3/vendor-list.json in that folder; empty where there is none.
+std::string listOfFormat3();
+
+/// The large list with each vendor in it ten times, under IDs and names of their own.
 std::string tenfoldVendorList();
 
 } // namespace vx::bench

@@ -1,4 +1,4 @@
-// Encodes and decodes the core segment that it is given, and prints the microseconds of one of
+// Encodes and decodes the TC string that it is given, and prints the microseconds of one of
 // each: the medians of many batches.
 
 #include <algorithm>
@@ -38,11 +38,11 @@ double microsecondsOf(const Work& work) {
 } // namespace
 
 int main(int count, char** arguments) {
-    const std::string text = count == 2 ? arguments[1] : encodeCore({});
+    const std::string text = count == 2 ? arguments[1] : encode({});
     const auto decoded = decode(text);
     const auto* model = std::get_if<TCModel>(&decoded);
     if (!model)
         return EXIT_FAILURE;
-    std::cout << microsecondsOf([&] { return encodeCore(*model); }) << ' '
+    std::cout << microsecondsOf([&] { return encode(*model); }) << ' '
               << microsecondsOf([&] { return decode(text); }) << '\n';
 }

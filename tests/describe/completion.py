@@ -59,8 +59,8 @@ class Completion(unittest.TestCase):
             ("vxprivacy", "st"): ["studio"],
             ("vxprivacy", "lint", "--j"): ["--json"],
             ("vxprivacy", "lint", ""): [],
-            ("vxprivacy", "tc", ""): ["decode", "encode"],
-            ("vxprivacy", "tc", "decode", "--"): ["--help", "--json"],
+            ("vxprivacy", "tc", ""): ["decode", "encode", "check"],
+            ("vxprivacy", "tc", "decode", "--"): ["--help", "--lines", "--json"],
             ("vxprivacy", "studio", "--vendor"): ["--vendor-list-host"],
             ("vxprivacy", "lint", "tc", "dec"): [],  # files named so
         }

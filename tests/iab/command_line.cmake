@@ -33,6 +33,36 @@ if(NOT again STREQUAL text)
     message(SEND_ERROR "${text} came back as ${again}")
 endif()
 
+# Rules in force: with bits and source, as JSON, line by line, and by lists.
+set(old CQuEYAFQuEYAFBaAAADEARCAAAAAANAQAC64AEOEAAAAIMACAAE.QAAo)
+expect(1 "Core.LastUpdated, bits 42 to 77: it has an hour[^\n]+ \\[dates\\]\n +Consent string[^\n]+\n.*purpose: 1 4 .*AllowedVendors.*"
+    "" check ${old})
+expect(1 "\\[\n  {\n    \"rule\": \"format\",\n    \"field\": \"Core.Created\",\n.*" "" check --json C)
+file(WRITE ${scratch} [==[{"Core":{"Created":"2026-11-21T00:00:00Z","LastUpdated":"2026-11-21T00:00:00Z",
+    "CmpId":300,"VendorListVersion":17,"TcfPolicyVersion":4,"IsServiceSpecific":true,"PublisherCC":"FR",
+    "VendorLegitimateInterest":{"Vendors":[1,2,3]}},"DisclosedVendors":{"Vendors":[1,2,3,4,5]}}]==])
+execute_process(COMMAND ${PROGRAM} tc encode ${scratch}
+    OUTPUT_VARIABLE valid OUTPUT_STRIP_TRAILING_WHITESPACE)
+expect(0 "No rule is broken.\n" "" check ${valid})
+file(WRITE ${scratch} "${valid}\n${old}\nC\n")
+expect(1 "Line 2\n.*Line 3\n.*" "" check --lines ${scratch})
+expect(1 "\\[\\]\n\\[{.*\n\\[{\"rule\":\"format\".*}\\]\n" "" check --lines ${scratch} --json)
+expect(1 "{\"Core\":.*}\n{\"Core\":.*}\n{\"error\":\"Core.Created, bit 6: [^\n]+}\n" "" decode --lines ${scratch})
+execute_process(COMMAND ${PROGRAM} tc decode --lines ${scratch} COMMAND ${PROGRAM} tc encode --lines -
+    OUTPUT_VARIABLE again ERROR_VARIABLE error)
+if(NOT again STREQUAL "${valid}\n${old}\n\n" OR NOT error MATCHES "^vxprivacy tc: line 3: /error is not known\n$")
+    message(SEND_ERROR "of lines came ${again} and ${error}")
+endif()
+file(WRITE ${scratch} [==[{"gvlSpecificationVersion":3,"vendorListVersion":17,"tcfPolicyVersion":4,"purposes":{"1":{"id":1},"2":{"id":2}},
+    "vendors":{"1":{"id":1,"specialPurposes":[1],"deletedDate":"2024-01-31T00:00:00Z"},"2":{"id":2,"purposes":[1]},
+    "3":{"id":3,"legIntPurposes":[2]},"4":{"id":4,"specialPurposes":[1]}}}]==])
+expect(1 "[^\n]+deleted vendor: 1 .*no vendor: 5 .*special purpose has vendor: 2 .*must be 1, has vendor: 4 .*"
+    "" check ${valid} --gvl ${scratch})
+file(WRITE ${scratch} [==[{"cmps":{"300":{"id":300,"deletedDate":"2024-01-31T00:00:00Z"}}}]==])
+expect(1 "Core.CmpId, bits 78 to 89: 300 is deleted[^\n]+\n[^\n]+\n" "" check ${valid} --cmps ${scratch})
+expect(2 "" "${one_line}" check ${valid} --gvl ${scratch})
+expect(2 "" "${one_line}" check)
+
 expect_fault("{" "byte 2: [^\n]+")
 expect_fault("[]" "the document must be an object")
 expect_fault([==[{"Core":{"CmpId":4096}}]==] "/Core/CmpId must be an integer from 0 to 4095")

@@ -1,5 +1,6 @@
 #include <cstdlib>
 #include <map>
+#include <set>
 #include <stdexcept>
 #include <string>
 
@@ -8,6 +9,7 @@
 #include "tests/studio/CenterPage.h"
 #include "tools/studio/application/TCStringView.h"
 #include "tools/studio/world/ServedVendorList.h"
+#include "vxprivacy/services/iab/Encoder.h"
 
 namespace vx::tests {
 
@@ -261,6 +263,16 @@ TEST(StudioIAB, AStringThatCannotBeReadSaysWhere) {
     EXPECT_EQ(state["text"], "COvFyGB");
     EXPECT_NE(state.value("problem", "").find("Core."), std::string::npos);
     EXPECT_TRUE(view.state(Json::array()).is_null());
+}
+
+TEST(StudioIAB, AStringIsCheckedByTheRulesInForce) {
+    tools::studio::TCStringView view("");
+    const std::string text = services::tcf::encode({.lastUpdated = 17'900'000'000});
+    const Json state = view.state(Json::array({Json::array({"IABTCF_TCString", text})}));
+    std::set<std::string> rules;
+    for (const Json& finding : state["findings"])
+        rules.insert(finding["rule"].get<std::string>());
+    EXPECT_EQ(rules.count("policy-version") + rules.count("disclosed-vendors"), 2u);
 }
 
 } // namespace vx::tests

@@ -1,12 +1,20 @@
 // Encodes and decodes TC strings for the tests in JavaScript: for each line of standard input,
-// {"encode":MODEL} or {"decode":TEXT}, one line {"text":...}, {"model":...} or {"error":...}.
+// {"encode":MODEL} or {"decode":TEXT}, one line {"text":...}, {"model":...} or {"error":...}. Of
+// the profile in force: {"list":TEXT,"cmpID":...} chooses the vendor list, and for {"choice":...}
+// there is the string with its findings.
 
 #include <iostream>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "tools/tc/FindingsJSON.h"
 #include "tools/tc/ModelJSON.h"
 #include "vxprivacy/services/iab/Decoder.h"
 #include "vxprivacy/services/iab/Encoder.h"
+#include "vxprivacy/services/iab/TCFLibrary.h"
+#include "vxprivacy/testing/MemoryStore.h"
 
 namespace {
 
@@ -28,15 +36,68 @@ JSON decoded(const std::string& text) {
     return {{"model", vx::tools::tc::asJSON(std::get<TCModel>(model))}};
 }
 
+// An application with the profile in force, without a screen.
+class InForce : vx::Logger {
+public:
+    explicit InForce(const JSON& request)
+        : list_(vx::JSONValue::parse(request["list"].get<std::string>())),
+          library_(store_, *this,
+                   {.profile = vx::services::TCFProfile::InForce,
+                    .publisherCountry = request["country"],
+                    .cmpID = request["cmpID"],
+                    .cmpVersion = request["cmpVersion"],
+                    .vendorList = [this] { return list_; }}) {}
+
+    JSON saved(const JSON& choice) {
+        vx::ExplicitRestrictions restrictions;
+        for (const auto& [purpose, vendors] : choice["restrictions"].items()) {
+            vx::OrderedDictionary<std::string> types;
+            for (const auto& [vendor, type] : vendors.items())
+                types.set(vendor, type.get<std::string>());
+            restrictions.set(purpose, std::move(types));
+        }
+        library_.setExplicitRestrictions(restrictions);
+        library_.setDisclosedVendors(choice["disclosed"].get<std::vector<std::int32_t>>());
+        const auto builder = library_.makeCoreStringBuilder();
+        builder->setConsentRecordLastUpdated(choice["now"]);
+        builder->setConsentLanguage(choice["language"].get<std::string>());
+        vx::OrderedDictionary<std::string> consent;
+        for (const auto& [key, value] : choice["consent"].items())
+            consent.set(key, value.get<std::string>());
+        builder->setChoice(consent);
+        const std::string text = builder->buildConsentString(choice["publisher"]);
+        const vx::tools::tc::CheckLists lists{.vendors = VendorList::of(list_)};
+        return {{"text", text},
+                {"findings", vx::tools::tc::asJSON(vx::tools::tc::check(text, lists))}};
+    }
+
+private:
+    void log(std::string_view message, int) override { std::cerr << message << '\n'; }
+
+    vx::recording::MemoryStore store_;
+    vx::JSONValue list_;
+    vx::services::TCFLibrary library_;
+};
+
+JSON answerTo(const JSON& request, std::optional<InForce>& inForce) {
+    if (request.contains("encode"))
+        return encoded(request["encode"]);
+    if (request.contains("decode"))
+        return decoded(request["decode"].get<std::string>());
+    if (request.contains("choice"))
+        return inForce->saved(request["choice"]);
+    inForce.emplace(request);
+    return JSON::object();
+}
+
 } // namespace
 
 int main() {
     std::ios::sync_with_stdio(false);
+    std::optional<InForce> inForce;
     for (std::string line; std::getline(std::cin, line);) {
         const JSON request = JSON::parse(line);
-        const JSON answer = request.contains("encode")
-                                ? encoded(request["encode"])
-                                : decoded(request["decode"].get<std::string>());
+        const JSON answer = answerTo(request, inForce);
         std::cout << answer.dump() << std::endl;
     }
 }

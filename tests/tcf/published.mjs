@@ -16,3 +16,9 @@ export function publishedVendors() {
         live: numbersOf(vendors.filter((vendor) => !vendor.deletedDate)),
     };
 }
+
+/// The list of format 3; undefined where no folder is named.
+export function publishedList() {
+    const data = process.env.VXPRIVACY_DATA;
+    return data && JSON.parse(readFileSync(join(data, 'gvl3/vendor-list.json')));
+}

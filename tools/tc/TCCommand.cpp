@@ -1,13 +1,15 @@
-// The subcommand tc: decodes a TC string, or encodes a JSON document as one.
+// The subcommand tc: decodes TC strings, encodes JSON documents as some, and checks them.
 
 #include <iostream>
 #include <memory>
 #include <string>
+#include <variant>
 
 #include <CLI/CLI.hpp>
 
 #include "tools/Commands.h"
-#include "tools/system/Input.h"
+#include "tools/tc/CheckCommand.h"
+#include "tools/tc/CommandInput.h"
 #include "tools/tc/ModelJSON.h"
 #include "tools/tc/ModelTable.h"
 #include "vxprivacy/services/iab/Decoder.h"
@@ -17,74 +19,99 @@ namespace vx::tools {
 
 namespace {
 
+using namespace tc;
 using services::tcf::TCError;
 using services::tcf::TCModel;
 
 constexpr std::size_t kLargestModel = 8 << 20; // bytes of JSON
-constexpr int kNotWellFormed = 1;
 
 struct Arguments {
     std::string input;
+    std::string lines; // instead: a file of inputs, one a line
     bool json = false;
 };
 
-[[noreturn]] void fail(const std::string& why, int status) {
-    std::cerr << "vxprivacy tc: " << why << '\n';
-    throw CLI::RuntimeError(status);
+std::string explained(const TCError& error) {
+    return error.field + ", bit " + std::to_string(error.bit) + ": " + error.why;
 }
 
-std::string read(const std::string& name, std::size_t most) {
-    system::Input input(name);
-    auto text = input.read(most);
-    if (!text)
-        fail("cannot read " + input.title(), kUnusableInput);
-    return *std::move(text);
+void decodeString(const Arguments& arguments) {
+    const auto decoded = services::tcf::decode(stringOf(arguments.input));
+    if (const auto* error = std::get_if<TCError>(&decoded))
+        fail(explained(*error), kNotWellFormed);
+    const auto& model = std::get<TCModel>(decoded);
+    if (arguments.json)
+        std::cout << asJSON(model).dump(2) << '\n';
+    else
+        printTable(model, std::cout);
 }
 
-std::string stringIn(const Arguments& arguments) {
-    if (arguments.input != "-")
-        return arguments.input;
-    std::string text = read("-", services::tcf::kLongestString);
-    while (text.ends_with('\n') || text.ends_with('\r'))
-        text.pop_back();
-    return text;
+bool decodeLine(const std::string& line) {
+    const auto decoded = services::tcf::decode(line);
+    const auto* error = std::get_if<TCError>(&decoded);
+    std::cout << (error ? nlohmann::ordered_json{{"error", explained(*error)}}
+                        : asJSON(std::get<TCModel>(decoded)))
+                     .dump()
+              << '\n';
+    return !error;
 }
 
 void decode(const Arguments& arguments) {
-    const auto decoded = services::tcf::decode(stringIn(arguments));
-    if (const auto* error = std::get_if<TCError>(&decoded))
-        fail(error->field + ", bit " + std::to_string(error->bit) + ": " + error->why,
-             kNotWellFormed);
-    const auto& model = std::get<TCModel>(decoded);
-    if (arguments.json)
-        std::cout << tc::asJSON(model).dump(2) << '\n';
+    if (arguments.lines.empty())
+        decodeString(arguments);
     else
-        tc::printTable(model, std::cout);
+        forEachLine(arguments.lines, decodeLine);
 }
 
-nlohmann::ordered_json parse(const std::string& text) {
+// The string of a document, or why there is none.
+std::variant<std::string, JSONFault> encoded(const std::string& document) {
+    nlohmann::ordered_json json;
     try {
-        return nlohmann::ordered_json::parse(text);
+        json = nlohmann::ordered_json::parse(document);
     } catch (const nlohmann::json::parse_error& error) {
-        fail("byte " + std::to_string(error.byte) + ": this is no JSON", kNotWellFormed);
+        return JSONFault{"byte " + std::to_string(error.byte) + ":", "this is no JSON"};
     }
+    const auto model = modelIn(json);
+    if (const auto* fault = std::get_if<JSONFault>(&model))
+        return JSONFault{fault->path.empty() ? "the document" : fault->path, fault->why};
+    return services::tcf::encode(std::get<TCModel>(model));
 }
 
-void encode(const Arguments& arguments) {
-    const std::string text = read(arguments.input, kLargestModel);
+void encodeDocument(const Arguments& arguments) {
+    const std::string text = readInput(arguments.input, kLargestModel);
     if (text.size() > kLargestModel)
         fail("the file is larger than " + std::to_string(kLargestModel) + " bytes", kNotWellFormed);
-    const auto model = tc::modelIn(parse(text));
-    if (const auto* fault = std::get_if<tc::JSONFault>(&model))
-        fail((fault->path.empty() ? "the document" : fault->path) + " " + fault->why,
-             kNotWellFormed);
-    std::cout << services::tcf::encode(std::get<TCModel>(model)) << '\n';
+    const auto made = encoded(text);
+    if (const auto* error = std::get_if<JSONFault>(&made))
+        fail(error->path + ' ' + error->why, kNotWellFormed);
+    std::cout << std::get<std::string>(made) << '\n';
+}
+
+// An empty line for a document without a string.
+void encodeLines(const Arguments& arguments) {
+    forEachLine(arguments.lines, [number = 0](const std::string& line) mutable {
+        ++number;
+        const auto made = encoded(line);
+        const auto* error = std::get_if<JSONFault>(&made);
+        if (error)
+            std::cerr << "vxprivacy tc: line " << number << ": " << error->path << ' ' << error->why
+                      << '\n';
+        std::cout << (error ? "" : std::get<std::string>(made)) << '\n';
+        return !error;
+    });
+}
+
+CLI::Option* addLinesOption(CLI::App& command, Arguments& arguments) {
+    return command.add_option("--lines", arguments.lines,
+                              "Instead, a file with one on each line; \"-\": standard input. What "
+                              "is printed is one a line too");
 }
 
 // The options of decoding, which is also what `command` does where none of its own is named.
 std::shared_ptr<Arguments> addDecodeOptions(CLI::App& command) {
     auto arguments = std::make_shared<Arguments>();
     command.add_option("STRING", arguments->input, "The TC string; \"-\": on standard input");
+    addLinesOption(command, *arguments);
     command.add_flag("--json", arguments->json, "Print it as JSON, which encode takes");
     return arguments;
 }
@@ -92,16 +119,26 @@ std::shared_ptr<Arguments> addDecodeOptions(CLI::App& command) {
 void addDecode(CLI::App& app) {
     CLI::App* command = app.add_subcommand("decode", "Print what a TC string says");
     const auto arguments = addDecodeOptions(*command);
-    command->get_option("STRING")->required();
-    command->callback([arguments] { decode(*arguments); });
+    command->callback([arguments] {
+        if (arguments->input.empty() == arguments->lines.empty())
+            throw CLI::RequiredError("STRING or --lines");
+        decode(*arguments);
+    });
 }
 
 void addEncode(CLI::App& app) {
     CLI::App* command = app.add_subcommand("encode", "Print the TC string of a JSON document");
     auto arguments = std::make_shared<Arguments>();
-    command->add_option("FILE", arguments->input, "The document; \"-\": standard input")
-        ->required();
-    command->callback([arguments] { encode(*arguments); });
+    command->add_option("FILE", arguments->input, "The document; \"-\": standard input");
+    addLinesOption(*command, *arguments);
+    command->callback([arguments] {
+        if (arguments->input.empty() == arguments->lines.empty())
+            throw CLI::RequiredError("FILE or --lines");
+        if (arguments->lines.empty())
+            encodeDocument(*arguments);
+        else
+            encodeLines(*arguments);
+    });
 }
 
 } // namespace
@@ -112,16 +149,19 @@ void addTC(CLI::App& app) {
     command->require_subcommand(0, 1);
     addDecode(*command);
     addEncode(*command);
+    tc::addCheck(*command);
     const auto arguments = addDecodeOptions(*command);
     command->callback([command, arguments] {
         if (!command->get_subcommands().empty())
             return;
-        if (arguments->input.empty())
-            throw CLI::RequiredError("STRING, decode or encode");
+        if (arguments->input.empty() == arguments->lines.empty())
+            throw CLI::RequiredError("STRING, decode, encode or check");
         decode(*arguments);
     });
-    command->footer("The exit status is 0 when it was done, 1 when the string or the document is "
-                    "not well-formed, and 2 when the input cannot be read.");
+    command->footer(
+        "The exit status is 0 when it was done, 1 when a string or document is not "
+        "well-formed, or breaks a\nrule that check knows, and 2 when the input cannot be "
+        "read.");
 }
 
 } // namespace vx::tools

@@ -3,7 +3,10 @@
 #include <utility>
 #include <variant>
 
+#include "tools/tc/FindingsJSON.h"
 #include "tools/tc/ModelJSON.h"
+#include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 #include "vxprivacy/services/iab/Decoder.h"
 
 namespace vx::tools::studio {
@@ -30,6 +33,13 @@ Json shown(const std::string& text) {
     return {{"text", text}, {"model", tc::asJSON(std::get<tcf::TCModel>(decoded))}};
 }
 
+Json findingsIn(const std::string& text) {
+    tc::CheckLists lists;
+    if (const auto file = configurationFile(kVXVendorListConfiguration))
+        lists.vendors = tcf::VendorList::of(file->getJSONDictionary());
+    return tc::asJSON(tc::check(text, lists));
+}
+
 } // namespace
 
 TCStringView::TCStringView(const std::string& before)
@@ -45,6 +55,8 @@ const Json& TCStringView::state(const Json& entries) {
     state_ = now_;
     if (!state_.is_null())
         state_["before"] = before_;
+    if (!state_.is_null() && state_.contains("model"))
+        state_["findings"] = findingsIn(state_["text"].get<std::string>());
     return state_;
 }
 

@@ -13,8 +13,9 @@ public:
     explicit TCStringView(const std::string& before);
 
     /// How things stand when the store holds these entries (pairs of key and value): null where it
-    /// holds no string, else "text" with "model", its fields, or "problem", why it cannot be
-    /// decoded; and "before", the same of the string before it, or null. Decodes a string once.
+    /// holds no string, else "text" with "model", its fields, and "findings", which rules in
+    /// force it breaks by the vendor list at hand, or with "problem", why it cannot be decoded; and
+    /// "before", the string before it, without findings, or null. Decodes a string once.
     const Json& state(const Json& entries);
 
 private:

@@ -123,6 +123,22 @@ function renderModel(model, list, configuration) {
   fillList(byId("tc-segments"), segments(model));
 }
 
+const bitsOf = ({ bits }) => (!bits ? "" : bits[0] === bits[1] ? `, bit ${bits[0]}` : `, bits ${bits[0]} to ${bits[1]}`);
+
+/** What a validator of today says: the rules that the string breaks, each with its source. */
+function renderFindings(findings) {
+  let section = byId("tc-findings");
+  if (!section) {
+    section = element("section", { id: "tc-findings", "aria-labelledby": "tc-findings-heading" },
+      element("h3", { id: "tc-findings-heading", text: "Rules in force" }),
+      element("details", {}, element("summary"), element("ul")));
+    byId("tc-decoded").append(section);
+  }
+  setText(section.querySelector("summary"), findings.length === 0 ? "None is broken" : count(findings.length, "finding"));
+  section.querySelector("ul").replaceChildren(...findings.map((finding) => element("li", {},
+    `${finding.field}${bitsOf(finding)}: ${finding.what}`, element("p", { class: "hint", text: finding.source }))));
+}
+
 function renderChange({ model, before }, list) {
   byId("tc-change").hidden = !model || !before?.model;
   if (byId("tc-change").hidden) return;
@@ -164,6 +180,9 @@ export function renderTCString({ application, session }) {
   setText(byId("tc-length"), count(tcString?.text.length ?? 0, "character"));
   setText(byId("tc-problem"), tcString?.problem ? `It cannot be decoded: ${tcString.problem}` : "");
   const list = vendorList ?? { purposes: {}, specialFeatures: {}, vendors: [] };
-  if (tcString?.model) renderModel(tcString.model, list, configuration);
+  if (tcString?.model) {
+    renderModel(tcString.model, list, configuration);
+    renderFindings(tcString.findings);
+  }
   renderChange(tcString ?? {}, list);
 }

@@ -13,18 +13,25 @@ namespace vx::services::tcf {
 
 namespace {
 
+constexpr std::string_view kBitField = "BitField"; // a part of a section
+
 // Visits the fields of a segment and reads them. After the first error nothing more is read, and
 // the fields that follow keep what they have or become zero.
 class Decoder {
 public:
-    explicit Decoder(std::string_view segment) : bits_(segment) {}
+    Decoder(std::string_view segment, std::vector<FieldPlace>* places)
+        : bits_(segment), places_(places) {}
 
     std::uint32_t take(std::string_view field, unsigned width);
     void number(std::string_view field, unsigned width, std::uint32_t& value) {
         value = take(field, width);
+        place(field, width);
     }
     void time(std::string_view field, std::uint64_t& value);
-    void flag(std::string_view field, bool& value) { value = take(field, 1) != 0; }
+    void flag(std::string_view field, bool& value) {
+        value = take(field, 1) != 0;
+        place(field, 1);
+    }
     void letters(std::string_view field, std::string& value);
     void identifiers(std::string_view field, unsigned width, IdentifierSet& set);
     void vendors(std::string_view field, VendorSection& section);
@@ -39,6 +46,8 @@ public:
 
 private:
     bool has(std::string_view field, std::size_t width);
+    // Of the field that ends here.
+    void place(std::string_view field, std::size_t width);
     void failAt(std::size_t bit, std::string_view field, std::string why);
     void restriction(Restrictions& restrictions);
     void entries(std::uint32_t greatest, IdentifierSet& set);
@@ -46,8 +55,9 @@ private:
     std::uint32_t takeVendor(std::string_view field, std::uint32_t least, std::uint32_t greatest);
 
     BitReader bits_;
-    std::size_t start_ = 0; // where the field that was read last begins
-    std::string prefix_;    // of the field names
+    std::vector<FieldPlace>* places_; // may be null
+    std::size_t start_ = 0;           // where the field that was read last begins
+    std::string prefix_;              // of the field names
     std::optional<TCError> error_;
 };
 
@@ -76,6 +86,12 @@ bool Decoder::has(std::string_view field, std::size_t width) {
     return false;
 }
 
+void Decoder::place(std::string_view field, std::size_t width) {
+    if (places_ && !error_ && width > 0)
+        places_->push_back(
+            {prefix_ + std::string(field), bits_.position() - width, bits_.position() - 1});
+}
+
 std::uint32_t Decoder::take(std::string_view field, unsigned width) {
     return has(field, width) ? static_cast<std::uint32_t>(bits_.read(width)) : 0;
 }
@@ -83,6 +99,7 @@ std::uint32_t Decoder::take(std::string_view field, unsigned width) {
 void Decoder::time(std::string_view field, std::uint64_t& value) {
     if (has(field, kTimeWidth))
         value = bits_.read(kTimeWidth);
+    place(field, kTimeWidth);
 }
 
 void Decoder::letters(std::string_view field, std::string& value) {
@@ -94,34 +111,42 @@ void Decoder::letters(std::string_view field, std::string& value) {
             fail(field, std::to_string(number) + " is no letter");
         letter = static_cast<char>('A' + number);
     }
+    place(field, 2 * std::size_t{kLetterWidth});
 }
 
 void Decoder::identifiers(std::string_view field, unsigned width, IdentifierSet& set) {
     if (!has(field, width))
         return;
-    for (std::size_t i = 0; width > 0; ++i) {
-        const unsigned bits = std::min(width, 64u);
+    unsigned left = width;
+    for (std::size_t i = 0; left > 0; ++i) {
+        const unsigned bits = std::min(left, 64u);
         set.insertWord(i, bits_.read(bits) << (64 - bits));
-        width -= bits;
+        left -= bits;
     }
+    if (field != kBitField)
+        place(field, width);
 }
 
 void Decoder::vendors(std::string_view field, VendorSection& section) {
+    const std::size_t first = bits_.position();
     enter(field);
     section.maxVendorId = take("MaxVendorId", kVendorWidth);
     if (take("IsRangeEncoding", 1) != 0)
         entries(section.maxVendorId, section.vendors);
     else
-        identifiers("BitField", section.maxVendorId, section.vendors);
+        identifiers(kBitField, section.maxVendorId, section.vendors);
     leave();
+    place(field, bits_.position() - first);
 }
 
 void Decoder::restrictions(std::string_view field, Restrictions& restrictions) {
+    const std::size_t first = bits_.position();
     enter(field);
     const std::uint32_t count = take("NumPubRestrictions", kEntriesWidth);
     for (std::uint32_t i = 0; i < count && !error_; ++i)
         restriction(restrictions);
     leave();
+    place(field, bits_.position() - first);
 }
 
 void Decoder::restriction(Restrictions& restrictions) {
@@ -169,8 +194,9 @@ void Decoder::finish() {
             fail("Padding", "there are bits set behind the last field");
 }
 
-std::optional<TCError> readCore(std::string_view segment, TCModel& model) {
-    Decoder decoder(segment);
+std::optional<TCError> readCore(std::string_view segment, TCModel& model,
+                                std::vector<FieldPlace>* places) {
+    Decoder decoder(segment, places);
     decoder.enter("Core");
     const std::uint32_t version = decoder.take("Version", kVersionWidth);
     if (version != kVersion)
@@ -191,9 +217,9 @@ void readOnce(Decoder& decoder, std::string_view name, std::optional<Part>& part
     decoder.finish();
 }
 
-std::optional<TCError> readOther(std::string_view segment, const std::string& name,
-                                 TCModel& model) {
-    Decoder decoder(segment);
+std::optional<TCError> readOther(std::string_view segment, const std::string& name, TCModel& model,
+                                 std::vector<FieldPlace>* places) {
+    Decoder decoder(segment, places);
     decoder.enter(name);
     const auto vendors = [&](VendorSection& section) { decoder.vendors("Vendors", section); };
     const std::uint32_t type = decoder.take("SegmentType", kSegmentTypeWidth);
@@ -215,16 +241,17 @@ std::optional<TCError> readOther(std::string_view segment, const std::string& na
 }
 
 // The segments behind the first one are called by their number until their type is known.
-std::optional<TCError> readSegment(std::string_view segment, std::size_t number, TCModel& model) {
+std::optional<TCError> readSegment(std::string_view segment, std::size_t number, TCModel& model,
+                                   std::vector<FieldPlace>* places) {
     const std::string name = number == 1 ? "Core" : "Segment " + std::to_string(number);
     if (const auto foreign = findForeignCharacter(segment))
         return TCError{name, *foreign * 6, "a character is not of base64url"};
-    return number == 1 ? readCore(segment, model) : readOther(segment, name, model);
+    return number == 1 ? readCore(segment, model, places) : readOther(segment, name, model, places);
 }
 
 } // namespace
 
-std::variant<TCModel, TCError> decode(std::string_view text) {
+std::variant<TCModel, TCError> decode(std::string_view text, std::vector<FieldPlace>* places) {
     if (text.size() > kLongestString)
         return TCError{"Core", 0,
                        "it is longer than " + std::to_string(kLongestString) + " characters"};
@@ -232,7 +259,7 @@ std::variant<TCModel, TCError> decode(std::string_view text) {
     std::size_t number = 0;
     for (std::size_t begin = 0; begin <= text.size();) {
         const std::size_t end = std::min(text.find('.', begin), text.size());
-        if (auto error = readSegment(text.substr(begin, end - begin), ++number, model))
+        if (auto error = readSegment(text.substr(begin, end - begin), ++number, model, places))
             return *std::move(error);
         begin = end + 1;
     }

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "vxprivacy/services/iab/TCModel.h"
 
@@ -19,8 +20,18 @@ struct TCError {
     std::string why;   ///< in English
 };
 
+/// Where a field stands in its segment.
+struct FieldPlace {
+    std::string field; ///< segment and field, "Core.VendorConsent"
+    std::size_t first; ///< bit, from 0
+    std::size_t last;
+};
+
 /// The fields of a TC string. Any text is allowed; the time grows with its length, and the memory
 /// is bounded. Ranges may overlap; behind the last field of a segment there may be zeros.
-std::variant<TCModel, TCError> decode(std::string_view text);
+///
+/// `places`, if given, gets the place of each field that was read.
+std::variant<TCModel, TCError> decode(std::string_view text,
+                                      std::vector<FieldPlace>* places = nullptr);
 
 } // namespace vx::services::tcf

@@ -34,7 +34,7 @@ Purposes purposesIn(const JSONValue& numbers) {
 }
 
 // In one walk through the record: asking member by member begins anew each time.
-void addVendor(const JSONValue& record, VendorList& list) {
+void addVendor(const JSONValue& record, Purposes known, VendorList& list) {
     ListedVendor vendor;
     bool isDeleted = false;
     for (const auto& [name, value] : record.members())
@@ -52,6 +52,9 @@ void addVendor(const JSONValue& record, VendorList& list) {
             isDeleted = true;
     if (vendor.id == 0)
         return;
+    vendor.consent &= known;
+    vendor.legitimateInterest &= known;
+    vendor.flexible &= known;
     (isDeleted ? list.deleted : list.live).insert(vendor.id);
     if (!isDeleted)
         list.vendors.push_back(vendor);
@@ -66,8 +69,12 @@ VendorList VendorList::of(const JSONValue& document) {
                     .purposes = identifiersOf(document["purposes"], kPurposesWidth),
                     .specialFeatures =
                         identifiersOf(document["specialFeatures"], kSpecialFeaturesWidth)};
+    Purposes known = 0;
+    for (std::uint32_t purpose = 1; purpose <= kPurposesWidth; ++purpose)
+        if (list.purposes.contains(purpose))
+            known |= purposeBit(purpose);
     for (const auto& [key, record] : document["vendors"].members())
-        addVendor(record, list);
+        addVendor(record, known, list);
     return list;
 }
 

@@ -22,7 +22,7 @@ constexpr Purposes purposeBit(std::uint32_t purpose) {
 inline constexpr Purposes kConsentOnly =
     purposeBit(1) | purposeBit(3) | purposeBit(4) | purposeBit(5) | purposeBit(6);
 
-/// What a vendor of the list declares.
+/// What a vendor of the list declares, of purposes that the list has.
 struct ListedVendor {
     std::uint32_t id = 0;
     Purposes consent = 0;
