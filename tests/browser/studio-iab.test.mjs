@@ -21,6 +21,7 @@ async function openPanel(t, options) {
 const accept = (page) => page.getByRole("button", { name: "Accept all" }).click();
 
 const publish = async (page, launch) => {
+  await page.getByRole("button", { name: "Publish\u2026" }).click();
   await page.getByRole("button", { name: "Publish and relaunch" }).click();
   await page.getByText(`Running, launch ${launch}`).waitFor();
 };

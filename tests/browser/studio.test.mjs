@@ -146,11 +146,77 @@ test("a draft stays over reloads and what replaces it", async (t) => {
     await editor.fill(draft.replace(/"version": \d+/, `"version": ${version}`));
     await status.getByText("Edited. Publishes as version 2.").waitFor();
   }
+  await page.getByRole("button", { name: "Publish\u2026" }).click();
   await page.getByRole("button", { name: "Publish", exact: true }).click();
   await status.getByText("Version 2 is published.").waitFor();
   await page.reload();
   await openEditor();
   await status.getByText("Version 2 is published.").waitFor();
+  assert.deepEqual(page.failures, []);
+});
+
+test("before it is published, an edition says what it changes and does", async (t) => {
+  const page = await openStudio(t);
+  const editor = page.locator("#editor");
+  const dialog = page.getByRole("dialog");
+  const ask = () => page.getByRole("button", { name: "Publish\u2026" }).click();
+  const openEditor = (page) => page.getByRole("tab", { name: /^Configuration/ }).click();
+  await openEditor(page);
+  await page.getByText("Version 1 is published.").waitFor();
+  const other = await page.context().newPage();
+  await other.goto(page.url());
+  await openEditor(other);
+  await other.getByText("Version 1 is published.").waitFor();
+  const published = await editor.inputValue();
+
+  await editor.fill(published.replace('"Local news"', '"Near you"'));
+  await ask();
+  await dialog.getByRole("heading", { name: "Publish version 2?" }).waitFor();
+  await dialog.getByText("Users who have answered are not asked again").waitFor();
+  await dialog.getByText("The application is told nothing.").waitFor();
+  assert.match(await dialog.locator("del").allInnerTexts().then(String), /"version": 1.*"Local news"/s);
+  assert.match(await dialog.locator("ins").allInnerTexts().then(String), /"version": 2.*"Near you"/s);
+  await expectSound(page, 1280);
+  await page.keyboard.press("Escape");
+  await page.getByText("Edited. Publishes as version 2.").waitFor();
+
+  for (const [change, effect, callbacks] of [
+    ["Significant change", "Changed: the privacy configuration changed significantly.", "significantChangesInPrivacy"],
+    ["Reset saved choices", "Reset: a new privacy configuration wiped the saved choices.", ""]]) {
+    await editor.fill(published);
+    await page.getByLabel(change).check();
+    await ask();
+    await dialog.getByText(`Users who have answered are asked again. ${effect}`).waitFor();
+    await dialog.getByText(callbacks).first().waitFor();
+    await page.keyboard.press("Escape");
+  }
+  const draft = await editor.inputValue();
+
+  await other.locator("#editor").fill(published.replace('"Local news"', '"Villages"'));
+  await other.getByRole("button", { name: "Publish\u2026" }).click();
+  await other.getByRole("button", { name: "Publish", exact: true }).click();
+  const comeBack = other.getByRole("button", { name: "Relaunch with version 2" });
+  await comeBack.click();
+  await comeBack.waitFor({ state: "hidden" });
+  await other.getByText("Running, launch 2").waitFor();
+
+  await page.reload();
+  await openEditor(page);
+  assert.equal(await editor.inputValue(), draft);
+  await ask();
+  await dialog.getByText("Version 2 was published elsewhere while you were editing version 1.").waitFor();
+  await dialog.getByText('"Villages"').waitFor();
+  for (const button of ["Reset", "Kill hard"]) {
+    await page.keyboard.press("Escape");
+    await page.getByRole("button", { name: button, exact: true }).click();
+    if (button === "Reset") await page.getByRole("button", { name: "Delete the store" }).click();
+    await page.getByText(`Running, launch ${button === "Reset" ? 3 : 4}`).waitFor();
+    assert.equal(await editor.inputValue(), draft);
+  }
+  await ask();
+  await dialog.getByRole("button", { name: "Publish and relaunch" }).click();
+  await page.getByText("Running, launch 5").waitFor();
+  await page.getByText("Version 3 is published.").waitFor();
   assert.deepEqual(page.failures, []);
 });
 

@@ -61,6 +61,7 @@ TEST(StudioIAB, NamedVendorsBringTheirPurposesAlong) {
     EXPECT_EQ(studio.post("lint", document.dump()).at(0)["path"], "/information/vendors");
     document["information"]["vendors"] = "16,41";
     EXPECT_EQ(studio.post("lint", document.dump()), Json::array());
+    EXPECT_EQ(studio.post("rehearse", document.dump())["decision"]["reason"], "none");
     studio.post("configuration", document.dump());
     const std::uint64_t before = studio.now();
     studio.post("relaunch");

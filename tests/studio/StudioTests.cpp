@@ -103,8 +103,14 @@ TEST(Studio, APublishedVersionReachesTheNextLaunch) {
         if (version > 1)
             document["categories"] = Json::array({{{"ID", "50"}}}); // as the second case left them
         document.merge_patch(Json::parse(change));
-        EXPECT_EQ(studio.post("configuration", document.dump())["version"], ++version);
         const std::uint64_t before = studio.now();
+        const Json rehearsal = studio.post("rehearse", document.dump());
+        EXPECT_EQ(rehearsal["decision"]["mustAsk"], asks) << rehearsal;
+        EXPECT_EQ(rehearsal["decision"]["reason"], reason);
+        EXPECT_EQ(rehearsal["callbacks"], callbacks);
+        EXPECT_EQ(rehearsal["over"]["version"], version);
+        EXPECT_EQ(studio.now(), before);
+        EXPECT_EQ(studio.post("configuration", document.dump())["version"], ++version);
         studio.post("relaunch");
         ASSERT_FALSE(studio.await("log", "downloaded, version " + std::to_string(version), before)
                          .is_null());
@@ -123,8 +129,10 @@ TEST(Studio, APublishedVersionReachesTheNextLaunch) {
         {std::string(1'000'000, '['), "nested too deeply"},
     };
     for (const auto& [text, problem] : unusable) {
-        const std::string error = studio.post("configuration", text).value("error", "");
-        EXPECT_NE(error.find(problem), std::string::npos) << error;
+        for (const char* action : {"configuration", "rehearse"}) {
+            const std::string error = studio.post(action, text).value("error", "");
+            EXPECT_NE(error.find(problem), std::string::npos) << error;
+        }
     }
     EXPECT_EQ(studio.get("state")["published"]["version"], version);
 }

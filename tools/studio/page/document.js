@@ -24,19 +24,28 @@ export function replaceText(field, text) {
 }
 
 const draftName = (what, store) => `${what} of ${store}`;
+const kNoDraft = "null";
 
-/** Keeps a text that is not published yet over reloads and restarts, for the installation. */
-export function keepDraft(what, store, text, published) {
+/**
+ * Keeps a text that is not published yet over reloads and restarts, for the installation, and over
+ * which version it is written where there are any. Each tab has its own; a new one gets the last.
+ */
+export function keepDraft(what, store, text, published, version) {
+  const name = draftName(what, store);
   try {
-    if (text === published) localStorage.removeItem(draftName(what, store));
-    else localStorage.setItem(draftName(what, store), text);
+    const before = sessionStorage.getItem(name);
+    const now = text === published ? kNoDraft : JSON.stringify({ text, version });
+    sessionStorage.setItem(name, now);
+    if (now !== kNoDraft) localStorage.setItem(name, now);
+    else if (localStorage.getItem(name) === before) localStorage.removeItem(name); // not another tab's
   } catch { /* there is no room for it, or no leave */ }
 }
 
-/** The text that was kept, if any. */
+/** What was kept, {text, version}, if anything was. */
 export function draftOf(what, store) {
+  const name = draftName(what, store);
   try {
-    return localStorage.getItem(draftName(what, store)) ?? undefined;
+    return JSON.parse(sessionStorage.getItem(name) ?? localStorage.getItem(name)) ?? undefined;
   } catch {
     return undefined;
   }

@@ -1,9 +1,10 @@
 // The privacy configuration as its publisher edits it.
 
-import { byId, element } from "./dom.js";
-import { act, post, showProblem } from "./connection.js";
+import { byId, element, setText } from "./dom.js";
+import { act, showProblem } from "./connection.js";
 import { lintSoon } from "./findings.js";
 import { draftOf, keepDraft, objectIn, replaceText, showStatus, textOf } from "./document.js";
+import { askAndPublish, wirePublishing } from "./publishing.js";
 import { liveVendors, vendorIn, vendorText } from "./vendorlist.js";
 
 const kPublished = "/api/configuration";
@@ -11,6 +12,7 @@ const kMostNamed = 12;
 const kHighestVersion = 2 ** 31 - 1;
 let publishedText = "";
 let publishedVersion = 0;
+let begunWith = 0; // the version that is edited
 let store; // of the installation that is edited for
 let vendorList;
 const editor = byId("editor");
@@ -44,7 +46,7 @@ function showNamed(named) {
 function check() {
   lintSoon();
   const document = parsed();
-  for (const id of ["publish", "publish-relaunch", "add-category", "format", "flag-significant", "flag-reset", "flag-vendors"])
+  for (const id of ["publish", "add-category", "format", "flag-significant", "flag-reset", "flag-vendors"])
     byId(id).disabled = !document;
   if (!document) return;
   const information = document.information ?? {};
@@ -61,7 +63,8 @@ function check() {
 }
 
 function changed() {
-  keepDraft("configuration", store, editor.value, publishedText);
+  if (editor.value === publishedText) begunWith = publishedVersion;
+  keepDraft("configuration", store, editor.value, publishedText, begunWith);
   check();
 }
 
@@ -105,10 +108,13 @@ function nameVendor(event) {
 }
 
 async function publish() {
-  const { text } = await post("configuration", editor.value);
-  publishedText = text;
-  replaceText(editor, text);
+  const text = editor.value;
+  const edition = await askAndPublish(text, begunWith);
+  if (!edition) return;
+  publishedText = edition.text;
+  if (editor.value === text) replaceText(editor, publishedText);
   changed();
+  begunWith = edition.version;
 }
 
 async function fetched(path) {
@@ -131,14 +137,19 @@ async function load(path) {
 async function takeUp() {
   const before = publishedText;
   publishedText = (await fetched(kPublished)) ?? before;
-  if (editor.value === before) editor.value = publishedText;
+  if (editor.value === before) {
+    editor.value = publishedText;
+    begunWith = publishedVersion;
+  }
   check();
 }
 
 /** Shows what was typed for this installation and not published, else what is. */
 async function changeInstallation() {
   publishedText = (await fetched(kPublished)) ?? "";
-  editor.value = draftOf("configuration", store) ?? publishedText;
+  const draft = draftOf("configuration", store) ?? { text: publishedText, version: publishedVersion };
+  editor.value = draft.text;
+  begunWith = draft.version;
   check();
 }
 
@@ -154,8 +165,15 @@ export function wireEditor() {
   byId("sample").addEventListener("click", () => load("/api/sample"));
   byId("revert").addEventListener("click", () => load(kPublished));
   byId("publish").addEventListener("click", () => publish().catch(() => {}));
-  byId("publish-relaunch").addEventListener("click", () =>
-    publish().then(() => act("relaunch")).catch(() => {}));
+  byId("come-back").addEventListener("click", () => act("relaunch"));
+  wirePublishing();
+}
+
+// Whether the application would find something new if it started again.
+function offerRelaunch(application) {
+  const has = application?.configuration.version ?? 0;
+  byId("come-back").hidden = !application || has >= publishedVersion;
+  setText(byId("come-back"), `Relaunch with version ${publishedVersion}`);
 }
 
 /** Another page may have published: what is being edited here stays. */
@@ -163,8 +181,10 @@ export function renderEditor({ published, session, application }) {
   byId("tab-editor").hidden = session.live;
   vendorList = application?.vendorList;
   if (!published || published.iab !== session.iab) return; // between two modes
-  if (published.version === publishedVersion && session.store === store) return;
+  const isNew = published.version !== publishedVersion;
   publishedVersion = published.version;
+  offerRelaunch(application);
+  if (!isNew && session.store === store) return;
   byId("published").textContent = `v${publishedVersion}`;
   byId("named").hidden = !published.iab;
   byId("add-category").hidden = published.iab;

@@ -89,7 +89,7 @@ async function takeUp() {
   if (!response?.ok) return showProblem("The studio does not answer.");
   const before = shippedText;
   shippedText = await response.text();
-  if (isFirst) editor.value = draftOf("restrictions", store) ?? shippedText;
+  if (isFirst) editor.value = draftOf("restrictions", store)?.text ?? shippedText;
   else if (editor.value === before) editor.value = shippedText;
   setText(byId("restrictions-count"), shippedText === "" ? "" : String(restrictionsIn(objectIn(shippedText)).length));
   check();

@@ -117,6 +117,14 @@ void publish(StudioSession& session, const std::string& text, httplib::Response&
         answerError(response, 422, edition.problem());
 }
 
+void rehearse(StudioSession& session, const std::string& text, httplib::Response& response) {
+    const Result<Json> outcome = session.rehearse(text);
+    if (outcome)
+        answer(response, *outcome);
+    else
+        answerError(response, 422, outcome.problem());
+}
+
 } // namespace
 
 void addActions(httplib::Server& server, StudioSession& session, const EventStream& events) {
@@ -133,7 +141,10 @@ void addActions(httplib::Server& server, StudioSession& session, const EventStre
     post("/api/configuration", [&](const std::string& body, httplib::Response& response) {
         publish(session, body, response);
     });
-    // Changes nothing, but is work.
+    // These change nothing, but are work.
+    post("/api/rehearse", [&](const std::string& body, httplib::Response& response) {
+        rehearse(session, body, response);
+    });
     post("/api/lint", [](const std::string& body, httplib::Response& response) {
         answer(response, lint::asJSON(lint::lint(body)));
     });

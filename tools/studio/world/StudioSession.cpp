@@ -30,8 +30,9 @@ StudioSession::StudioSession(const WorldOptions& options, Installations installa
                                       {"languages", languagesOf(vendorList)},
                                       {"file", options.gvl.string()}}),
       started_(currentTime()), events_(events), installations_(std::move(installations)),
-      mode_(options.mode), backend_(options.site, options.privacy, std::move(vendorList), events),
-      record_(events), application_(events, record_) {
+      mode_(options.mode), backend_(options.site, options.privacy, vendorList, events),
+      record_(events), application_(events, record_),
+      rehearsal_(options.site, options.privacy, std::move(vendorList)) {
     reportSession();
     reportCode();
     events_.setState("clock", {{"offset", 0}});
@@ -50,6 +51,7 @@ Reply StudioSession::start(int port) {
 
 void StudioSession::stop() {
     application_.close(); // ends what others wait for
+    rehearsal_.stop();
     const std::lock_guard lock(network_);
     backend_.disconnect();
 }
@@ -193,6 +195,30 @@ Result<Edition> StudioSession::publish(const std::string& text) {
     return edition;
 }
 
+Result<Json> StudioSession::rehearse(const std::string& text) {
+    Edition inForce;
+    Launch launch;
+    {
+        const std::shared_lock beside(operation_);
+        const std::lock_guard lock(mutex_);
+        if (options_.live)
+            return Problem{"with --live the configuration is the host's"};
+        inForce = installation().publication.inForce();
+        launch = launchOf({});
+    }
+    const Result<Edition> next = editionOf(text, inForce.version);
+    if (!next)
+        return next.problem();
+    Json answer = {{"version", next->version},
+                   {"text", next->text},
+                   {"over", {{"version", inForce.version}, {"text", inForce.text}}}};
+    if (const Result<Json> outcome = rehearsal_.run(launch, inForce, *next))
+        answer.update(*outcome);
+    else
+        answer["problem"] = outcome.problem().text;
+    return answer;
+}
+
 Reply StudioSession::perform(Command command) {
     const std::shared_lock beside(operation_);
     return application_.perform(std::move(command));
@@ -204,19 +230,23 @@ Reply StudioSession::launchAnew() {
 }
 
 Reply StudioSession::launch(const Known& known) {
+    return application_.start(launchOf(known));
+}
+
+Launch StudioSession::launchOf(const Known& known) const {
     const bool iab = mode_ == Mode::IAB;
-    return application_.start({.store = installation().store,
-                               .site = options_.site,
-                               .privacy = options_.privacy,
-                               .mode = mode_,
-                               .clockOffset = clockOffset_,
-                               .host = options_.live ? "" : backend_.address(),
-                               .vendorListHost = options_.vendorListHost,
-                               .cause = known.cause,
-                               .tcStringBefore = known.tcStringBefore,
-                               .language = language_,
-                               .publisherTC = publisherTC_,
-                               .packaged = iab ? installations_.restrictions.directory() : ""});
+    return {.store = installation().store,
+            .site = options_.site,
+            .privacy = options_.privacy,
+            .mode = mode_,
+            .clockOffset = clockOffset_,
+            .host = options_.live ? "" : backend_.address(),
+            .vendorListHost = options_.vendorListHost,
+            .cause = known.cause,
+            .tcStringBefore = known.tcStringBefore,
+            .language = language_,
+            .publisherTC = publisherTC_,
+            .packaged = iab ? installations_.restrictions.directory() : ""};
 }
 
 StudioSession::Known StudioSession::known() const {

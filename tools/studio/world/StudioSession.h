@@ -11,6 +11,7 @@
 #include "tools/studio/world/ApplicationProcess.h"
 #include "tools/studio/world/Backend.h"
 #include "tools/studio/world/Installation.h"
+#include "tools/studio/world/Rehearsal.h"
 #include "tools/studio/world/ServedVendorList.h"
 #include "tools/studio/world/SessionRecord.h"
 #include "tools/studio/world/WorldOptions.h"
@@ -84,6 +85,10 @@ public:
     std::string sample() const;
     /// Throws std::system_error when it cannot be kept.
     Result<Edition> publish(const std::string& text);
+    /// What would be published for `text` ("version", "text"), over what ("over", the same of the
+    /// edition in force), and what that means to users who have answered, as `Rehearsal` finds it,
+    /// or the "problem" of finding it. Nothing changes.
+    Result<Json> rehearse(const std::string& text);
 
 private:
     // What a process knows and its store does not keep.
@@ -97,6 +102,7 @@ private:
     Reply perform(Command command);
     Reply ship(const std::string& text);
     Reply launch(const Known& known);
+    Launch launchOf(const Known& known) const;
     Reply launchAnew();
     Known known() const;
     Installation& installation() { return installations_.in(mode_); }
@@ -125,6 +131,7 @@ private:
     Backend backend_;
     SessionRecord record_;
     ApplicationProcess application_;
+    Rehearsal rehearsal_;
     std::chrono::milliseconds clockOffset_{0};
 };
 
