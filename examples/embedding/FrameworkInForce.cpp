@@ -22,3 +22,10 @@ void acceptAfterOwnScreen(vx::services::TCFLibrary& iab) {
     iab.setDisclosedVendors(shown);
     vx::VXMobilePrivacy::sharedInstance().acceptAllConsent();
 }
+
+void refuseAllButOneOfGoogles(vx::services::TCFLibrary& iab) {
+    const std::vector<std::int32_t> accepted = {35};
+    const std::vector<std::int32_t> shown = {9, 21, 35};
+    iab.setAdditionalConsent(accepted, shown);
+    vx::VXMobilePrivacy::sharedInstance().refuseAllConsent();
+}

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/iab/IABApplication.h"
+#include "vxprivacy/testing/RecordingDoors.h"
 
 namespace {
 
@@ -89,4 +90,53 @@ TEST(CMPStorage, TellsTheCreatedDateOfItsOwnStringOnly) {
     EXPECT_EQ(application.stored("TCString"), "absent");
     EXPECT_EQ(application.library.getCreatedDate(), "");
     EXPECT_TRUE(application.lines.empty());
+}
+
+// In either profile: for the next save, and gone with the one after, or a reset.
+TEST(AdditionalConsent, IsWrittenWithTheSaveItWasGivenFor) {
+    for (const auto profile :
+         {vx::services::TCFProfile::Specified, vx::services::TCFProfile::InForce}) {
+        Application application({}, {.profile = profile, .vendorList = [] {
+                                         return vx::JSONValue::parse(
+                                             R"({"gvlSpecificationVersion": 3,
+                         "vendorListVersion": 17, "tcfPolicyVersion": 4})");
+                                     }});
+        const auto savedAfter = [&](std::vector<std::int32_t> accepted,
+                                    std::vector<std::int32_t> disclosed) {
+            application.library.setAdditionalConsent(accepted, disclosed);
+            save(application, false);
+            return application.stored("AddtlConsent");
+        };
+        EXPECT_EQ(savedAfter({35, 1, 35}, {21, 9, 35}), "2~1.35~dv.9.21");
+        EXPECT_EQ(savedAfter({}, {9, 0, -1}), "2~~dv.9");
+        EXPECT_EQ(savedAfter({7}, {}), "2~7~dv.");
+        save(application, false);
+        EXPECT_EQ(application.stored("AddtlConsent"), "absent");
+        EXPECT_EQ(savedAfter({7}, {}), "2~7~dv.");
+        application.library.resetTCData();
+        EXPECT_EQ(application.stored("AddtlConsent"), "absent");
+    }
+}
+
+TEST(Expiry, RemovesAtStartUpWhereAnApplicationAsksForIt) {
+    constexpr std::uint64_t kSaved = 1'700'000'000'000;
+    struct Case {
+        std::uint64_t now;
+        bool clears;
+        bool left;
+    };
+    for (const auto& [now, clears, left] : std::vector<Case>{{kSaved + 34'128'000'000, true, true},
+                                                             {kSaved + 34'128'000'001, true, false},
+                                                             {kSaved - 1, true, false},
+                                                             {kSaved * 2, false, true}}) {
+        const vx::recording::StandingClock clock(now);
+        vx::services::TCFLibrary::Settings settings;
+        settings.expiryClock = clears ? &clock : nullptr;
+        Application application({{"TIMESTAMP", std::to_string(kSaved)}}, settings);
+        save(application, false);
+        application.library.setCMPSDKID();
+        EXPECT_EQ(application.stored("TCString") != "absent", left);
+        EXPECT_EQ(application.stored("CmpSdkID"), "90");
+        EXPECT_EQ(application.store.get("TIMESTAMP"), std::to_string(kSaved));
+    }
 }

@@ -30,6 +30,7 @@ constexpr std::string_view kPublisherCustomPurposesConsents =
     "IABTCF_PublisherCustomPurposesConsents";
 constexpr std::string_view kPublisherCustomPurposesLegitimateInterests =
     "IABTCF_PublisherCustomPurposesLegitimateInterests";
+constexpr std::string_view kAdditionalConsent = "IABTCF_AddtlConsent"; // not the IAB's
 
 constexpr std::string_view kNumbers[] = {
     kCmpSdkID,
@@ -53,6 +54,7 @@ constexpr std::string_view kTexts[] = {
     kPublisherLegitimateInterests,
     kPublisherCustomPurposesConsents,
     kPublisherCustomPurposesLegitimateInterests,
+    kAdditionalConsent,
 };
 
 std::string keyOfRestrictions(std::uint32_t purpose) {
@@ -147,6 +149,7 @@ void CMPStorage::write(const TCData& data) {
     setText(kPurposeLegitimateInterests, digits(model.purposesLITransparency, kPurposesWidth));
     setText(kSpecialFeaturesOptIns, digits(model.specialFeatureOptIns, kSpecialFeaturesWidth));
     putPublisher(model.publisherTC);
+    putText(kAdditionalConsent, data.additionalConsent);
     putRestrictions(data.restrictions);
     transaction.commit();
 }

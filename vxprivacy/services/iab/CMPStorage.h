@@ -20,6 +20,7 @@ struct TCData {
     std::optional<bool> gdprApplies = true; ///< absent: not known
     /// Whether UseNonStandardTexts stands under its name before version 2.2 too.
     bool underOldName = true;
+    std::optional<std::string> additionalConsent{}; ///< Google's
 };
 
 /// The TC data in a key-value store, under the keys and with the values that the IAB has published

@@ -20,9 +20,11 @@ std::optional<std::uint32_t> cmpOf(const TCFSettings& settings) {
 }
 
 InForceStringBuilder::InForceStringBuilder(CMPStorage storage, const PublisherRules& rules,
-                                           const TCFSettings& settings, Shown shown, Logger& logger)
+                                           const TCFSettings& settings, Shown shown,
+                                           std::optional<std::string> additionalConsent,
+                                           Logger& logger)
     : storage_(storage), rules_(rules), settings_(settings), shown_(std::move(shown)),
-      logger_(logger) {}
+      additionalConsent_(std::move(additionalConsent)), logger_(logger) {}
 
 // Formats, "What happened to Created and LastUpdated?": the same value, to the day.
 void InForceStringBuilder::setConsentRecordLastUpdated(std::int64_t time) {
@@ -67,6 +69,7 @@ TCModel InForceStringBuilder::model(bool withPublisherTC) const {
 std::string InForceStringBuilder::buildConsentString(bool withPublisherTC) {
     built_.emplace();
     built_->gdprApplies = settings_.gdprApplies;
+    built_->additionalConsent = additionalConsent_;
     built_->underOldName = false; // the CMP API, "In App Details", has the new one alone
     if (const std::string why = obstacle(); !why.empty()) {
         logger_.log("TC string: none is written: " + why, kLogProblem);

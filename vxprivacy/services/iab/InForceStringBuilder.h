@@ -29,7 +29,8 @@ public:
     /// References must outlive it. The restrictions are those that `rules` has when a string is
     /// built.
     InForceStringBuilder(CMPStorage storage, const PublisherRules& rules,
-                         const TCFSettings& settings, Shown shown, Logger& logger);
+                         const TCFSettings& settings, Shown shown,
+                         std::optional<std::string> additionalConsent, Logger& logger);
 
     void setConsentRecordLastUpdated(std::int64_t time) override;
     void setConsentLanguage(std::string_view language) override;
@@ -62,6 +63,7 @@ private:
     const PublisherRules& rules_;
     const TCFSettings& settings_;
     Shown shown_;
+    std::optional<std::string> additionalConsent_;
     Logger& logger_;
     FieldFitter fitter_{logger_};
     std::uint64_t day_ = 0; // tenths of a second since 1970

@@ -6,7 +6,10 @@
 
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/platform/core/LogLevel.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
+#include "vxprivacy/platform/foundation/Text.h"
+#include "vxprivacy/services/iab/AdditionalConsent.h"
 #include "vxprivacy/services/iab/CMPStorage.h"
 #include "vxprivacy/services/iab/Decoder.h"
 #include "vxprivacy/services/iab/InForceStringBuilder.h"
@@ -45,11 +48,24 @@ TCFLibrary::~TCFLibrary() = default;
 
 void TCFLibrary::setCMPSDKID() {
     tcf::CMPStorage storage(store_, sink_);
+    if (hasExpired()) {
+        logger_.log("The TC data is removed: the consent has expired", kLogNote);
+        storage.reset();
+    }
     if (inForce())
         storage.announce(tcf::cmpOf(settings_), settings_.gdprApplies);
     else
         storage.setCMP(kCMPID);
     storage.mirror();
+}
+
+// As the engine: a time in the future has a huge age.
+bool TCFLibrary::hasExpired() const {
+    const auto time = store_.get(kVXConsentTime);
+    if (!settings_.expiryClock || !time || time->empty())
+        return false;
+    const auto saved = static_cast<std::uint64_t>(longIntegerValue(*time));
+    return settings_.expiryClock->nowMilliseconds() - saved > kVXConsentExpirationDuration;
 }
 
 std::string TCFLibrary::getCreatedDate() const {
@@ -97,6 +113,11 @@ void TCFLibrary::setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
             disclosed_->vendors.insert(static_cast<std::uint32_t>(vendor));
 }
 
+void TCFLibrary::setAdditionalConsent(std::span<const std::int32_t> accepted,
+                                      std::span<const std::int32_t> disclosed) {
+    additionalConsent_ = tcf::additionalConsentOf(accepted, disclosed);
+}
+
 void TCFLibrary::resetTCData() {
     tcf::CMPStorage storage(store_, sink_);
     storage.reset();
@@ -114,13 +135,14 @@ std::unique_ptr<CoreStringBuilder> TCFLibrary::makeInForceBuilder() {
         tcf::CMPStorage(store_, sink_), *rules_, settings_,
         tcf::InForceStringBuilder::Shown{disclosed ? disclosed->vendors : tcf::IdentifierSet(),
                                          tcf::VendorList::of(list)},
-        logger_);
+        std::exchange(additionalConsent_, {}), logger_);
 }
 
 std::unique_ptr<CoreStringBuilder> TCFLibrary::makeCoreStringBuilder() {
     if (inForce())
         return makeInForceBuilder();
-    return std::make_unique<tcf::TCStringBuilder>(tcf::CMPStorage(store_, sink_), *rules_, logger_);
+    return std::make_unique<tcf::TCStringBuilder>(tcf::CMPStorage(store_, sink_), *rules_,
+                                                  std::exchange(additionalConsent_, {}), logger_);
 }
 
 } // namespace vx::services

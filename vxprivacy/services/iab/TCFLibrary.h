@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -43,8 +45,9 @@ public:
     TCFLibrary(const TCFLibrary&) = delete;
     TCFLibrary& operator=(const TCFLibrary&) = delete;
 
-    /// Stores the number of this CMP, in the profile `InForce` also whether the GDPR applies, and
-    /// tells the sink all that is stored.
+    /// Takes away TC data that has expired, where the settings say so; stores the number of this
+    /// CMP, in the profile `InForce` also whether the GDPR applies, and tells the sink all that is
+    /// stored.
     void setCMPSDKID() override;
     /// When the stored TC string was created, in seconds since 1970 as decimal text. Empty when
     /// there is none, and, with a log line, when it is damaged or another CMP's.
@@ -60,6 +63,13 @@ public:
     /// segment.
     void setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
                              const JSONValue& vendorList = {}) override;
+    /// Google's Additional Consent: which providers of Google's list the user accepted, and which
+    /// ones the user was shown, by the numbers of that list. The application shows and asks; the
+    /// next save writes it ("IABTCF_AddtlConsent"), in either profile, and one that follows without
+    /// another call removes it: who was not asked about has not accepted. A string that is not
+    /// written leaves none of it.
+    void setAdditionalConsent(std::span<const std::int32_t> accepted,
+                              std::span<const std::int32_t> disclosed);
     /// Stores `consent` as the TC string; the empty text removes it.
     void saveConsentString(std::string_view consent) override;
     /// Removes all that is stored; in the profile `InForce` all but what start-up stores.
@@ -71,14 +81,16 @@ private:
     struct Disclosed;
 
     std::unique_ptr<CoreStringBuilder> makeInForceBuilder();
+    bool hasExpired() const;
     bool inForce() const { return settings_.profile == TCFProfile::InForce; }
 
     KeyValueStore& store_;
     Logger& logger_;
     Settings settings_;
     TCDataSink* sink_;
-    std::unique_ptr<Disclosed> disclosed_;       // for the next string; null: nothing was
-    std::unique_ptr<tcf::PublisherRules> rules_; // handed over in this run; never null
+    std::optional<std::string> additionalConsent_; // for the next string
+    std::unique_ptr<Disclosed> disclosed_;         // for the next string; null: nothing was
+    std::unique_ptr<tcf::PublisherRules> rules_;   // handed over in this run; never null
 };
 
 } // namespace vx::services

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
 
@@ -18,7 +19,8 @@ enum class TCFProfile {
     InForce
 };
 
-/// What an application decides; all but `profile` holds in the profile `InForce` alone.
+/// What an application decides; what does not say "in either profile" holds in
+/// the profile `InForce` alone.
 struct TCFSettings {
     TCFProfile profile = TCFProfile::Specified;
     /// Of the law that counts, ISO 3166-1 alpha-2: "FR". What is no two letters becomes "AA",
@@ -35,6 +37,10 @@ struct TCFSettings {
     /// The vendor list of strings that are made without the privacy center, which brings its
     /// own. Empty function: the engine's.
     std::function<JSONValue()> vendorList{};
+    /// By this clock, which must outlive the library, TC data whose consent is older than 395 days
+    /// at start-up is removed as by a reset, in either profile. Null: it stays until the next
+    /// decision.
+    const Clock* expiryClock = nullptr;
 };
 
 } // namespace vx::services

@@ -134,7 +134,10 @@ std::string TCStringBuilder::buildConsentString(bool withPublisherTC) {
         model.publisherTC = PublisherTC{.purposesConsent = model.purposesConsent,
                                         .purposesLITransparency = model.purposesLITransparency};
     std::string text = encode(model);
-    built_ = TCData{std::move(model), text, rules_.texts};
+    built_ = TCData{.model = std::move(model),
+                    .text = text,
+                    .restrictions = rules_.texts,
+                    .additionalConsent = additionalConsent_};
     return text;
 }
 

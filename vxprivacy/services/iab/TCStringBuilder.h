@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/iab/CoreStringBuilder.h"
@@ -19,8 +20,10 @@ namespace vx::services::tcf {
 class TCStringBuilder : public CoreStringBuilder {
 public:
     /// All must outlive it. The restrictions are those that `rules` has when a string is built.
-    TCStringBuilder(CMPStorage storage, const PublisherRules& rules, Logger& logger)
-        : storage_(storage), rules_(rules), fitter_(logger) {}
+    TCStringBuilder(CMPStorage storage, const PublisherRules& rules,
+                    std::optional<std::string> additionalConsent, Logger& logger)
+        : storage_(storage), rules_(rules), additionalConsent_(std::move(additionalConsent)),
+          fitter_(logger) {}
 
     void setVendorListVersion(std::int32_t version) override;
     void setConsentRecordCreated(std::int64_t time) override;
@@ -51,6 +54,7 @@ private:
 
     CMPStorage storage_;
     const PublisherRules& rules_;
+    std::optional<std::string> additionalConsent_;
     FieldFitter fitter_;
     TCModel model_; // its vendor sections are filled when a string is built
     struct Vendors {
