@@ -5,6 +5,8 @@
 
 #include <sqlite3.h>
 
+#include "vxprivacy/services/system/System.h"
+
 namespace vx::services {
 
 namespace {
@@ -21,7 +23,7 @@ constexpr unsigned char kKnownWriteVersion = 2;
 } // namespace
 
 Connection::Connection(const std::filesystem::path& file)
-    : SQLite::Database(file.string(),
+    : SQLite::Database(system::utf8(file),
                        SQLite::OPEN_READWRITE | SQLite::OPEN_NOFOLLOW | SQLite::OPEN_NOMUTEX) {
     sqlite3_busy_handler(getHandle(), &waitForOthers, this);
     sqlite3_db_config(getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);

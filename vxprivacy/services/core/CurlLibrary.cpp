@@ -3,16 +3,9 @@
 #include <memory>
 #include <mutex>
 
-#include <dlfcn.h>
+#include "vxprivacy/services/system/System.h"
 
 namespace vx::services {
-
-namespace {
-
-// The one library under its two names on Debian, after the TLS library that it was built with.
-constexpr const char* kNames[] = {"libcurl.so.4", "libcurl-gnutls.so.4"};
-
-} // namespace
 
 // Not destroyed, as whatever uses it may be destroyed at the very end of the process.
 const CurlLibrary* CurlLibrary::load(std::string& problem) {
@@ -33,23 +26,21 @@ CurlLibrary::CurlLibrary() {
         problem_ = "libcurl cannot be used: it does not initialise";
 }
 
+#ifndef VXPRIVACY_LINKS_CURL
 void* CurlLibrary::open() {
     std::string failure;
-    for (const char* name : kNames) {
-        if (void* library = dlopen(name, RTLD_NOW | RTLD_LOCAL))
-            return library;
-        if (failure.empty())
-            failure = dlerror();
-    }
-    problem_ = "libcurl cannot be loaded: " + failure;
-    return nullptr;
+    void* library = system::loadCurl(failure);
+    if (!library)
+        problem_ = "libcurl cannot be loaded: " + failure;
+    return library;
 }
 
 CurlLibrary::Symbol CurlLibrary::symbol(const char* name) {
-    void* address = library_ ? dlsym(library_, name) : nullptr;
+    void* address = library_ ? system::functionOf(library_, name) : nullptr;
     if (!address && problem_.empty())
         problem_ = std::string("libcurl is too old: it has no ") + name;
     return {address};
 }
+#endif
 
 } // namespace vx::services

@@ -8,6 +8,8 @@
 
 #include <sqlite3.h>
 
+#include "vxprivacy/services/system/System.h"
+
 namespace vx::services {
 
 namespace {
@@ -123,7 +125,7 @@ bool Database::tryToConnect() {
     } catch (const SQLite::Exception& problem) {
         if (!StoreFile::meansDamage(problem))
             throw;
-        moveAside(problem, *file);
+        moveAside(problem, std::move(file));
         return false;
     }
     file->trust();
@@ -174,7 +176,7 @@ void Database::writeOrReplace() {
     } catch (const SQLite::Exception& problem) {
         const int code = problem.getErrorCode() & 0xff;
         if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) {
-            moveAside(problem, *connection_);
+            moveAside(problem, std::move(connection_));
             disconnect();
             connect();
             return write();
@@ -185,10 +187,11 @@ void Database::writeOrReplace() {
     }
 }
 
-void Database::moveAside(const std::exception& reason, const Connection& file) {
-    if (const auto aside = file_.moveAside(file))
-        logger_.log("The store " + file_.path().string() + " cannot be used (" + reason.what() +
-                        "); it is now " + aside->string() + ", and a new one is begun",
+void Database::moveAside(const std::exception& reason, std::unique_ptr<Connection> file) {
+    if (const auto aside = file_.moveAside(std::move(file)))
+        logger_.log("The store " + system::utf8(file_.path()) + " cannot be used (" +
+                        reason.what() + "); it is now " + system::utf8(*aside) +
+                        ", and a new one is begun",
                     kLogProblem);
 }
 
@@ -204,8 +207,8 @@ bool Database::pending() const {
 
 void Database::failed(const std::exception& reason) {
     if (!failing_)
-        logger_.log("The store " + file_.path().string() + " cannot be written (" + reason.what() +
-                        "); changes are kept in memory and tried again",
+        logger_.log("The store " + system::utf8(file_.path()) + " cannot be written (" +
+                        reason.what() + "); changes are kept in memory and tried again",
                     kLogProblem);
     pause_ = failing_ ? std::min(pause_ * 2, kLongestPause) : kFirstPause;
     nextTry_ = Steady::now() + pause_;
@@ -215,7 +218,7 @@ void Database::failed(const std::exception& reason) {
 
 void Database::succeeded() {
     if (failing_)
-        logger_.log("The store " + file_.path().string() + " is written again", kLogNote);
+        logger_.log("The store " + system::utf8(file_.path()) + " is written again", kLogNote);
     failing_ = false;
     problem_.clear();
 }

@@ -106,7 +106,7 @@ private:
     bool makeTables(Connection& file);
     void write();
     void writeOrReplace();
-    void moveAside(const std::exception& reason, const Connection& file);
+    void moveAside(const std::exception& reason, std::unique_ptr<Connection> file);
     std::chrono::milliseconds patience() const;
     bool pending() const;
     void failed(const std::exception& reason);

@@ -3,18 +3,14 @@
 #include "vxprivacy/services/core/StoreFile.h"
 
 #include <array>
-#include <cerrno>
 #include <chrono>
 #include <system_error>
 #include <thread>
 
-#include <fcntl.h>
 #include <sqlite3.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "vxprivacy/services/core/WriteAheadLog.h"
+#include "vxprivacy/services/system/System.h"
 
 namespace vx::services {
 
@@ -22,21 +18,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using Status = struct stat;
-
 // Found again in every user's store: "vxpr" in ASCII.
 constexpr int kApplicationID = 0x76787072;
 // The file and what SQLite keeps beside it; the file itself last, so that a crash in the middle of
 // moving them never leaves it behind with a log that is not its own.
 constexpr std::array<std::string_view, 3> kSuffixes{"-wal", "-shm", ""};
 
-[[noreturn]] void fail(const char* what, const fs::path& path) {
-    throw fs::filesystem_error(what, path, std::error_code(errno, std::generic_category()));
-}
+// How long another process may take to move the store.
+constexpr std::chrono::milliseconds kLockPatience{50};
 
-std::optional<Status> fileStatus(const fs::path& path) {
-    Status found{};
-    return ::lstat(path.c_str(), &found) == 0 ? std::optional(found) : std::nullopt;
+bool isThere(const fs::path& path) {
+    return fs::exists(fs::symlink_status(path));
 }
 
 int number(SQLite::Database& database, const char* query) {
@@ -52,41 +44,20 @@ bool isOurs(SQLite::Database& database) {
            (application == 0 && number(database, "SELECT count(*) FROM sqlite_master") == 0);
 }
 
-// Makes what was made in `directory` survive a power cut.
-void sync(const fs::path& directory) {
-    const int handle = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0)
-        return;
-    ::fsync(handle);
-    ::close(handle);
-}
-
-// Lets one process at a time move files in a directory, while the object lives.
-class DirectoryLock {
-public:
-    explicit DirectoryLock(const fs::path& directory)
-        : handle_(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        const auto deadline = std::chrono::steady_clock::now() + kLockPatience;
-        while (::flock(handle_, LOCK_EX | LOCK_NB) != 0) {
-            if (handle_ < 0 || std::chrono::steady_clock::now() > deadline) {
-                ::close(handle_);
-                fail("another process is moving the store", directory);
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
+// Takes the lock.
+void waitFor(system::DirectoryLock& directory, const fs::path& path) {
+    const auto deadline = std::chrono::steady_clock::now() + kLockPatience;
+    while (!directory.tryLock()) {
+        if (std::chrono::steady_clock::now() > deadline)
+            throw fs::filesystem_error("another process is moving the store", path,
+                                       std::make_error_code(std::errc::timed_out));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    ~DirectoryLock() { ::close(handle_); }
-    DirectoryLock(const DirectoryLock&) = delete;
-    DirectoryLock& operator=(const DirectoryLock&) = delete;
-
-private:
-    static constexpr std::chrono::milliseconds kLockPatience{50};
-    const int handle_;
-};
+}
 
 // Whether nothing but the store lies in `directory`, and it is no common one.
 bool isOnlyFor(const fs::path& file, const fs::path& directory) {
-    if (fileStatus(directory)->st_mode & S_ISVTX)
+    if ((fs::status(directory).permissions() & fs::perms::sticky_bit) != fs::perms::none)
         return false;
     for (const fs::directory_entry& entry : fs::directory_iterator(directory))
         if (!entry.path().filename().native().starts_with(file.filename().native()))
@@ -104,7 +75,7 @@ StoreFile::StoreFile(const fs::path& path) : path_(path) {
 
 std::unique_ptr<Connection> StoreFile::connect() {
     makeDirectory();
-    makeFile();
+    system::makeFile(path_);
     tighten();
     hasGarbageLog_ = isGarbageLog(beside("-wal"));
     return std::make_unique<Connection>(path_);
@@ -129,50 +100,46 @@ void StoreFile::claim(SQLite::Database& database) {
 void StoreFile::makeDirectory() {
     fs::path directory = path_.parent_path();
     fs::create_directories(directory.parent_path());
-    const bool made = ::mkdir(directory.c_str(), S_IRWXU) == 0;
-    if (!made && errno != EEXIST)
-        fail("no directory for the store", directory);
+    const bool made = system::makeDirectory(directory);
     if (made)
-        sync(directory.parent_path());
+        system::sync(directory.parent_path());
     directory = fs::canonical(directory); // the directory may be a link, the file may not
     path_ = directory / path_.filename();
+    std::error_code refused; // it may be another user's
     if (!made && isOnlyFor(path_, directory))
-        ::chmod(directory.c_str(), S_IRWXU);
-}
-
-void StoreFile::makeFile() {
-    const int file = ::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (file >= 0)
-        ::close(file);
-    else if (errno != EEXIST)
-        fail("the store cannot be made", path_);
+        fs::permissions(directory, fs::perms::owner_all, refused);
 }
 
 // The user alone may read the file, and what SQLite keeps beside it has the file's own rights:
 // SQLite gives it those that the file has when it is made, be it for reading only.
 void StoreFile::tighten() const {
-    const auto store = fileStatus(path_);
-    const mode_t rights = store ? store->st_mode & (S_IRUSR | S_IWUSR) : 0;
+    const fs::perms rights =
+        fs::symlink_status(path_).permissions() & (fs::perms::owner_read | fs::perms::owner_write);
     for (std::string_view suffix : kSuffixes) {
         const fs::path file = beside(suffix);
-        const auto found = fileStatus(file);
-        if (found && !S_ISREG(found->st_mode)) {
-            errno = ELOOP;
-            fail("the store is a link or no file at all", file);
-        }
-        if (found && (found->st_mode & (S_IRWXU | S_IRWXG | S_IRWXO)) != rights)
-            ::chmod(file.c_str(), rights);
+        const fs::file_status found = fs::symlink_status(file);
+        if (!fs::exists(found))
+            continue;
+        if (!fs::is_regular_file(found))
+            throw fs::filesystem_error(
+                "the store is a link or no file at all", file,
+                std::make_error_code(std::errc::too_many_symbolic_link_levels));
+        std::error_code refused; // it may be another user's
+        if (found.permissions() != rights)
+            fs::permissions(file, rights, refused);
     }
 }
 
 // The lock, lest two processes that found the same damage move one another's new file.
-std::optional<fs::path> StoreFile::moveAside(const Connection& file) {
-    const DirectoryLock lock(path_.parent_path());
-    if (file.hasMoved())
+std::optional<fs::path> StoreFile::moveAside(std::unique_ptr<Connection> file) {
+    system::DirectoryLock directory(path_.parent_path());
+    waitFor(directory, path_);
+    if (file->hasMoved())
         return {};
+    file.reset();
     fs::path aside = reserveName();
     for (std::string_view suffix : kSuffixes)
-        if (fileStatus(beside(suffix)))
+        if (isThere(beside(suffix)))
             fs::rename(beside(suffix), fs::path(aside) += suffix);
     return aside;
 }
@@ -181,15 +148,9 @@ std::optional<fs::path> StoreFile::moveAside(const Connection& file) {
 fs::path StoreFile::reserveName() const {
     for (int count = 1;; ++count) {
         fs::path name = beside(".damaged-" + std::to_string(count));
-        if (fileStatus(fs::path(name) += "-wal") || fileStatus(fs::path(name) += "-shm"))
-            continue;
-        const int file = ::open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-        if (file < 0 && errno != EEXIST)
-            fail("the store cannot be moved aside", name);
-        if (file >= 0) {
-            ::close(file);
+        if (!isThere(fs::path(name) += "-wal") && !isThere(fs::path(name) += "-shm") &&
+            system::makeFile(name))
             return name;
-        }
     }
 }
 

@@ -26,8 +26,8 @@ public:
     static void claim(SQLite::Database& database);
 
     /// Gives the file another name, which nothing has yet, and says which; nothing where another
-    /// process did so since it was connected to.
-    std::optional<std::filesystem::path> moveAside(const Connection& file);
+    /// process did so since it was connected to. Ends the connection: Windows moves no open file.
+    std::optional<std::filesystem::path> moveAside(std::unique_ptr<Connection> file);
 
     /// Whether what SQLite said when it read the file means that the file itself is at fault: it is
     /// damaged or belongs to another program.
@@ -37,7 +37,6 @@ public:
 
 private:
     void makeDirectory();
-    void makeFile();
     void tighten() const;
     std::filesystem::path reserveName() const;
     std::filesystem::path beside(std::string_view suffix) const;

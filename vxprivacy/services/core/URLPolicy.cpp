@@ -6,10 +6,8 @@
 #include <optional>
 #include <string_view>
 
-#include <arpa/inet.h>
-#include <strings.h>
-
 #include "vxprivacy/services/core/CurlHandles.h"
+#include "vxprivacy/services/system/System.h"
 
 namespace vx::services {
 
@@ -20,12 +18,15 @@ struct Address {
     std::string_view host; // an IPv6 address in its brackets
 };
 
-bool startsWith(const std::string& text, std::string_view prefix) {
-    return ::strncasecmp(text.c_str(), prefix.data(), prefix.size()) == 0;
+// `scheme` in lower case.
+bool hasScheme(std::string_view url, std::string_view scheme) {
+    return std::ranges::equal(url.substr(0, scheme.size()), scheme, [](char a, char b) {
+        return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b;
+    });
 }
 
 bool isHTTPS(const std::string& url) {
-    return startsWith(url, "https://");
+    return hasScheme(url, "https://");
 }
 
 bool isVisible(char c) {
@@ -34,7 +35,7 @@ bool isVisible(char c) {
 
 // Read in the simplest way: odd spellings come out wrong here, and `isReadAlike` then refuses them.
 std::optional<Address> addressOf(const std::string& url) {
-    if ((!isHTTPS(url) && !startsWith(url, "http://")) || !std::ranges::all_of(url, isVisible))
+    if ((!isHTTPS(url) && !hasScheme(url, "http://")) || !std::ranges::all_of(url, isVisible))
         return {};
     const std::size_t start = url.find("//") + 2;
     const auto authority =
@@ -47,10 +48,8 @@ std::optional<Address> addressOf(const std::string& url) {
 }
 
 bool isThisMachine(std::string_view host) {
-    in_addr address{};
-    return host == "localhost" || host == "[::1]" ||
-           (inet_pton(AF_INET, std::string(host).c_str(), &address) == 1 &&
-            ntohl(address.s_addr) >> 24 == 127);
+    const auto address = system::ipv4Address(std::string(host));
+    return host == "localhost" || host == "[::1]" || (address && *address >> 24 == 127);
 }
 
 } // namespace
