@@ -9,7 +9,7 @@ namespace {
 
 using namespace vx;
 using namespace vx::services::tcf;
-using tests::Application;
+using tests::IABApplication;
 
 TCModel modelOf(CoreStringBuilder& builder) {
     return std::get<TCModel>(decode(builder.buildConsentString(false)));
@@ -77,7 +77,7 @@ TEST(Builder, LeavesOutWhatAFieldCannotHold) {
     };
     for (const auto& [give, logged, holds] : cases) {
         SCOPED_TRACE(logged);
-        Application application;
+        IABApplication application;
         const auto builder = application.builder();
         give(*builder);
         EXPECT_TRUE(holds(modelOf(*builder)));
@@ -88,14 +88,14 @@ TEST(Builder, LeavesOutWhatAFieldCannotHold) {
 }
 
 TEST(Builder, LogsOnceWhatManyIdentifiersHaveInCommon) {
-    Application application;
+    IABApplication application;
     const auto builder = application.builder();
     builder->setPurposesConsent(std::vector{-1, -2, 25, 26});
     EXPECT_EQ(application.lines.size(), 1u);
 }
 
 TEST(Builder, KeepsATimeAndUpperCaseLetters) {
-    Application application;
+    IABApplication application;
     const auto builder = application.builder();
     builder->setConsentRecordCreated(1'600'000'000);
     const TCModel model = modelOf(*builder);
@@ -104,7 +104,7 @@ TEST(Builder, KeepsATimeAndUpperCaseLetters) {
 }
 
 TEST(Builder, GivesThePublisherSegmentTheUsersPurposes) {
-    Application application;
+    IABApplication application;
     const auto builder = application.builder();
     builder->setPurposesConsent(std::vector{1, 2, 2});
     builder->setPurposesLITransparency(std::vector{9});

@@ -10,10 +10,11 @@
 namespace vx::tests {
 
 /// An application that has the IAB library, on a store to look into.
-struct Application : private Logger {
-    explicit Application(const recording::Texts& entries = {}, services::TCDataSink* sink = nullptr)
+struct IABApplication : private Logger {
+    explicit IABApplication(const recording::Texts& entries = {},
+                            services::TCDataSink* sink = nullptr)
         : store(entries), library(store, *this, sink) {}
-    Application(const recording::Texts& entries, services::TCFLibrary::Settings settings)
+    IABApplication(const recording::Texts& entries, services::TCFLibrary::Settings settings)
         : store(entries), library(store, *this, std::move(settings)) {}
 
     /// A builder with this module's fixed fields, and vendors 1 to 12.
@@ -44,7 +45,7 @@ private:
 };
 
 /// A save of the application.
-inline void save(Application& application, bool withPublisherTC) {
+inline void save(IABApplication& application, bool withPublisherTC) {
     const auto builder = application.builder();
     builder->setConsentRecordCreated(1'600'000'000);
     builder->setPurposesConsent(std::vector{1, 3});

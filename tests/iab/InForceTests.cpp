@@ -58,7 +58,7 @@ ConsentDictionary everything(const std::string& value) {
 
 constexpr std::int32_t kAll[] = {1, 2, 3, 4, 5, 6, 7};
 
-TCModel saved(tests::Application& application, const ConsentDictionary& consent,
+TCModel saved(tests::IABApplication& application, const ConsentDictionary& consent,
               CoreStringBuilder::Identifiers disclosed = kAll) {
     application.library.setDisclosedVendors(disclosed);
     const auto builder = application.builder(); // with other fields than the profile's
@@ -74,7 +74,7 @@ TCModel saved(tests::Application& application, const ConsentDictionary& consent,
 } // namespace
 
 TEST(InForce, TakesEachFieldFromItsSource) {
-    tests::Application application({}, inForce());
+    tests::IABApplication application({}, inForce());
     const TCModel model = saved(application, everything("1"));
     EXPECT_EQ(model.created, 16'999'200'000u) << "14 November 2023, and no hour of it";
     EXPECT_EQ(model.lastUpdated, model.created);
@@ -99,7 +99,7 @@ TEST(InForce, TakesEachFieldFromItsSource) {
 }
 
 TEST(InForce, KnowsAnObjectionFromALegitimateInterestThatLeavesNoChoice) {
-    tests::Application application({}, inForce());
+    tests::IABApplication application({}, inForce());
     const TCModel refused = saved(application, everything("0"));
     EXPECT_EQ(refused.vendorLegitimateInterest.vendors, IdentifierSet{2});
     EXPECT_EQ(refused.disclosedVendors->vendors, (IdentifierSet{1, 2, 3, 4, 5}));
@@ -118,7 +118,7 @@ TEST(InForce, KnowsAnObjectionFromALegitimateInterestThatLeavesNoChoice) {
 }
 
 TEST(InForce, HasAnEmptySegmentWhereNobodyWasShown) {
-    tests::Application application({}, inForce());
+    tests::IABApplication application({}, inForce());
     saved(application, everything("1"));
     const TCModel model = saved(application, everything("1"), {});
     EXPECT_EQ(model.disclosedVendors, VendorSection{});
@@ -143,7 +143,7 @@ TEST(InForce, FollowsThePublishersRestrictions) {
         {{{"2", {{"1", "2"}}}, {"9", {{"1", "0"}}}}, {1, 5}, {1, 4, 5}}, // nothing new
     };
     for (const auto& [restrictions, consent, interest] : cases) {
-        tests::Application application({}, inForce());
+        tests::IABApplication application({}, inForce());
         application.library.setExplicitRestrictions(restrictions);
         constexpr std::int32_t shown[] = {1, 4, 5};
         ConsentDictionary consented = everything("1");
@@ -152,7 +152,7 @@ TEST(InForce, FollowsThePublishersRestrictions) {
         EXPECT_EQ(model.vendorConsent.vendors, consent);
         EXPECT_EQ(model.vendorLegitimateInterest.vendors, interest);
     }
-    tests::Application application({}, inForce());
+    tests::IABApplication application({}, inForce());
     application.library.setExplicitRestrictions({{"3", {{"1", "2"}, {"3", "1"}, {"6", "0"}}}});
     EXPECT_EQ(saved(application, everything("1")).publisherRestrictions,
               (Restrictions{{{3, Restriction::NotAllowed}, {1}},
@@ -178,14 +178,14 @@ TEST(InForce, WritesNoStringWithoutAListAndACMP) {
         {kList, 1, "the CMP ID 1 is not from 2 to 4095"},
         {kList, 4096, "the CMP ID 4096 is not from 2 to 4095"},
     };
-    tests::Application earlier({}, inForce());
+    tests::IABApplication earlier({}, inForce());
     saved(earlier, everything("1"));
     for (const auto& [list, cmp, why] : cases) {
         SCOPED_TRACE(why);
         TCFLibrary::Settings settings = inForce();
         settings.cmpID = cmp;
         settings.vendorList = [list] { return JSONValue::parse(list); };
-        tests::Application application(earlier.store.entries(), settings);
+        tests::IABApplication application(earlier.store.entries(), settings);
         saved(application, everything("1"));
         EXPECT_EQ(application.lines, std::vector{"4 TC string: none is written: " + why});
         recording::Texts left = {{"IABTCF_gdprApplies", "1"}};
@@ -199,7 +199,7 @@ TEST(InForce, SaysAtStartWhetherTheLawApplies) {
     for (const std::optional<bool> applies : {std::optional(true), std::optional(false), {}}) {
         TCFLibrary::Settings settings = inForce();
         settings.gdprApplies = applies;
-        tests::Application application({{"IABTCF_gdprApplies", "before"}}, settings);
+        tests::IABApplication application({{"IABTCF_gdprApplies", "before"}}, settings);
         application.library.setCMPSDKID();
         const std::string expected = applies ? std::to_string(*applies) : "absent";
         EXPECT_EQ(application.stored("gdprApplies"), expected);
@@ -213,10 +213,10 @@ TEST(InForce, SaysAtStartWhetherTheLawApplies) {
 }
 
 TEST(InForce, GivesWayToTheSpecifiedProfile) {
-    tests::Application before({}, inForce());
+    tests::IABApplication before({}, inForce());
     saved(before, everything("1"));
-    tests::Application application(before.store.entries());
-    tests::Application fresh;
+    tests::IABApplication application(before.store.entries());
+    tests::IABApplication fresh;
     save(application, false);
     save(fresh, false);
     EXPECT_EQ(application.store.entries(), fresh.store.entries());
@@ -241,7 +241,7 @@ struct Process {
     }
 
     recording::EventSink sink = [](const recording::Event&) {};
-    tests::Application application{{}, settings()};
+    tests::IABApplication application{{}, settings()};
     recording::DocumentTexts documents;
     recording::RecordingNotificationCenter notifications{sink};
     recording::RecordingLogger logger{sink};

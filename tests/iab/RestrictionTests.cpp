@@ -10,15 +10,15 @@ namespace {
 using namespace vx;
 using namespace vx::services::tcf;
 using recording::Texts;
-using tests::Application;
+using tests::IABApplication;
 
-Restrictions inString(Application& application) {
+Restrictions inString(IABApplication& application) {
     const std::string text = application.builder()->buildConsentString(false);
     return std::get<TCModel>(decode(text)).publisherRestrictions;
 }
 
 // By purpose.
-Texts inKeys(const Application& application) {
+Texts inKeys(const IABApplication& application) {
     const std::string key = "IABTCF_PublisherRestrictions";
     Texts found;
     for (const auto& [stored, types] : application.store.entries())
@@ -30,7 +30,7 @@ Texts inKeys(const Application& application) {
 } // namespace
 
 TEST(Restrictions, OfATextHaveTypes0And2InTheString) {
-    Application application;
+    IABApplication application;
     const Texts texts = {{"1", "11012"}, {"63", "0"}, {"7", "111"}, {"8", "3x0"}};
     PublisherRestrictions restrictions;
     for (const auto& [purpose, types] : texts)
@@ -47,7 +47,7 @@ TEST(Restrictions, OfATextHaveTypes0And2InTheString) {
 }
 
 TEST(Restrictions, ComeIntoForceWithTheNextWrite) {
-    Application application;
+    IABApplication application;
     application.library.setPublisherRestrictions({{"1", "11012"}, {"2", "0"}});
     EXPECT_TRUE(application.store.entries().empty());
     save(application, false);
@@ -62,14 +62,14 @@ TEST(Restrictions, ComeIntoForceWithTheNextWrite) {
 }
 
 TEST(Restrictions, OfAnEarlierRunAreGoneWithTheNextWrite) {
-    Application application(Texts{{"IABTCF_PublisherRestrictions1", "0"}});
+    IABApplication application(Texts{{"IABTCF_PublisherRestrictions1", "0"}});
     EXPECT_EQ(inString(application), Restrictions());
     save(application, false);
     EXPECT_EQ(inKeys(application), Texts());
 }
 
 TEST(Restrictions, OutliveAResetWithinTheRun) {
-    Application application;
+    IABApplication application;
     application.library.setPublisherRestrictions({{"1", "0"}});
     save(application, false);
     application.library.resetTCData();
@@ -80,7 +80,7 @@ TEST(Restrictions, OutliveAResetWithinTheRun) {
 }
 
 TEST(Restrictions, ThatAreExplicitHaveAllTypes) {
-    Application application;
+    IABApplication application;
     application.library.setPublisherRestrictions({{"1", "11012"}, {"7", "11"}});
     application.library.setExplicitRestrictions(
         {{"1", {{"5", "2"}, {"3", "0"}, {"4", "1"}}}, {"7", {{"2", "1"}}}});
@@ -95,7 +95,7 @@ TEST(Restrictions, ThatAreExplicitHaveAllTypes) {
 }
 
 TEST(Restrictions, ThatAreExplicitMayBeAnything) {
-    Application application;
+    IABApplication application;
     application.library.setExplicitRestrictions(
         {{"64", {{"1", "0"}}},
          {"x", {{"1", "0"}}},

@@ -10,7 +10,7 @@
 namespace {
 
 using namespace vx;
-using tests::Application;
+using tests::IABApplication;
 
 using Typed = std::map<std::string, std::variant<std::int32_t, std::string>>;
 
@@ -52,7 +52,7 @@ protected:
     }
 
     Mirror mirror;
-    Application application{{}, &mirror};
+    IABApplication application{{}, &mirror};
 };
 
 } // namespace

@@ -5,11 +5,11 @@
 
 namespace {
 
-using vx::tests::Application;
+using vx::tests::IABApplication;
 using vx::tests::save;
 
 // Under "IABTCF_..." what an application finds after a save; the TC string is not looked at.
-void expectStored(const Application& application, const vx::recording::Texts& expected) {
+void expectStored(const IABApplication& application, const vx::recording::Texts& expected) {
     for (const auto& [key, value] : expected)
         EXPECT_EQ(application.stored(key), value) << key;
     EXPECT_EQ(application.store.entries().size(), expected.size() + 1);
@@ -34,13 +34,13 @@ const vx::recording::Texts kSaved = {
 } // namespace
 
 TEST(CMPStorage, HoldsWhatWasBuilt) {
-    Application application;
+    IABApplication application;
     save(application, false);
     expectStored(application, kSaved);
 }
 
 TEST(CMPStorage, HoldsThePublisherSegmentWhileThereIsOne) {
-    Application application;
+    IABApplication application;
     save(application, true);
     vx::recording::Texts expected = kSaved;
     expected["PublisherConsent"] = kSaved.at("PurposeConsents");
@@ -53,13 +53,13 @@ TEST(CMPStorage, HoldsThePublisherSegmentWhileThereIsOne) {
 }
 
 TEST(CMPStorage, WritesNothingThatWasNotBuilt) {
-    Application application;
+    IABApplication application;
     application.builder()->writeTCData();
     EXPECT_TRUE(application.store.entries().empty());
 }
 
 TEST(CMPStorage, ForgetsEverythingAndNothingElse) {
-    Application application(vx::recording::Texts{{"other", "kept"}});
+    IABApplication application(vx::recording::Texts{{"other", "kept"}});
     application.library.setCMPSDKID();
     application.library.setPublisherRestrictions({{"1", "0"}, {"63", "2"}});
     save(application, true);
@@ -68,7 +68,7 @@ TEST(CMPStorage, ForgetsEverythingAndNothingElse) {
 }
 
 TEST(CMPStorage, TellsTheCreatedDateOfItsOwnStringOnly) {
-    Application application;
+    IABApplication application;
     EXPECT_EQ(application.library.getCreatedDate(), "");
     save(application, false);
     EXPECT_EQ(application.library.getCreatedDate(), "1600000000");
