@@ -111,6 +111,20 @@ test("the panel says what a save changed", async (t) => {
   await changes(page).getByText("\u2212 6 AdQuarry").nth(1).waitFor();
   await changes(page).getByText("\u2212 27 more").first().click();
   await changes(page).getByText('\u2212 767 <Angle> & "Quote" Media').first().waitFor();
+
+  await page.getByRole("button", { name: "Relaunch" }).click();
+  await page.getByText("Running, launch 2").waitFor();
+  await page.getByRole("tab", { name: "Compare" }).click();
+  const compare = page.getByRole("tabpanel", { name: "Compare" });
+  const accepted = (await happened(page, "PRIVACY_VEN_1011", "sdk"))[0];
+  await compare.getByLabel("From").selectOption(String(accepted.id));
+  await compare.getByRole("row", { name: "PRIVACY_CONSENT 1 0" }).waitFor();
+  await compare.getByRole("group", { name: "Permanent data" }).getByRole("row", { name: /^PRIVACY_VEN_1011 ?AdQuarry: consent 1 0$/ }).waitFor();
+  await compare.getByRole("group", { name: "TC string" }).getByText("\u2212 6 AdQuarry").nth(1).waitFor();
+  await compare.getByLabel("From").selectOption({ label: "The beginning" });
+  await compare.getByRole("row", { name: "PRIVACY_CONSENT none 0" }).waitFor();
+  await compare.getByLabel("From").selectOption({ index: await compare.getByLabel("From").locator("option").count() - 1 });
+  await compare.getByText("Nothing differs.").waitFor();
   assert.deepEqual(page.failures, []);
 });
 
@@ -265,6 +279,9 @@ for (const options of [{ width: 1280, height: 800 }, { width: 390, height: 844, 
     await page.getByLabel("Vendor", { exact: true }).fill("6");
     await page.getByRole("button", { name: "Add", exact: true }).click();
     await page.getByRole("button", { name: /^Remove/ }).waitFor();
+    await expectSound(page, options.width);
+    await page.getByRole("tab", { name: "Compare" }).click();
+    await page.getByRole("tabpanel", { name: "Compare" }).getByRole("row").nth(40).waitFor();
     await expectSound(page, options.width);
     await page.getByRole("tab", { name: "Restrictions" }).press("ArrowRight"); // around to the first
     await page.getByRole("tab", { name: "Timeline", selected: true }).waitFor();

@@ -42,7 +42,7 @@ ARROWS = {
                            "vxprivacy/platform/foundation"],
     "tools/studio/server": ["tools/studio/world", "tools/studio/page", "tools/studio/shared",
                             "tools/lint/Lint.h", "tools/lint/FindingsReport.h", "tools/system",
-                            "vxprivacy/hosts/**"],
+                            "tools/tc/ModelJSON.h", "vxprivacy/hosts/**"],
     "tools/studio/application": ["tools/studio/shared", "tools/tc/FindingsJSON.h",
                                  "tools/tc/ModelJSON.h", "tools/system", *INSTALLED],
     "tools/studio": ["tools/studio/server", "tools/studio/application", "tools/studio/world",

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include <nlohmann/json.hpp>
@@ -12,6 +13,10 @@ namespace vx::tools::tc {
 /// The model as an object of its segments "Core", "DisclosedVendors", "AllowedVendors" and
 /// "PublisherTC", the fields named as the IAB names them. Times are texts, sets arrays of numbers.
 nlohmann::ordered_json asJSON(const services::tcf::TCModel& model);
+
+/// A TC string, "text", with "model", the same of what it holds, or "problem", why it cannot be
+/// decoded, in one line.
+nlohmann::ordered_json decodedAsJSON(std::string_view text);
 
 /// Why a JSON value is no model.
 struct JSONFault {

@@ -1,5 +1,6 @@
 #include "tools/tc/ModelJSON.h"
 #include "tools/tc/Time.h"
+#include "vxprivacy/services/iab/Decoder.h"
 #include "vxprivacy/services/iab/Layout.h"
 
 namespace vx::tools::tc {
@@ -66,6 +67,15 @@ nlohmann::ordered_json asJSON(const TCModel& model) {
         json["PublisherTC"] = publisher.object;
     }
     return json;
+}
+
+nlohmann::ordered_json decodedAsJSON(std::string_view text) {
+    const auto decoded = decode(text);
+    if (const auto* error = std::get_if<TCError>(&decoded))
+        return {
+            {"text", text},
+            {"problem", error->field + ", bit " + std::to_string(error->bit) + ": " + error->why}};
+    return {{"text", text}, {"model", asJSON(std::get<TCModel>(decoded))}};
 }
 
 } // namespace vx::tools::tc

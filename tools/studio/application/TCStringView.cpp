@@ -1,19 +1,15 @@
 #include "tools/studio/application/TCStringView.h"
 
 #include <utility>
-#include <variant>
 
 #include "tools/tc/FindingsJSON.h"
 #include "tools/tc/ModelJSON.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
-#include "vxprivacy/services/iab/Decoder.h"
 
 namespace vx::tools::studio {
 
 namespace {
-
-namespace tcf = services::tcf;
 
 Json textOf(const Json& entries) {
     for (const Json& entry : entries)
@@ -22,28 +18,17 @@ Json textOf(const Json& entries) {
     return {};
 }
 
-std::string explained(const tcf::TCError& error) {
-    return error.field + ", bit " + std::to_string(error.bit) + ": " + error.why;
-}
-
-Json shown(const std::string& text) {
-    const auto decoded = tcf::decode(text);
-    if (const auto* error = std::get_if<tcf::TCError>(&decoded))
-        return {{"text", text}, {"problem", explained(*error)}};
-    return {{"text", text}, {"model", tc::asJSON(std::get<tcf::TCModel>(decoded))}};
-}
-
 Json findingsIn(const std::string& text) {
     tc::CheckLists lists;
     if (const auto file = configurationFile(kVXVendorListConfiguration))
-        lists.vendors = tcf::VendorList::of(file->getJSONDictionary());
+        lists.vendors = services::tcf::VendorList::of(file->getJSONDictionary());
     return tc::asJSON(tc::check(text, lists));
 }
 
 } // namespace
 
 TCStringView::TCStringView(const std::string& before)
-    : before_(before.empty() ? Json() : shown(before)) {}
+    : before_(before.empty() ? Json() : tc::decodedAsJSON(before)) {}
 
 const Json& TCStringView::state(const Json& entries) {
     const Json text = textOf(entries);
@@ -51,7 +36,7 @@ const Json& TCStringView::state(const Json& entries) {
         return state_;
     if (!now_.is_null())
         before_ = std::move(now_);
-    now_ = text.is_null() ? Json() : shown(text.get<std::string>());
+    now_ = text.is_null() ? Json() : tc::decodedAsJSON(text.get<std::string>());
     state_ = now_;
     if (!state_.is_null())
         state_["before"] = before_;

@@ -2,11 +2,10 @@
 
 import { byId, element, fillList, setText } from "./dom.js";
 import { act } from "./connection.js";
-import { keyNames } from "./vendorlist.js";
+import { keyOf, namesOf, valueOf } from "./values.js";
 
 const kLatestHits = 5;
 const kMostShown = 8; // of a list
-const kLongest = 160; // characters of a value
 const hits = [];
 const tables = new Map(); // what each shows
 
@@ -15,18 +14,6 @@ export function wireInspector() {
     event.preventDefault();
     act("hit", { name: byId("hit-name").value });
   });
-}
-
-/** Code that may be broken after each ";" of a list and before each word of a name. */
-function breakable(text) {
-  const parts = text.split(/(?<=;)|(?<=[a-z_])(?=[A-Z])/);
-  return element("code", {}, ...parts.flatMap((part) => [part, element("wbr")]));
-}
-
-function valueOf(text) {
-  if (text === "") return element("em", { text: "empty" });
-  if (text.length <= kLongest) return breakable(text);
-  return element("details", {}, element("summary", { text: `${text.length} characters` }), breakable(text));
 }
 
 /** Rows [key, value] with the category's name under its key; what changed lights up once. */
@@ -38,11 +25,10 @@ function fillTable(table, rows, names) {
   const before = new Map([...body.rows].map((row) => [row.dataset.key, row.dataset.value]));
   const first = before.size === 0;
   body.replaceChildren(...rows.map(([key, value]) => {
-    const name = names[key] ? [element("small", { text: names[key] })] : [];
     return element("tr", {
       "data-key": key, "data-value": value,
       class: !first && before.get(key) !== value ? "changed" : undefined,
-    }, element("th", { scope: "row" }, breakable(key), ...name), element("td", {}, valueOf(value)));
+    }, keyOf(key, names), element("td", {}, valueOf(value)));
   }));
   if (rows.length === 0)
     body.append(element("tr", {}, element("td", { colspan: "2", class: "nothing", text: "Nothing yet" })));
@@ -72,8 +58,8 @@ export function addHit(entry) {
 
 export function renderInspector({ application, process }) {
   if (!application) return;
-  const { sdk, engine, answers, store, configuration, vendorList } = application;
-  const names = vendorList ? keyNames(vendorList) : configuration.names;
+  const { sdk, engine, answers, store } = application;
+  const names = namesOf(application);
   const on = sdk.on && process?.running;
   setText(byId("sdk-switch"), on ? "On" : "Off");
   byId("sdk-switch").dataset.tone = on ? "good" : "neutral";

@@ -1,6 +1,7 @@
 import { renderApplication } from "./application.js";
 import { listen } from "./connection.js";
 import { renderCode, wireCode } from "./code.js";
+import { addPoint, renderCompare, wireCompare } from "./compare.js";
 import { renderControls, wireControls } from "./controls.js";
 import { byId, setText } from "./dom.js";
 import { renderEditor, wireEditor } from "./editor.js";
@@ -28,11 +29,13 @@ function render() {
   renderInspector(state);
   renderEditor(state);
   renderTCString(state);
+  renderCompare(state);
   renderRestrictions(state);
 }
 
 function take(entry) {
   addEntry(entry);
+  addPoint(entry);
   if (entry.kind === "hit") addHit(entry);
 }
 
@@ -47,5 +50,6 @@ wireEditor();
 wireTCString();
 wireRestrictions();
 wireSession();
+wireCompare();
 wireTabs(document.querySelector('[role="tablist"]'));
 listen({ onState: (news) => { state = news; render(); }, onEntry: take });

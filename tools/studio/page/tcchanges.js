@@ -1,6 +1,6 @@
 // What a TC string says otherwise than the one before it, field by field.
 
-import { byId, element } from "./dom.js";
+import { element } from "./dom.js";
 import { restrictionTypes } from "./vendorlist.js";
 
 const kMostNamed = 12;
@@ -49,13 +49,14 @@ function changeOfField([title, now], before) {
       element("ins", { text: String(now ?? "none") })))];
 }
 
-/** Shows the changes between two models; `fields` gives the [title, value] of what is no set. */
-export function showChanges(now, before, fields, names) {
+/** The changes between two models, as list items; `fields` gives the [title, value] of what is no set. */
+export function changesBetween(now, before, fields, names) {
   const values = new Map(fields(before));
   const titles = new Map(fields(now));
   for (const title of values.keys()) if (!titles.has(title)) titles.set(title, undefined);
   const earlier = setsOf(before, names);
-  byId("tc-changes").replaceChildren(
+  return [
     ...setsOf(now, names).flatMap((set, index) => changeOfSet(set, earlier[index])),
-    ...[...titles].flatMap((field) => changeOfField(field, values.get(field[0]))));
+    ...[...titles].flatMap((field) => changeOfField(field, values.get(field[0]))),
+  ];
 }

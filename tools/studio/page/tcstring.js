@@ -1,7 +1,7 @@
 // The stored TC string, decoded: every field, with the names of the vendor list in force.
 
 import { byId, dateAndTime, element, fillList, setText } from "./dom.js";
-import { showChanges } from "./tcchanges.js";
+import { changesBetween } from "./tcchanges.js";
 import { kNowhere, liveVendors, restrictionTypes } from "./vendorlist.js";
 
 let shown = "";
@@ -139,16 +139,21 @@ function renderFindings(findings) {
     `${finding.field}${bitsOf(finding)}: ${finding.what}`, element("p", { class: "hint", text: finding.source }))));
 }
 
-function renderChange({ model, before }, list) {
-  byId("tc-change").hidden = !model || !before?.model;
-  if (byId("tc-change").hidden) return;
+/** The changes between the models of two strings, as list items. */
+export function changesOfStrings(model, before, list) {
   const vendorNames = new Map(list.vendors.map(({ id, name }) => [id, name]));
   const named = (nameOf) => (id) => `${id} ${nameOf(id) ?? `(${kNowhere.toLowerCase()})`}`;
-  showChanges(model, before.model, (each) => [...fields(each), ["Publisher TC segment", yesOrNo(each.PublisherTC)]], {
+  return changesBetween(model, before, (each) => [...fields(each), ["Publisher TC segment", yesOrNo(each.PublisherTC)]], {
     purpose: named((id) => list.purposes[id]),
     specialFeature: named((id) => list.specialFeatures[id]),
     vendor: named((id) => vendorNames.get(id)),
   });
+}
+
+function renderChange({ model, before }, list) {
+  byId("tc-change").hidden = !model || !before?.model;
+  if (!byId("tc-change").hidden)
+    byId("tc-changes").replaceChildren(...changesOfStrings(model, before.model, list));
 }
 
 function describeList(list, served) {

@@ -15,6 +15,7 @@
 #include "tools/studio/shared/EventStream.h"
 #include "tools/studio/shared/Routes.h"
 #include "tools/studio/world/StudioSession.h"
+#include "tools/tc/ModelJSON.h"
 
 namespace vx::tools::studio {
 
@@ -144,6 +145,9 @@ void addActions(httplib::Server& server, StudioSession& session, const EventStre
     // These change nothing, but are work.
     post("/api/rehearse", [&](const std::string& body, httplib::Response& response) {
         rehearse(session, body, response);
+    });
+    post("/api/tc", [](const std::string& body, httplib::Response& response) {
+        answer(response, tc::decodedAsJSON(body));
     });
     post("/api/lint", [](const std::string& body, httplib::Response& response) {
         answer(response, lint::asJSON(lint::lint(body)));
