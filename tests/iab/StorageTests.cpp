@@ -96,11 +96,11 @@ TEST(CMPStorage, TellsTheCreatedDateOfItsOwnStringOnly) {
 TEST(AdditionalConsent, IsWrittenWithTheSaveItWasGivenFor) {
     for (const auto profile :
          {vx::services::TCFProfile::Specified, vx::services::TCFProfile::InForce}) {
-        Application application({}, {.profile = profile, .vendorList = [] {
-                                         return vx::JSONValue::parse(
-                                             R"({"gvlSpecificationVersion": 3,
+        IABApplication application({}, {.profile = profile, .vendorList = [] {
+                                            return vx::JSONValue::parse(
+                                                R"({"gvlSpecificationVersion": 3,
                          "vendorListVersion": 17, "tcfPolicyVersion": 4})");
-                                     }});
+                                        }});
         const auto savedAfter = [&](std::vector<std::int32_t> accepted,
                                     std::vector<std::int32_t> disclosed) {
             application.library.setAdditionalConsent(accepted, disclosed);
@@ -119,24 +119,25 @@ TEST(AdditionalConsent, IsWrittenWithTheSaveItWasGivenFor) {
 }
 
 TEST(Expiry, RemovesAtStartUpWhereAnApplicationAsksForIt) {
-    constexpr std::uint64_t kSaved = 1'700'000'000'000;
+    constexpr std::uint64_t kSavedAt = 1'700'000'000'000;
     struct Case {
         std::uint64_t now;
         bool clears;
         bool left;
     };
-    for (const auto& [now, clears, left] : std::vector<Case>{{kSaved + 34'128'000'000, true, true},
-                                                             {kSaved + 34'128'000'001, true, false},
-                                                             {kSaved - 1, true, false},
-                                                             {kSaved * 2, false, true}}) {
+    for (const auto& [now, clears, left] :
+         std::vector<Case>{{kSavedAt + 34'128'000'000, true, true},
+                           {kSavedAt + 34'128'000'001, true, false},
+                           {kSavedAt - 1, true, false},
+                           {kSavedAt * 2, false, true}}) {
         const vx::recording::StandingClock clock(now);
         vx::services::TCFLibrary::Settings settings;
         settings.expiryClock = clears ? &clock : nullptr;
-        Application application({{"TIMESTAMP", std::to_string(kSaved)}}, settings);
+        IABApplication application({{"TIMESTAMP", std::to_string(kSavedAt)}}, settings);
         save(application, false);
         application.library.setCMPSDKID();
         EXPECT_EQ(application.stored("TCString") != "absent", left);
         EXPECT_EQ(application.stored("CmpSdkID"), "90");
-        EXPECT_EQ(application.store.get("TIMESTAMP"), std::to_string(kSaved));
+        EXPECT_EQ(application.store.get("TIMESTAMP"), std::to_string(kSavedAt));
     }
 }
