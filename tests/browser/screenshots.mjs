@@ -1,10 +1,11 @@
 // screenshots.mjs DIRECTORY: the pictures of docs/, of the sample configurations: category-center-light,
 // -dark and, with the colours that it sets, -themed; iab- and the name of each of the IAB center's screens,
-// and some of them -searched, -french, -dark and -themed.
+// and some of them -searched, -french, -dark and -themed; studio, studio-findings and studio-iab.
 import { readFile } from "node:fs/promises";
 import { test, after } from "node:test";
 import { fileURLToPath } from "node:url";
-import { closeBrowser, iabSample, iabScreens, open, sample, serve, tap, vendorList } from "./browser.mjs";
+import { closeBrowser, iabSample, iabScreens, open, sample, serve, switchOf, tap, vendorList } from "./browser.mjs";
+import { openStudio } from "./studio.mjs";
 
 after(closeBrowser);
 
@@ -58,3 +59,43 @@ for (const [name, configuration, language, wanted, options] of [
       return picture(page, `iab-${screen}-${name}`);
     }
   });
+
+const desk = { width: 1440, height: 900 };
+
+test("the studio with the privacy center", async (t) => {
+  const page = await openStudio(t, desk);
+  await page.getByRole("button", { name: "Accept all" }).click();
+  await page.locator("#permanent-data [data-key]").nth(10).waitFor();
+  await page.getByRole("button", { name: "Open privacy center" }).click();
+  const center = page.frameLocator("#center iframe");
+  for (const title of ["Performance and crash reports", "Local news"]) await switchOf(center, title).click();
+  await page.getByText("Local news switched off").waitFor();
+  await center.locator(".scroll").evaluate((list) => list.scrollTo(0, 0));
+  await picture(page, "studio");
+});
+
+test("the studio's findings", async (t) => {
+  const page = await openStudio(t, { ...desk, colorScheme: "dark" });
+  await page.getByRole("tab", { name: /^Configuration/ }).click();
+  const editor = page.locator("#editor");
+  await editor.fill((await editor.inputValue()).replace('"ID": "22"', '"ID": "21"')
+    .replace("https://harbourweekly.example/privacy\"", "harbourweekly.example/privacy\""));
+  await page.locator("#findings li").nth(1).waitFor();
+  await editor.evaluate((field) => { field.setSelectionRange(0, 0); field.scrollTop = 0; field.scrollLeft = 0; });
+  await picture(page, "studio-findings");
+});
+
+test("the studio's TC string", async (t) => {
+  const page = await openStudio(t, desk, ["--iab"]);
+  await page.getByRole("tab", { name: /^Configuration/ }).click();
+  await page.getByLabel("Name the list\u2019s vendors").check();
+  await page.getByRole("button", { name: "Publish\u2026" }).click();
+  await page.getByRole("button", { name: "Publish and relaunch" }).click();
+  await page.getByText("Running, launch 2").waitFor();
+  await page.getByText("Version 2 is published.").waitFor();
+  await page.locator("#come-back").waitFor({ state: "hidden" });
+  await page.getByRole("tab", { name: "TC string" }).click();
+  await page.getByRole("button", { name: "Accept all" }).click();
+  await page.getByText("39 with consent").waitFor();
+  await picture(page, "studio-iab");
+});
