@@ -124,6 +124,11 @@ TEST(StudioConnections, LargeBodiesComeAndGoWhole) {
     ASSERT_TRUE(published);
     EXPECT_EQ(Json::parse(published->body)["information"]["content"],
               document["information"]["content"]);
+    const std::uint64_t before = studio.now();
+    studio.post("relaunch");
+    EXPECT_FALSE(studio.await("log", "downloaded, version 2", before).is_null());
+    const Json state = studio.post("hit")["application"]["configuration"];
+    EXPECT_EQ(state["content"].get<std::string>().size(), 4096u); // every page gets it
 
     RawConnection asking(studio.authority("page")); // as curl does with a large body
     asking.send(head(studio, "POST /api/lint",

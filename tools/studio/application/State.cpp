@@ -19,13 +19,15 @@ namespace vx::tools::studio {
 
 namespace {
 
+constexpr std::size_t kLongestShown = 4096; // bytes; the privacy center has all of it
+
 Json textOrNull(const std::optional<std::string>& text) {
     return text ? Json(*text) : Json();
 }
 
 Json textOrNull(const JSONValue& value) {
     const std::optional<std::string_view> text = value.string();
-    return text ? Json(*text) : Json();
+    return text ? Json(text->substr(0, kLongestShown)) : Json();
 }
 
 Json engineProperties(const VXMobilePrivacy& engine) {
