@@ -142,7 +142,7 @@ void showVendorDetail(Session& session, const Step& step) {
     const std::int32_t id = step.integer("id");
     if (const auto list = shownByIABCenter<VXVendorContentView>(session))
         for (const auto& detail : list->detailBtns())
-            if (detail->record().vendorID == id) {
+            if (detail->record().vendorID() == id) {
                 list->setCurrentDetail(detail);
                 detail->displayWithController(*list->viewController());
                 return list->viewController()->displayVendorDetail();

@@ -60,8 +60,8 @@ VXIABPrivacyCenterViewController::VXIABPrivacyCenterViewController()
     : IABConf_(configurationFile(kVXVendorListConfiguration)) {
     if (IABConf_)
         JSONDictionary_ = IABConf_->getJSONDictionary();
-    for (auto& [id, record] : JSONDictionary_["vendors"].members())
-        vendors_.set(id, {id, record["name"].string().value_or(""), record});
+    for (const auto& [id, entry] : JSONDictionary_["vendors"].members())
+        vendors_.set(id, {id, entry});
     if (const auto& language = VXMobilePrivacy::sharedInstance().languageCode())
         translationConf_ = configurationFile(formatted(kTranslationFormat, {*language}));
 }
@@ -87,8 +87,8 @@ void VXIABPrivacyCenterViewController::loadIABWithoutPC() {
     const auto refuse = [this](std::string_view prefix, std::int32_t number) {
         savedConsent_.set(numberedKey(prefix, number), std::string(kConsentRefused));
     };
-    for (const Vendor* vendor : listedVendors()) {
-        const std::int32_t n = vendor->record["id"].integerValue();
+    for (const VendorRecord* record : recordsToDisplay()) {
+        const std::int32_t n = record->vendorID();
         refuse(kVXVendorPrefix, consentNumber(kVXVendorOffset, n));
         refuse(kVXVendorPrefix, legitimateInterestNumber(kVXVendorOffset, n));
     }
@@ -150,8 +150,8 @@ void VXIABPrivacyCenterViewController::computeVendorsAndPurposes() {
         return;
     declared_.emplace();
     for (std::string_view id : split(configured, ','))
-        if (const Vendor* vendor = vendors_.find(id))
-            addDeclaredBy(vendor->record);
+        if (const VendorRecord* found = vendors_.find(id))
+            addDeclaredBy(found->entry());
         else
             VXLogger::sharedInstance().logMessage(
                 formatted("The configured vendor \"%@\" is not in the vendor list", {id}),
@@ -182,50 +182,42 @@ void VXIABPrivacyCenterViewController::addLegitimateInterestFromVendor(const JSO
 }
 
 // The configured vendors, each once, or else all of the list.
-std::vector<const VXIABPrivacyCenterViewController::Vendor*>
-VXIABPrivacyCenterViewController::askedVendors() const {
-    OrderedSet<const Vendor*> asked;
+std::vector<const VendorRecord*> VXIABPrivacyCenterViewController::askedVendors() const {
+    OrderedSet<const VendorRecord*> asked;
     const std::string configured = configuredVendors();
     if (configured.empty())
-        for (const auto& [id, vendor] : vendors_)
-            asked.add(&vendor);
+        for (const auto& [id, record] : vendors_)
+            asked.add(&record);
     else
         for (std::string_view id : split(configured, ','))
-            if (const Vendor* vendor = vendors_.find(id))
-                asked.add(vendor);
+            if (const VendorRecord* found = vendors_.find(id))
+                asked.add(found);
     return asked.elements();
 }
 
 // Neither deletion nor the filter concerns a configured vendor, deliberately.
-std::vector<const VXIABPrivacyCenterViewController::Vendor*>
-VXIABPrivacyCenterViewController::listedVendors() const {
-    std::vector<const Vendor*> byName = askedVendors();
+std::vector<const VendorRecord*> VXIABPrivacyCenterViewController::recordsToDisplay() const {
+    std::vector<const VendorRecord*> byName = askedVendors();
     if (configuredVendors().empty())
-        std::erase_if(byName, [this](const Vendor* vendor) {
-            return vendor->record["deletedDate"] ||
-                   !isVendorRelatedToFilterCategory(vendor->record);
+        std::erase_if(byName, [this](const VendorRecord* record) {
+            return record->deleted() || !isVendorRelatedToFilterCategory(record->entry());
         });
-    std::ranges::stable_sort(byName, {}, &Vendor::name);
+    std::ranges::stable_sort(byName, {}, &VendorRecord::name);
     return byName;
 }
 
 std::vector<std::int32_t> VXIABPrivacyCenterViewController::disclosedVendors() const {
     std::vector<std::int32_t> identifiers;
-    for (const Vendor* vendor : askedVendors())
-        if (!vendor->record["deletedDate"])
-            identifiers.push_back(vendor->record["id"].integerValue());
+    for (const VendorRecord* record : askedVendors())
+        if (!record->deleted())
+            identifiers.push_back(record->vendorID());
     return identifiers;
-}
-
-JSONValue VXIABPrivacyCenterViewController::vendor(std::string_view id) const {
-    const Vendor* found = vendors_.find(id);
-    return found ? found->record : JSONValue();
 }
 
 std::vector<std::string> VXIABPrivacyCenterViewController::vendorsToDisplay() const {
     std::vector<std::string> ids;
-    for (const Vendor* vendor : listedVendors())
-        ids.emplace_back(vendor->id);
+    for (const VendorRecord* record : recordsToDisplay())
+        ids.emplace_back(record->key());
     return ids;
 }
 

@@ -9,6 +9,7 @@
 
 #include "vxprivacy/configuration/VXPrivacyConfiguration.h"
 #include "vxprivacy/engine/IABPrivacyCenter.h"
+#include "vxprivacy/iab_center/VendorRecord.h"
 #include "vxprivacy/platform/core/VXConfigurationFile.h"
 #include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
@@ -187,6 +188,8 @@ public:
     /// The configured vendors, or else all of the list but those deleted and those that the filter
     /// leaves out. In the order of their names, compared letter for letter: "A", "a", "b".
     std::vector<std::string> vendorsToDisplay() const;
+    /// The same vendors' records.
+    std::vector<const VendorRecord*> recordsToDisplay() const;
     /// The IDs of `section` ("purposes", "specialPurposes", "features"; any other:
     /// "specialFeatures") that configured vendors declare; absent when none do, and then no such
     /// section is shown. Purposes ascend, all else comes as it was met. Without configured vendors,
@@ -199,8 +202,6 @@ public:
     /// 10003 is purpose 3, 13002 special feature 2. Any other number, an offset itself included,
     /// changes nothing. This is not the numbering of consent keys, which takes two numbers an item.
     void setFilter(std::int32_t number);
-    /// The vendor list's record under this ID; absent when there is none. Takes constant time.
-    JSONValue vendor(std::string_view id) const;
 
     // The model. References and pointers are good while the controller lives and loads nothing
     // anew.
@@ -242,13 +243,6 @@ public:
     std::int32_t firstScreen() const { return firstScreen_; }
 
 private:
-    // The texts lie in the record's document.
-    struct Vendor {
-        std::string_view id;
-        std::string_view name;
-        JSONValue record;
-    };
-
     // What the configured vendors declare, each identifier once.
     struct Declared {
         Identifiers purposes;
@@ -269,8 +263,7 @@ private:
     void attachConstraint(std::string_view format, View& view) const;
     void close();
     std::string configuredVendors() const;
-    std::vector<const Vendor*> askedVendors() const;
-    std::vector<const Vendor*> listedVendors() const;
+    std::vector<const VendorRecord*> askedVendors() const;
     std::vector<std::int32_t> disclosedVendors() const;
     void addDeclaredBy(const JSONValue& vendor);
     std::vector<std::int64_t> purposesForbiddenTo(const JSONValue& vendorID) const;
@@ -278,7 +271,7 @@ private:
 
     std::shared_ptr<VXConfigurationFile> IABConf_;
     JSONValue JSONDictionary_;
-    OrderedDictionary<Vendor> vendors_; // of the vendor list, by ID
+    OrderedDictionary<VendorRecord> vendors_; // of the vendor list, by ID
     std::shared_ptr<VXConfigurationFile> translationConf_;
     std::shared_ptr<VXPrivacyConfiguration> configuration_ =
         std::make_shared<VXPrivacyConfiguration>();

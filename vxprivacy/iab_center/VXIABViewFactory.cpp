@@ -40,9 +40,10 @@ std::shared_ptr<Switch> VXIABPrivacyCenterViewController::createSwitchBtn(std::i
     auto made = std::make_shared<Switch>();
     made->setTag(number);
     const std::string key = numberedKey(prefix, number);
-    if (!savedConsent_.contains(key))
+    const std::string* saved = savedConsent_.find(key);
+    made->setOn(saved ? *saved == kConsentAccepted : legitimateInterest);
+    if (!saved)
         savedConsent_.set(key, std::string(consentValue(legitimateInterest)));
-    made->setOn(*savedConsent_.find(key) == kConsentAccepted);
     if (const Colour* tint = configuration_->customisation().find("button_backgroundcolor"))
         made->setOnTintColor(*tint);
     made->setScale(0.6);

@@ -16,7 +16,7 @@ using LabelType = VXIABPrivacyCenterViewController::LabelType;
 
 // A row's names carry the vendor's ID, by which they are found again.
 std::string named(std::string_view format, const VendorRecord& record) {
-    return formatted(format, {record.vendorID, record.vendorID, record.vendorID});
+    return formatted(format, {record.vendorID(), record.vendorID(), record.vendorID()});
 }
 
 // What a row without anything to refuse leaves out.
@@ -45,23 +45,22 @@ void VXVendorContentView::createPurposeViewButton() {
 }
 
 void VXVendorContentView::addVendors() {
-    for (const std::string& id : viewController()->vendorsToDisplay()) {
-        buildInterfaceWith(viewController()->vendor(id));
+    for (const VendorRecord* record : viewController()->recordsToDisplay()) {
+        buildInterfaceWith(*record);
         viewController()->setNumberOfViews(viewController()->numberOfViews() + 1);
     }
 }
 
-void VXVendorContentView::buildInterfaceWith(const JSONValue& entry) {
+void VXVendorContentView::buildInterfaceWith(const VendorRecord& record) {
     const auto detail = std::make_shared<VXVendorDetailContentView>();
-    detail->setRecord(VendorRecord::of(entry));
-    const VendorRecord& record = detail->record();
-    const auto row = viewController()->createStackView(record.vendorID);
+    detail->setRecord(record);
+    const auto row = viewController()->createStackView(record.vendorID());
     const std::string rowName = named("stackView%d", record);
     enter(rowName, row);
     scrollContainerView()->addSubview(row);
     if (record.hasChoice())
         addConsentContainer(record, *row);
-    const auto name = addLabel(LabelType::Title, std::string(entry["name"].string().value_or("")),
+    const auto name = addLabel(LabelType::Title, std::string(record.name()),
                                named("nameL%d", record), *row);
     name->setHeadingLevel(2);
     makeItem(*row, name, title_);
@@ -85,7 +84,7 @@ void VXVendorContentView::buildInterfaceWith(const JSONValue& entry) {
 void VXVendorContentView::addConsentContainer(const VendorRecord& record, View& row) {
     const auto [container, consentSwitch] =
         createConsentRow(named("consentContainer%d", record),
-                         consentNumber(kVXVendorOffset, record.vendorID), kVXVendorPrefix);
+                         consentNumber(kVXVendorOffset, record.vendorID()), kVXVendorPrefix);
     consentSwitch->addTouchUpInside(
         [this, sender = consentSwitch.get()] { selectVendor(*sender); });
     row.addSubview(container);
@@ -156,8 +155,8 @@ std::shared_ptr<View> VXVendorContentView::displayInformation(const VendorRecord
 void VXVendorContentView::stackPanel(const VendorRecord& record, View& panel,
                                      const std::string& name) {
     VendorInformation information(*this, panel, name, VendorInformation::Place::Panel);
-    if (record.privacyPolicy)
-        information.addPolicy(*record.privacyPolicy,
+    if (const auto address = record.privacyPolicy())
+        information.addPolicy(std::string(*address),
                               [this](const Button& sender) { policyButtonAction(sender); });
     information.addLists(record);
     std::string vertical = "V:|-";

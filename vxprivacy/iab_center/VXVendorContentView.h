@@ -48,7 +48,7 @@ public:
 private:
     void createPurposeViewButton();
     void addVendors();
-    void buildInterfaceWith(const JSONValue& entry);
+    void buildInterfaceWith(const VendorRecord& record);
     void addConsentContainer(const VendorRecord& record, View& row);
     std::shared_ptr<View> displayInformation(const VendorRecord& record, View& row);
     void hideInformation(const VendorRecord& record, View& row,

@@ -8,8 +8,8 @@ namespace vx {
 void VXVendorDetailContentView::displayInformation() {
     VendorInformation information(*this, *scrollContainerView(), "scrollContainerView",
                                   VendorInformation::Place::Screen);
-    if (record_.privacyPolicy)
-        information.addPolicy(*record_.privacyPolicy,
+    if (const auto address = record_.privacyPolicy())
+        information.addPolicy(std::string(*address),
                               [this](const Button&) { policyButtonAction(); });
     information.addLists(record_);
 }
@@ -19,7 +19,7 @@ void VXVendorDetailContentView::backSelector() {
 }
 
 void VXVendorDetailContentView::policyButtonAction() {
-    openURL(record_.privacyPolicy.value_or(""));
+    openURL(record_.privacyPolicy().value_or(""));
 }
 
 } // namespace vx

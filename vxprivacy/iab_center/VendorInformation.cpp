@@ -51,17 +51,17 @@ void VendorInformation::addPolicy(const std::string& address,
 // Purposes of legitimate interest are purposes, and have their names.
 void VendorInformation::addLists(const VendorRecord& record) {
     addList({"generic/purposeDef", "VDPurposeTitle%d", "purposes", "VDPurposeName%d%d"},
-            record.purposes);
+            record.purposes());
     addList({"generic/legIntPurposeDef", "VDLegIntTitle%d", "purposes", "VDLegIntName%d%d"},
-            record.legIntPurposes);
+            record.legIntPurposes());
     addList(
         {"generic/specialPurposeDef", "VDSpePurpTitle%d", "specialPurposes", "VDSpePurpName%d%d"},
-        record.specialPurposes);
+        record.specialPurposes());
     addList({"generic/featureDef", "VDfeatureTitle%d", "features", "VDfeatureName%d%d"},
-            record.features);
+            record.features());
     addList({"generic/specialFeatureDef", "VDSpeFeatureTitle%d", "specialFeatures",
              "VDSpeFeatureName%d%d"},
-            record.specialFeatures);
+            record.specialFeatures());
 }
 
 void VendorInformation::addList(const List& list, const std::vector<std::int32_t>& ids) {

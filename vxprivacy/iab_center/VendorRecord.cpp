@@ -1,30 +1,20 @@
 #include "vxprivacy/iab_center/VendorRecord.h"
 
+#include <utility>
+
 namespace vx {
 
-namespace {
+VendorRecord::VendorRecord(std::string_view key, JSONValue entry)
+    : key_(key), entry_(std::move(entry)), name_(entry_["name"].string().value_or("")),
+      vendorID_(entry_["id"].integerValue()),
+      deleted_(entry_["deletedDate"]), hasChoice_(!purposes().empty() || !legIntPurposes().empty()) {}
 
-std::vector<std::int32_t> numbersOf(const JSONValue& list) {
+std::vector<std::int32_t> VendorRecord::numbers(std::string_view list) const {
     std::vector<std::int32_t> numbers;
-    for (const JSONValue& element : list.elements())
+    for (const JSONValue& element : entry_[list].elements())
         if (element.number())
             numbers.push_back(element.integerValue());
     return numbers;
-}
-
-} // namespace
-
-VendorRecord VendorRecord::of(const JSONValue& entry) {
-    VendorRecord record;
-    record.vendorID = entry["id"].integerValue();
-    if (const auto address = entry["policyUrl"].string())
-        record.privacyPolicy = *address;
-    record.purposes = numbersOf(entry["purposes"]);
-    record.legIntPurposes = numbersOf(entry["legIntPurposes"]);
-    record.specialPurposes = numbersOf(entry["specialPurposes"]);
-    record.features = numbersOf(entry["features"]);
-    record.specialFeatures = numbersOf(entry["specialFeatures"]);
-    return record;
 }
 
 } // namespace vx

@@ -1,19 +1,24 @@
 #include "vxprivacy/hosts/web/Elements.h"
 
+#include <algorithm>
 #include <charconv>
-#include <utility>
 
 namespace vx::web {
 
+std::string idOf(unsigned number) {
+    return "v" + std::to_string(number);
+}
+
 Element& Elements::of(View& view) {
-    Element& element = elements_[&view];
-    if (element.view.lock().get() != &view) { // new, or at the address of one that is gone
-        byNumber_.erase(std::exchange(element, {}).number);
-        element.number = ++made_;
-        element.id = "v" + std::to_string(element.number);
-        element.view = view.weak_from_this();
-        byNumber_.emplace(element.number, &view);
-    }
+    Element* known = find(view.hostNumber());
+    if (known && known->view.lock().get() == &view) // not the number of another host's
+        return *known;
+    if (++made_ / kBlock == blocks_.size())
+        blocks_.push_back(std::make_unique<Block>());
+    Element& element = *find(made_);
+    element.number = made_;
+    element.view = view.weak_from_this();
+    view.setHostNumber(made_);
     return element;
 }
 
@@ -21,20 +26,25 @@ std::shared_ptr<View> Elements::view(std::string_view id) const {
     unsigned number = 0;
     if (id.starts_with('v'))
         std::from_chars(id.data() + 1, id.data() + id.size(), number);
-    const auto found = byNumber_.find(number);
-    if (found == byNumber_.end())
-        return nullptr;
-    const Element& element = elements_.at(found->second);
-    return element.id == id ? element.view.lock() : nullptr;
+    const Element* element = find(number);
+    return element && element->id() == id ? element->view.lock() : nullptr;
 }
 
 void Elements::forgetGone() {
-    std::erase_if(elements_, [&](const auto& each) {
-        if (!each.second.view.expired())
-            return false;
-        byNumber_.erase(each.second.number);
-        return true;
-    });
+    for (auto& block : blocks_) {
+        if (!block)
+            continue;
+        for (Element& element : *block)
+            if (element.view.expired())
+                element = {};
+        if (&block != &blocks_.back() && std::ranges::all_of(*block, [](const Element& each) { return each.number == 0; }))
+            block.reset();
+    }
+}
+
+Element* Elements::find(unsigned number) const {
+    const std::size_t block = number / kBlock;
+    return block < blocks_.size() && blocks_[block] ? &(*blocks_[block])[number % kBlock] : nullptr;
 }
 
 } // namespace vx::web

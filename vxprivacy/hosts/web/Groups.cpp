@@ -14,11 +14,12 @@ constexpr std::size_t kRowsOfRun = 10;
 } // namespace
 
 bool isItemAlone(const GridPlan& plan, std::size_t index) {
-    const auto row = plan.items[index].view->row();
+    const Row* row = plan.items[index].view->row().get();
     if (!row || row->section.expired())
         return false;
     const auto belongs = [&](std::size_t other) {
-        const auto neighbour = other < plan.items.size() ? plan.items[other].view->row() : nullptr;
+        const Row* neighbour =
+            other < plan.items.size() ? plan.items[other].view->row().get() : nullptr;
         return neighbour && (neighbour == row || (!row->title.expired() &&
                                                   neighbour->section.lock() == row->title.lock()));
     };
@@ -91,7 +92,7 @@ void Groups::open(std::string_view kind, std::string_view role, const std::weak_
     if (!role.empty())
         markup_.attribute("role", role);
     if (const auto label = name.lock(); label && !label->text().empty())
-        markup_.attribute("aria-labelledby", elements_.of(*label).id);
+        markup_.attribute("aria-labelledby", elements_.of(*label).id());
     markup_.close();
 }
 

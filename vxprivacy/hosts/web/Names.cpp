@@ -1,44 +1,46 @@
 #include "vxprivacy/hosts/web/Names.h"
 
-#include <string>
-#include <string_view>
-#include <utility>
-
 #include "vxprivacy/platform/ui/ControlNames.h"
 
 namespace vx::web {
 
 namespace {
 
-void add(std::string& ids, std::string_view id) {
-    ids.append(ids.empty() ? "" : " ").append(id);
+unsigned numberOf(Label* label, Elements& elements) {
+    return label ? elements.of(*label).number : 0;
 }
 
 void nameSwitch(Elements& elements, Element& element, const ControlNames& labels) {
     const auto& [title, own, description] = labels;
-    std::string names;
-    std::string descriptions;
-    if (labels.both()) // "Title: own text"
-        add(names, element.id);
-    else if (title)
-        add(names, elements.of(*title).id);
-    if (own && own != title)
-        add(names, elements.of(*own).id);
-    if (own && own->count())
-        add(descriptions, countId(elements.of(*own).id));
-    if (description) {
+    element.title = numberOf(title, elements);
+    element.text = own != title ? numberOf(own, elements) : 0;
+    element.counts = own && own->count();
+    element.description = numberOf(description, elements);
+    if (description)
         elements.of(*description).describes = true;
-        add(descriptions, elements.of(*description).id);
-    }
-    element.label = labels.both() ? title->text() + ":" : "";
-    element.names = names.empty() ? kPageTitle : names;
-    element.descriptions = std::move(descriptions);
 }
 
 } // namespace
 
 std::string countId(const std::string& label) {
     return label + "c";
+}
+
+std::string namesOf(const Element& control) {
+    if (control.title != 0 && control.text != 0) // "Title: own text"
+        return control.id() + " " + idOf(control.text);
+    if (control.title == 0 && control.text == 0)
+        return std::string(kPageTitle);
+    return idOf(control.title != 0 ? control.title : control.text);
+}
+
+std::string descriptionsOf(const Element& control) {
+    std::string ids;
+    if (control.counts)
+        ids = countId(idOf(control.text != 0 ? control.text : control.title));
+    if (control.description != 0)
+        ids.append(ids.empty() ? "" : " ").append(idOf(control.description));
+    return ids;
 }
 
 void nameControls(Elements& elements, View& container, const GridPlan& plan) {
@@ -52,7 +54,7 @@ void nameControls(Elements& elements, View& container, const GridPlan& plan) {
         if (kind == View::Kind::Switch)
             nameSwitch(elements, element, labels);
         else // its own title says what it does, the row's for what
-            element.names = labels.title ? element.id + " " + elements.of(*labels.title).id : "";
+            element.title = numberOf(labels.title, elements);
     }
 }
 

@@ -17,5 +17,10 @@ std::string countId(const std::string& label);
 /// Puts down by which labels the switches and buttons of a container are named and described for
 /// those who do not see the page.
 void nameControls(Elements& elements, View& container, const GridPlan& plan);
+/// Ids of the elements that name a switch, each after a space. Its own stands for its row's title,
+/// which is its `aria-label` where it has a text of its own too.
+std::string namesOf(const Element& control);
+/// Ids of those that describe it; empty: none.
+std::string descriptionsOf(const Element& control);
 
 } // namespace vx::web

@@ -117,10 +117,13 @@ std::string document(const Page& page) {
     before.open("fieldset").attribute("class", "screen").attribute("role", "none");
     before.flag("disabled").close();
     Markup after;
+    after.end("fieldset");
     addHints(after, *page.settings.texts);
     addNotices(after, *page.settings.texts);
-    return "<!doctype html>\n" + before.take() + std::string(page.screen) + "</fieldset>" +
-           after.take() + "</div></main></html>\n";
+    const std::string end = after.end("div").end("main").end("html").take() + "\n";
+    std::string text = "<!doctype html>\n" + before.take();
+    text.reserve(text.size() + page.screen.size() + end.size());
+    return text.append(page.screen).append(end);
 }
 
 } // namespace vx::web

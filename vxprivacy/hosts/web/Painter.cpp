@@ -44,6 +44,12 @@ bool isOperable(const View& view) {
                                [](const auto& subview) { return isOperable(*subview); });
 }
 
+std::string titleOf(const View& view) {
+    const Row* row = rowOf(view);
+    const auto title = row ? row->title.lock() : nullptr;
+    return title ? title->text() : "";
+}
+
 // The text of a label before, in and after its link, which may lie outside the text in part.
 struct LinkedText {
     std::string_view before, link, after;
@@ -91,7 +97,7 @@ void Painter::begin(std::string_view tag, const View& view, const Element& eleme
     std::string classes = classesOf(view, element);
     if (!declarations.empty())
         classes.append(" ").append(styles_.className(declarations));
-    markup_.open(tag).attribute("id", element.id).attribute("class", classes);
+    markup_.open(tag).attribute("id", element.id()).attribute("class", classes);
     const auto* label = viewAs<Label>(view);
     if (!view.takesTaps() || (label && label->link())) // which takes them
         return;
@@ -108,7 +114,7 @@ void Painter::paintLabel(const Label& label, const Element& element) {
     markup_.close();
     const auto& count = label.count();
     if (count) {
-        markup_.open("span").attribute("class", "count").attribute("id", countId(element.id));
+        markup_.open("span").attribute("class", "count").attribute("id", countId(element.id()));
         markup_.attribute("aria-hidden", "true").close().text(textOf(*count)).end("span");
         markup_.open("span").attribute("class", "title").close();
     }
@@ -147,12 +153,12 @@ void Painter::paintButton(const Button& button, Element& element) {
         markup_.attribute("role", "link");
     if (!button.enabled()) // it can have the focus, so that one hears why
         markup_.attribute("aria-disabled", "true").attribute("aria-describedby", kNotYet);
-    if (!element.names.empty())
-        markup_.attribute("aria-labelledby", element.names);
+    if (element.title != 0) // its own text says what it does, the row's title for what
+        markup_.attribute("aria-labelledby", element.id() + " " + idOf(element.title));
     if (button.expanded())
         markup_.attribute("aria-expanded", *button.expanded() ? "true" : "false");
     if (const auto panel = button.panel())
-        markup_.attribute("aria-controls", elements_.of(*panel).id);
+        markup_.attribute("aria-controls", elements_.of(*panel).id());
     markup_.close();
     leaves ? paintAddress(button.title()) : void(markup_.text(button.title()));
     if (leaves) // the arrow that eyes see is the style sheet's
@@ -177,11 +183,11 @@ void Painter::paintSwitch(const Switch& control, const Element& element) {
     begin("input", control, element);
     markup_.attribute("type", "checkbox").attribute("role", "switch");
     markup_.attribute("autocomplete", "off"); // or a browser restores what the user left
-    markup_.attribute("aria-labelledby", element.names);
-    if (!element.label.empty())
-        markup_.attribute("aria-label", element.label);
-    if (!element.descriptions.empty())
-        markup_.attribute("aria-describedby", element.descriptions);
+    markup_.attribute("aria-labelledby", namesOf(element));
+    if (element.title != 0 && element.text != 0)
+        markup_.attribute("aria-label", titleOf(control) + ":");
+    if (const std::string ids = descriptionsOf(element); !ids.empty())
+        markup_.attribute("aria-describedby", ids);
     if (control.on())
         markup_.flag("checked");
     markup_.close();
@@ -189,10 +195,10 @@ void Painter::paintSwitch(const Switch& control, const Element& element) {
 
 void Painter::paintContainer(View& view, Element& element) {
     std::optional<GridPlan> plan;
-    std::vector<Element*> elements;
     if (deep_) {
         plan = gridPlan(view, screenWidth_);
-        elements = arrange(view, element, *plan);
+        element.grid = styles_.keep(grid(*plan));
+        nameControls(elements_, view, *plan);
     }
     begin("div", view, element);
     if (element.isListItem)
@@ -203,41 +209,35 @@ void Painter::paintContainer(View& view, Element& element) {
             .attribute("aria-labelledby", kPageTitle);
     markup_.close();
     if (plan)
-        paintItems(*plan, elements, element);
+        paintItems(*plan, element);
     markup_.end("div");
 }
 
 // Rows are wrapped where one stands below the other.
-void Painter::paintItems(const GridPlan& plan, const std::vector<Element*>& elements,
-                         const Element& container) {
-    const bool wraps = isStack(plan);
-    Groups groups(markup_, elements_, wraps ? styles_.className(std::string(container.grid)) : "",
+void Painter::paintItems(const GridPlan& plan, const Element& container) {
+    const bool stack = isStack(plan);
+    Groups groups(markup_, elements_, stack ? styles_.className(std::string(container.grid)) : "",
                   plan.items.size() > kManyItems ? Groups::Length::Long : Groups::Length::Short);
     for (std::size_t i = 0; i < plan.items.size(); ++i) {
-        if (wraps)
-            groups.moveTo(*plan.items[i].view, elements[i]->isListItem);
-        paint(*plan.items[i].view, *elements[i]);
+        View& view = *plan.items[i].view;
+        Element& element = elements_.of(view);
+        place(element, plan, i, stack, container.height);
+        if (stack)
+            groups.moveTo(view, element.isListItem);
+        paint(view, element);
     }
     groups.moveOut();
 }
 
-// Puts down what the subviews' elements have from their container; returns the elements.
-std::vector<Element*> Painter::arrange(View& container, Element& own, const GridPlan& plan) {
-    own.grid = styles_.keep(grid(plan));
-    const bool stack = isStack(plan);
-    std::vector<Element*> elements;
-    elements.reserve(plan.items.size());
-    for (std::size_t i = 0; i < plan.items.size(); ++i) {
-        Element& element = *elements.emplace_back(&elements_.of(*plan.items[i].view));
-        element.placement = styles_.keep(placement(plan, plan.items[i], stack, own.height));
-        element.height = heightOf(plan, i);
-        element.isListItem = stack && isItemAlone(plan, i);
-        element.following.reset();
-        if (i + 1 < plan.items.size() && isText(*plan.items[i + 1].view))
-            element.following = plan.items[i + 1].view->weak_from_this();
-    }
-    nameControls(elements_, container, plan);
-    return elements;
+// Puts down what the element of an item has from its container.
+void Painter::place(Element& element, const GridPlan& plan, std::size_t index, bool stack,
+                    const Height& height) {
+    element.placement = styles_.keep(placement(plan, plan.items[index], stack, height));
+    element.height = heightOf(plan, index);
+    element.isListItem = stack && isItemAlone(plan, index);
+    element.following.reset();
+    if (index + 1 < plan.items.size() && isText(*plan.items[index + 1].view))
+        element.following = plan.items[index + 1].view->weak_from_this();
 }
 
 } // namespace vx::web

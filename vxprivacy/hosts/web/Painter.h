@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "vxprivacy/hosts/web/Declarations.h"
 #include "vxprivacy/hosts/web/Elements.h"
@@ -42,10 +41,10 @@ private:
     void paintAddress(std::string_view text);
     void paintSwitch(const Switch& control, const Element& element);
     void paintContainer(View& view, Element& element);
-    std::vector<Element*> arrange(View& container, Element& own, const GridPlan& plan);
     void paintLinkedText(const Label& label);
-    void paintItems(const GridPlan& plan, const std::vector<Element*>& elements,
-                    const Element& container);
+    void paintItems(const GridPlan& plan, const Element& container);
+    void place(Element& element, const GridPlan& plan, std::size_t index, bool stack,
+               const Height& height);
     void begin(std::string_view tag, const View& view, const Element& element);
 
     const HostTexts& texts_;

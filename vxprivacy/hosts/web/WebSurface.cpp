@@ -255,7 +255,7 @@ void WebSurface::Parts::addElements(Json& patch, const std::vector<ViewChange>& 
 
 // Thousands of switches may move at once.
 void WebSurface::Parts::addState(Json& patch, View& view) {
-    const std::string& id = painter.elements().of(view).id;
+    const std::string id = painter.elements().of(view).id();
     const auto* label = viewAs<Label>(view);
     if (const auto* control = viewAs<Switch>(view))
         patch[control->on() ? "on" : "off"].push_back(id);
@@ -284,7 +284,7 @@ void WebSurface::Parts::addScrolling(Json& patch, const std::vector<ViewChange>&
     for (const auto& [view, what] : changes)
         if (const auto* scrolled = viewAs<ScrollView>(*view);
             scrolled && what == ViewChange::What::Scrolling)
-            patch["scroll"][painter.elements().of(*view).id] = {scrolled->contentOffset().x,
+            patch["scroll"][painter.elements().of(*view).id()] = {scrolled->contentOffset().x,
                                                                 scrolled->contentOffset().y};
 }
 

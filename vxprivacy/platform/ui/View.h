@@ -142,6 +142,10 @@ public:
 
     // For a host that brings a picture up to date instead of painting anew.
 
+    /// By which the host that shows the view finds what it keeps of it; 0: not shown yet.
+    std::uint32_t hostNumber() const { return hostNumber_; }
+    void setHostNumber(std::uint32_t number) { hostNumber_ = number; }
+
     /// From now on this root keeps account of the changes in its tree. Called again it does
     /// nothing.
     void beginRecordingChanges();
@@ -185,6 +189,7 @@ private:
     bool concernsOwnTree(const LayoutConstraint& constraint) const;
 
     std::int32_t tag_ = 0;
+    std::uint32_t hostNumber_ = 0;
     std::optional<Colour> background_;
     double scale_ = 1;
     std::shared_ptr<const Row> row_;
