@@ -60,8 +60,8 @@ void VXVendorContentView::buildInterfaceWith(const VendorRecord& record) {
     scrollContainerView()->addSubview(row);
     if (record.hasChoice())
         addConsentContainer(record, *row);
-    const auto name = addLabel(LabelType::Title, std::string(record.name()),
-                               named("nameL%d", record), *row);
+    const auto name =
+        addLabel(LabelType::Title, std::string(record.name()), named("nameL%d", record), *row);
     name->setHeadingLevel(2);
     makeItem(*row, name, title_);
     const auto button = createLink("generic/detailButton");

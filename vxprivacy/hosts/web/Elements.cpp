@@ -37,7 +37,8 @@ void Elements::forgetGone() {
         for (Element& element : *block)
             if (element.view.expired())
                 element = {};
-        if (&block != &blocks_.back() && std::ranges::all_of(*block, [](const Element& each) { return each.number == 0; }))
+        const bool isGone = std::ranges::count(*block, 0U, &Element::number) == kBlock;
+        if (isGone && &block != &blocks_.back())
             block.reset();
     }
 }

@@ -11,6 +11,7 @@
 #include "vxprivacy/hosts/web/Names.h"
 #include "vxprivacy/platform/foundation/CodePoints.h"
 #include "vxprivacy/platform/foundation/Text.h"
+#include "vxprivacy/platform/ui/ControlNames.h"
 #include "vxprivacy/platform/ui/GridPlanner.h"
 #include "vxprivacy/platform/ui/ViewKinds.h"
 
@@ -198,6 +199,8 @@ void Painter::paintContainer(View& view, Element& element) {
     if (deep_) {
         plan = gridPlan(view, screenWidth_);
         element.grid = styles_.keep(grid(*plan));
+        for (const auto& item : plan->items) // numbered in their order, whichever names which
+            elements_.of(*item.view);
         nameControls(elements_, view, *plan);
     }
     begin("div", view, element);

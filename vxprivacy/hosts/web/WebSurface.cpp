@@ -285,7 +285,7 @@ void WebSurface::Parts::addScrolling(Json& patch, const std::vector<ViewChange>&
         if (const auto* scrolled = viewAs<ScrollView>(*view);
             scrolled && what == ViewChange::What::Scrolling)
             patch["scroll"][painter.elements().of(*view).id()] = {scrolled->contentOffset().x,
-                                                                scrolled->contentOffset().y};
+                                                                  scrolled->contentOffset().y};
 }
 
 std::string_view contentSecurityPolicy() {
