@@ -52,6 +52,32 @@ test("the privacy center in the phone: open, switch, leave, open again", async (
   assert.deepEqual(failuresButRefusals(page), []);
 });
 
+test("an entry is copied as JSON, as curl and as a link that leads to it", async (t) => {
+  const page = await openStudio(t);
+  await page.context().grantPermissions(["clipboard-read", "clipboard-write"]);
+  const copied = async (row, what) => {
+    await row.hover();
+    await row.getByRole("button", { name: `Copy: ${what}` }).click();
+    await row.getByRole("button", { name: `Copy: ${what}` }).getByText("Copied").waitFor();
+    return page.evaluate(() => navigator.clipboard.readText());
+  };
+  const entry = (await happened(page, "privacy.json", "request"))[0];
+  const row = page.getByRole("article", { name: /GET .*privacy\.json/ }).first();
+  assert.deepEqual(JSON.parse(await copied(row, "JSON")), entry);
+  const curl = await copied(row, "curl");
+  const [, address] = /^curl '(http:[^']*)'$/.exec(curl);
+  assert.equal((await (await page.request.get(address)).json()).information.version, 1);
+  const log = page.getByRole("article", { name: /module init/ });
+  await log.hover();
+  assert.equal(await log.getByRole("button", { name: "Copy: curl" }).count(), 0);
+  const link = await copied(log, "Link");
+  await page.goto("about:blank");
+  await page.goto(link);
+  await page.waitForFunction(() => document.activeElement.closest("article")?.textContent.includes("module init"));
+  await expectSound(page, 1280);
+  assert.deepEqual(page.failures, []);
+});
+
 test("a policy link opens a new page that cannot reach back", async (t) => {
   const page = await openStudio(t);
   await page.context().route("https://harbourweekly.example/**", (route) =>

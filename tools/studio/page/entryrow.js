@@ -35,6 +35,10 @@ function details(record, head, onResized) {
   return node;
 }
 
+const entries = new WeakMap(); // by row
+/** Whose row it is. */
+export const entryOf = (row) => entries.get(row);
+
 /** The row of a record {entry, open}, which keeps whether the reader opened it. */
 export function entryRow(record, onResized) {
   const { entry } = record;
@@ -43,7 +47,9 @@ export function entryRow(record, onResized) {
     element("span", { class: "kind", text: kindOf(entry) }),
     element("span", { class: "title", text: entry.title }),
   ];
-  return element("article",
+  const row = element("article",
     { "data-kind": entry.kind, "data-level": entry.level, "aria-label": `${kindOf(entry)}: ${entry.title}`, tabindex: "-1" },
     isEmpty(entry.body) ? element("div", { class: "line" }, ...head) : details(record, head, onResized));
+  entries.set(row, entry);
+  return row;
 }

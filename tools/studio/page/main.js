@@ -2,6 +2,7 @@ import { renderApplication } from "./application.js";
 import { listen } from "./connection.js";
 import { renderCode, wireCode } from "./code.js";
 import { addPoint, renderCompare, wireCompare } from "./compare.js";
+import { renderCopying, wireCopying } from "./copying.js";
 import { renderControls, wireControls } from "./controls.js";
 import { byId, setText } from "./dom.js";
 import { renderEditor, wireEditor } from "./editor.js";
@@ -30,6 +31,7 @@ function render() {
   renderEditor(state);
   renderTCString(state);
   renderCompare(state);
+  renderCopying(state);
   renderRestrictions(state);
 }
 
@@ -45,6 +47,7 @@ wireControls();
 wireCode();
 wirePhone();
 wireTimeline();
+wireCopying();
 wireInspector();
 wireEditor();
 wireTCString();

@@ -44,6 +44,20 @@ function recordOf(entry) {
   };
 }
 
+// The entry that the page's address names, as soon as it is there.
+let linked = 0;
+function readLink() {
+  linked = Number(/^#entry-(\d+)$/.exec(location.hash)?.[1] ?? 0);
+  showSoon();
+}
+
+function showLinked() {
+  const record = linked && shown.find(({ entry }) => entry.id === linked);
+  if (!record) return;
+  linked = 0;
+  list.to(record);
+}
+
 let waiting = false;
 function showSoon() {
   if (waiting) return;
@@ -51,6 +65,7 @@ function showSoon() {
   requestAnimationFrame(() => {
     waiting = false;
     list.show(shown);
+    showLinked();
   });
 }
 
@@ -96,6 +111,8 @@ export function wireTimeline() {
   });
   byId("clear").addEventListener("click", clear);
   byId("newest").addEventListener("click", () => list.toEnd());
+  addEventListener("hashchange", readLink);
+  readLink();
 }
 
 function dropOldest() {

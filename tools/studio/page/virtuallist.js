@@ -73,6 +73,9 @@ export class VirtualList {
     this.#onShown();
   }
 
+  /** Goes to an item. */
+  to(item) { this.#go(this.#items.indexOf(item)); }
+
   /** Goes to the end, and follows it. */
   toEnd() { this.#go(this.#items.length - 1); }
 
