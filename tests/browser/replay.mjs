@@ -50,12 +50,22 @@ function expectScreen({ title, body }, result) {
     assert.equal(isOn(result, key), value, `${title}: ${key}`);
 }
 
+// Both as of one moment, though a download may still be under way.
+async function sessionOf(address) {
+  const entries = async () => JSON.parse(await ask(new URL("api/timeline", address)));
+  for (let timeline = await entries(); ;) {
+    const script = await ask(new URL("api/session", address));
+    const after = await entries();
+    if (after.length === timeline.length) return { script, timeline };
+    timeline = after;
+  }
+}
+
 /// The studio's session, exported and played, prints what stands in the timeline: what the engine
 /// logs, sends and calls back, the addresses that it opens, and after each of their changes the
 /// store, the tag SDK's data and the screen. All else is a comment.
 export async function expectReplay(address) {
-  const script = await ask(new URL("api/session", address));
-  const timeline = JSON.parse(await ask(new URL("api/timeline", address)));
+  const { script, timeline } = await sessionOf(address);
   const { status, stdout, stderr } = spawnSync(process.env.VXPRIVACY, ["play", "-"],
     { input: script, encoding: "utf8", maxBuffer: 1 << 30 });
   assert.equal(status, 0, stderr + stdout.slice(-500));
