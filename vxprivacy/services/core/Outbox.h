@@ -35,7 +35,7 @@ private:
     const char* schema() const override;
     void load(Connection& file) override;
     bool pending() const override { return !changed_.empty() || !removed_.empty(); }
-    std::size_t mark() const override { return nextNumber_; }
+    std::size_t mark() const override { return static_cast<std::size_t>(nextNumber_); }
     void rollBack(std::size_t mark) override;
     void write(Connection& file, Contents contents) override;
     void written() override;

@@ -21,7 +21,7 @@ PackagedCopy readPackagedCopy(const VXConfigurationFile& file, const std::filesy
             system::utf8(path), error != std::errc::no_such_file_or_directory, {}, error.message()};
     if (size > kLargestAnswer)
         return {system::utf8(path), true, {}, "it is larger than 8 MiB"};
-    std::string text(size, '\0');
+    std::string text(static_cast<std::size_t>(size), '\0');
     std::ifstream stream(path, std::ios::binary);
     if (!stream.read(text.data(), static_cast<std::streamsize>(size)))
         return {system::utf8(path), true, {}, "it cannot be read"};
