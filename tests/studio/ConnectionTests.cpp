@@ -49,6 +49,14 @@ void expectService(StudioProcess& studio, int launches) {
 
 } // namespace
 
+TEST(StudioConnections, ACrowdThatIsSlowKeepsNobodyWaitingWithFewDescriptors) {
+    StudioProcess studio({}, {"prlimit", "--nofile=40"});
+    std::deque<RawConnection> crowd;
+    while (crowd.size() < 100)
+        EXPECT_TRUE(crowd.emplace_back(studio.authority("page")).send("GET / HTTP/1.1"));
+    expectService(studio, 2);
+}
+
 TEST(StudioConnections, ACrowdThatIsSlowKeepsNobodyWaiting) {
     StudioProcess studio;
     const std::vector<std::pair<const char*, std::string>> crowds = {

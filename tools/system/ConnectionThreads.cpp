@@ -5,16 +5,27 @@
 #include <utility>
 
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 
 namespace vx::tools::system {
 
 namespace {
 
-constexpr std::size_t kMostThreads = 64;
-constexpr std::size_t kMostComing = 64;
+constexpr rlim_t kMostThreads = 64;
+
+// Connections must give way before descriptors run out: those served and those coming of two
+// servers have half of them.
+std::size_t affordableThreads() {
+    rlimit descriptors{};
+    if (::getrlimit(RLIMIT_NOFILE, &descriptors) != 0)
+        return kMostThreads;
+    return std::clamp<rlim_t>(descriptors.rlim_cur / 8, 2, kMostThreads);
+}
 
 } // namespace
+
+ConnectionThreads::ConnectionThreads() : most_(affordableThreads()) {}
 
 ConnectionThreads::Connection::Connection(ConnectionThreads& threads, int socket)
     : threads_(threads), socket_(socket) {
@@ -53,10 +64,10 @@ void ConnectionThreads::Connection::cutOff() {
 
 void ConnectionThreads::enqueue(std::function<void()> serve) {
     std::unique_lock lock(mutex_);
-    hasRoom_.wait(lock, [&] { return coming_.size() < kMostComing; });
+    hasRoom_.wait(lock, [&] { return coming_.size() < most_; });
     coming_.push_back(std::move(serve));
     hasWork_.notify_one();
-    if (idle_ < coming_.size() && threads_.size() < kMostThreads)
+    if (idle_ < coming_.size() && threads_.size() < most_)
         try {
             threads_.emplace_back([this] { work(); });
         } catch (const std::system_error&) { // the machine has no more; there are those before
@@ -96,7 +107,7 @@ void ConnectionThreads::work() {
 
 // Those that are cut off already leave their threads to as many.
 void ConnectionThreads::makeRoom() {
-    if (threads_.size() < kMostThreads || idle_ >= coming_.size())
+    if (threads_.size() < most_ || idle_ >= coming_.size())
         return;
     auto leaving = static_cast<std::size_t>(
         std::ranges::count_if(served_, [](const Connection* each) { return each->isCutOff_; }));

@@ -43,6 +43,8 @@ public:
         bool isCutOff_ = false;
     };
 
+    ConnectionThreads();
+
     /// `serve` serves a connection.
     void enqueue(std::function<void()> serve) override;
     /// Cuts off whoever waits and joins the threads.
@@ -52,7 +54,8 @@ private:
     void work();
     void makeRoom();
 
-    std::mutex mutex_; // guards everything below
+    const std::size_t most_; // threads, and as many connections that wait for one
+    std::mutex mutex_;       // guards everything below
     std::condition_variable hasWork_;
     std::condition_variable hasRoom_;
     std::vector<std::thread> threads_;
