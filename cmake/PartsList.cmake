@@ -100,6 +100,7 @@ function(vxprivacy_install_parts_list)
     install(CODE "
         string(TIMESTAMP created \"%Y-%m-%dT%H:%M:%SZ\" UTC)
         string(TIMESTAMP number \"%s\" UTC)
-        configure_file(\"${file}.in\" \"${file}\" @ONLY)")
-    install(FILES ${file} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vxprivacy)
+        configure_file(\"${file}.in\" \"${file}\" @ONLY)"
+        COMPONENT development)
+    install(FILES ${file} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vxprivacy COMPONENT development)
 endfunction()

@@ -10,7 +10,7 @@ FOLDERS = ["vxprivacy", "tools", "tests", "bench", "examples", "fuzz"]
 PLATFORM = [f"vxprivacy/platform/{room}" for room in ("foundation", "core", "iab", "sdk", "ui")]
 MODULE = [*PLATFORM, *(f"vxprivacy/{room}" for room in
                        ("configuration", "engine", "category_center", "iab_center"))]
-INSTALLED = [*MODULE, "vxprivacy/services/**", "vxprivacy/hosts/**", "vxprivacy/testing"]
+INSTALLED = [*MODULE, "vxprivacy/services/**", "vxprivacy/hosts/**", "vxprivacy/testing", "vxprivacy/c"]
 
 # What each folder may include beside itself: folders, or single headers. "/**" takes in all below;
 # otherwise a folder has neither its parent's rights nor its children's.
@@ -27,6 +27,7 @@ ARROWS = {
     "vxprivacy/services/**": MODULE,
     "vxprivacy/hosts/**": MODULE,
     "vxprivacy/testing": [*MODULE, "vxprivacy/services/**"],
+    "vxprivacy/c": [*MODULE, "vxprivacy/services/**", "vxprivacy/hosts/**"],
     "tools": [],
     "tools/system": [],
     "tools/samples": ["vxprivacy/hosts/**"],
@@ -160,11 +161,13 @@ def lists():
 
 
 def examples_in_docs():
-    """Every C++ block of the documentation stands, letter for letter, in a compiled example."""
-    compiled = [p.read_text(encoding="utf-8") for p in (ROOT / "examples").rglob("*.cpp")]
+    """Every block of code in the documentation stands, letter for letter, in an example that is compiled or run."""
+    suffixes = {"cpp": ".cpp", "c": ".c", "python": ".py"}
     for page in [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]:
-        for block in re.findall(r"^```cpp\n(.*?)^```", page.read_text(encoding="utf-8"), re.M | re.S):
-            if not any(block in example for example in compiled):
+        for language, block in re.findall(r"^```(cpp|c|python)\n(.*?)^```",
+                                          page.read_text(encoding="utf-8"), re.M | re.S):
+            examples = (ROOT / "examples").rglob("*" + suffixes[language])
+            if not any(block in example.read_text(encoding="utf-8") for example in examples):
                 yield f"{page.name}: not in examples/:\n{block}"
 
 

@@ -43,8 +43,8 @@ inline ConsentKind consentKind(std::string_view key) {
 
 /// The prefix of a kind's keys, and the key of the list of those that are saved.
 struct ConsentNames {
-    std::string_view prefix;
-    std::string_view savedList;
+    std::string_view prefix;    ///< "PRIVACY_CAT_"
+    std::string_view savedList; ///< the key of the list
 };
 
 /// The kinds with entries of their own, in the order in which they are saved and listed.

@@ -25,7 +25,6 @@ struct EngineState {
     const void* engine = nullptr;
 
     // What each means is said at its accessor in VXMobilePrivacy.h.
-
     bool enableIAB = false;
     PrivacyState privacyState = PrivacyState::Undecided;
     std::int32_t clientSiteID = 0;

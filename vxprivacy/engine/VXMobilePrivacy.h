@@ -18,8 +18,8 @@ namespace vx {
 /// The numbers that an application is known by, each under its name: the operations that take plain
 /// integers differ in their order.
 struct Identifiers {
-    std::int32_t site = 0; ///< with `privacy` the privacy configuration; beacons carry both
-    std::int32_t privacy = 0;
+    std::int32_t site = 0;      ///< with `privacy` the privacy configuration; beacons carry both
+    std::int32_t privacy = 0;   ///< the privacy configuration of the site
     std::int32_t container = 0; ///< for the door `ConfigurationDocuments` alone
 };
 
@@ -75,6 +75,7 @@ public:
     /// The same. Mind the order of the integers, which differs from `setSiteID`.
     void customPCMSetSiteID(std::int32_t siteID, std::int32_t privacyID, std::int32_t containerID,
                             std::shared_ptr<Zentrix> vxInstance);
+    /// The same without container and tag SDK.
     void customPCMSetSiteID(std::int32_t siteID, std::int32_t privacyID);
 
     // Settings, to be made before a privacy center is. Those that register a file come after

@@ -112,7 +112,6 @@ public:
 
     // Showing a screen, at its top. The vendor list is built anew each time; the details are those
     // that their screen has chosen, and nothing happens where it has none.
-
     void displayPopUpScreen();
     void displayPurposeScreen();
     void displayVendorList();
@@ -150,7 +149,6 @@ public:
     void setNumberOfViews(std::int32_t number) { numberOfViews_ = number; }
 
     // The screens. Null before the view is loaded.
-
     const std::shared_ptr<VXPopUpContentView>& popupContentView() const {
         return popupContentView_;
     }

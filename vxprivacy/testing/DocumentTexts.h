@@ -9,6 +9,7 @@ namespace vx::recording {
 /// that is no JSON object counts as no document.
 class DocumentTexts : public ConfigurationDocuments {
 public:
+    /// `texts` are the documents by their files' names.
     explicit DocumentTexts(Texts texts = {}) : texts_(std::move(texts)) {}
 
     void initialise(std::int32_t siteID, std::int32_t containerID) override;

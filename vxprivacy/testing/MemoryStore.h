@@ -10,6 +10,7 @@ namespace vx::recording {
 /// A key-value store in memory that can be looked at and changed from outside.
 class MemoryStore : public KeyValueStore {
 public:
+    /// `entries` are there from the start.
     explicit MemoryStore(Texts entries = {}) : entries_(std::move(entries)) {}
 
     std::optional<std::string> get(std::string_view key) const override;
@@ -19,6 +20,7 @@ public:
     void commitTransaction() override;
     void rollBackTransaction() override;
 
+    /// All of it, those of open transactions too.
     const Texts& entries() const { return entries_; }
 
 private:

@@ -17,6 +17,7 @@ namespace vx::recording {
 /// {"log":[level,"text"]}
 class RecordingLogger : public Logger {
 public:
+    /// Tells its events to `sink`, as all of these.
     explicit RecordingLogger(EventSink sink) : sink_(std::move(sink)) {}
     void log(std::string_view message, int level) override;
 
@@ -28,6 +29,7 @@ private:
 /// it, {"send":{"name":"...","userInfo":{...}|null}}.
 class RecordingNotificationCenter : public NotificationCenter {
 public:
+    /// Tells its events to `sink`.
     explicit RecordingNotificationCenter(EventSink sink) : sink_(std::move(sink)) {}
     void addObserver(std::string_view name, NotificationObserver& observer) override;
     void post(const Notification& notification) override;
@@ -39,8 +41,10 @@ private:
 /// A clock that stands still until it is told the time.
 class StandingClock : public Clock {
 public:
+    /// Milliseconds since 1970, UTC.
     explicit StandingClock(std::uint64_t now) : now_(now) {}
     std::uint64_t nowMilliseconds() const override { return now_; }
+    /// Milliseconds since 1970, UTC.
     void setNow(std::uint64_t milliseconds) { now_ = milliseconds; }
 
 private:
@@ -50,6 +54,7 @@ private:
 /// Variables given beforehand.
 class GivenVariables : public Variables {
 public:
+    /// `values` by the variables' names.
     explicit GivenVariables(Texts values) : values_(std::move(values)) {}
     std::optional<std::string> get(std::string_view name) const override;
 
@@ -60,10 +65,12 @@ private:
 /// {"sdk":["addPermanentData","key","value"]}, {"sdk":["removePermanentData","key"]}
 class RecordingZentrix : public Zentrix {
 public:
+    /// Begins with the permanent data `data`, and tells its events to `sink`.
     RecordingZentrix(Texts data, EventSink sink) : data_(std::move(data)), sink_(std::move(sink)) {}
     void addPermanentData(std::string_view key, std::string_view value) override;
     void removePermanentData(std::string_view key) override;
     std::optional<std::string> getPermanentData(std::string_view key) const override;
+    /// All of it, by key.
     const Texts& permanentData() const { return data_; }
 
 private:
@@ -74,6 +81,7 @@ private:
 /// {"open":"address"}
 class RecordingApplication : public Application {
 public:
+    /// Tells its events to `sink`.
     explicit RecordingApplication(EventSink sink) : sink_(std::move(sink)) {}
     void openURL(std::string_view address) override;
 
@@ -85,8 +93,10 @@ private:
 /// {"callback":["consentOutdated"]} and so on.
 class RecordingCallbacks : public VXPrivacyCallbacks {
 public:
+    /// Names of operations, "consentUpdated:".
     using Operations = std::set<std::string, std::less<>>;
 
+    /// Answers the operations `answers`, and tells its events to `sink`.
     RecordingCallbacks(Operations answers, EventSink sink)
         : answers_(std::move(answers)), sink_(std::move(sink)) {}
     void consentUpdated(const ConsentDictionary& consent) override;

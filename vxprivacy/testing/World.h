@@ -68,7 +68,9 @@ public:
     /// A callback object that answers only the operations of these names.
     std::shared_ptr<VXPrivacyCallbacks> callbacks(RecordingCallbacks::Operations answers) const;
 
+    /// Takes events of doors of your own in among the others.
     const EventSink& sink() const { return sink_; }
+    /// What happened since the world was made or the events were cleared, oldest first.
     const std::vector<Event>& events() const { return events_; }
     void clearEvents() { events_.clear(); }
 

@@ -9,7 +9,7 @@ namespace vx::web {
 struct StaticFile {
     std::string_view name;      ///< "surface.css"
     std::string_view mediaType; ///< "text/css"; the content is UTF-8
-    std::string_view content;
+    std::string_view content;   ///< whole; may be empty
 };
 
 /// Files that are part of the program, for a server that gives them out.

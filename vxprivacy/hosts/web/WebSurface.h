@@ -25,6 +25,7 @@ namespace vx::web {
 /// alive, not their controller.
 class WebSurface {
 public:
+    /// Shows the tree below `root`, whose changes it notes from now on.
     explicit WebSurface(std::shared_ptr<View> root, PageSettings settings = {});
     ~WebSurface();
     WebSurface(const WebSurface&) = delete;

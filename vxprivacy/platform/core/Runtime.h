@@ -77,6 +77,7 @@ public:
     /// nothing kept; the next one that is made logs that it was missed.
     static Runtime& current();
 
+    /// The doors, good while this runtime is.
     const Platform& platform() const { return platform_; }
 
     /// The one instance of the class `type`, which the runtime owns. At first use `make` makes it,

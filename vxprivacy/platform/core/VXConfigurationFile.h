@@ -37,7 +37,6 @@ public:
     void setPackaged(std::string_view fileName, std::string_view versionPath);
 
     // As they were said above; 0, empty or absent where nothing was.
-
     Source source() const { return source_; }
     std::int32_t siteID() const { return siteID_; }
     std::int32_t fileID() const { return fileID_; }

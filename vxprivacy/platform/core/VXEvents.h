@@ -34,6 +34,7 @@ public:
     void setParent(IVXEventSenderDelegate* parent) { parent_ = parent; }
     IVXEventSenderDelegate* parent() const { return parent_; }
 
+    /// Sends through `center` from now on, which must outlive it.
     void setNotificationCenter(NotificationCenter& center) { center_ = &center; }
 
     /// Posts `notification`; when this returns, everybody has heard it (see `NotificationCenter`).

@@ -14,6 +14,7 @@ namespace vx {
 /// door is `Platform::coreVariables`.
 class VXCoreVariables {
 public:
+    /// The one instance.
     static VXCoreVariables& sharedInstance();
 
     /// The value of the variable `name`, or nothing.
@@ -24,6 +25,7 @@ public:
 /// and for the time `Platform::clock`.
 class VXPredefinedVariables {
 public:
+    /// The one instance.
     static VXPredefinedVariables& sharedInstance();
 
     /// The value of the variable `name`, or nothing.

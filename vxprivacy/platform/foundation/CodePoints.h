@@ -11,9 +11,10 @@ namespace vx {
 
 /// A piece of a text.
 struct CodePointRange {
-    std::size_t start = 0;
-    std::size_t length = 0;
+    std::size_t start = 0;  ///< the first code point
+    std::size_t length = 0; ///< code points
 
+    /// Whether the code point `place` lies in the piece.
     bool contains(std::size_t place) const { return start <= place && place - start < length; }
     friend bool operator==(const CodePointRange&, const CodePointRange&) = default;
 };

@@ -37,6 +37,7 @@ public:
     /// line.
     static JSONValue parse(std::string_view text, std::string* error = nullptr);
 
+    /// What the value is; `Null` where there is none.
     Type type() const;
     /// Whether there is a value, be it null.
     explicit operator bool() const { return document_ != nullptr; }

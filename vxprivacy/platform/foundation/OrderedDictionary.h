@@ -19,14 +19,20 @@ namespace vx {
 template <class Value>
 class OrderedDictionary {
 public:
+    /// A key and its value.
     using Entry = std::pair<const std::string, Value>;
 
     OrderedDictionary() = default;
+    /// Of these entries, in this order; a key that comes twice keeps its place and has the last
+    /// value.
     OrderedDictionary(std::initializer_list<Entry> entries) { insertAll(entries); }
+    /// Copies; references into `other` stay valid.
     OrderedDictionary(const OrderedDictionary& other)
         : entries_(other.entries_ ? std::make_unique<Entries>(*other.entries_) : nullptr),
           slots_(other.slots_) {}
+    /// Moves, and leaves the other one empty; references to its values are valid here.
     OrderedDictionary(OrderedDictionary&&) noexcept = default;
+    /// Takes over what `other` has.
     OrderedDictionary& operator=(OrderedDictionary other) noexcept {
         entries_.swap(other.entries_);
         slots_.swap(other.slots_);
@@ -59,7 +65,9 @@ public:
         return number == 0 ? nullptr : &(*entries_)[number - 1].second;
     }
 
+    /// Whether there is a value of `key`.
     bool contains(std::string_view key) const { return find(key) != nullptr; }
+    /// The number of entries.
     bool empty() const { return size() == 0; }
     std::size_t size() const { return entries_ ? entries_->size() : 0; }
     auto begin() const { return entries_ ? entries_->begin() : Iterator(); }

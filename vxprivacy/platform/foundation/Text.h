@@ -18,12 +18,14 @@ namespace vx {
 /// Made in the call and copied from what it is given.
 class FormatArgument {
 public:
+    /// Of a text, a text that may be missing, or an integer.
     FormatArgument(std::string_view text) : text_(text) {}
     FormatArgument(const std::string& text) : text_(text) {}
     FormatArgument(const char* text) : text_(text) {}
     FormatArgument(const std::optional<std::string>& text) : text_(text ? *text : "(null)") {}
     FormatArgument(std::int32_t number) : text_(std::to_string(number)) {}
 
+    /// What is put in the placeholder's place.
     const std::string& text() const { return text_; }
 
 private:

@@ -11,6 +11,7 @@ namespace vx {
 ///     std::unordered_map<std::string, Value, TextHash, std::equal_to<>> map;
 ///     map.find(std::string_view("key"));
 struct TextHash {
+    /// Says to the map that it may search without a `std::string`.
     using is_transparent = void;
 
     /// The same for equal texts, in this process; any thread.

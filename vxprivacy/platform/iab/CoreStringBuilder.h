@@ -23,6 +23,7 @@ public:
 
     virtual ~CoreStringBuilder();
 
+    /// Of the vendor list that the user was asked by.
     virtual void setVendorListVersion(std::int32_t version) = 0;
     /// Seconds since 1970, as both times. When consent was first saved; later saves keep it.
     virtual void setConsentRecordCreated(std::int64_t time) = 0;

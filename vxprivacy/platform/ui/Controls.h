@@ -42,6 +42,7 @@ class Button : public Control {
 public:
     Kind kind() const override { return Kind::Button; }
 
+    /// UTF-8; plain text.
     const std::string& title() const { return title_; }
     void setTitle(std::string title) { set(title_, std::move(title)); }
     // Font and colour of the title; absent: the platform's.
@@ -98,6 +99,7 @@ class Switch : public Control {
 public:
     Kind kind() const override { return Kind::Switch; }
 
+    /// How it stands; off at first.
     bool on() const { return on_; }
     /// Moves the switch without calling its actions.
     void setOn(bool on) { set(on_, on, ViewChange::What::State); }

@@ -31,9 +31,9 @@ struct GridAxis {
 
     /// The child `after` follows the child `before`.
     struct Link {
-        std::size_t before = 0;
-        std::size_t after = 0;
-        double gap = 0; ///< points between the two
+        std::size_t before = 0; ///< number of a child
+        std::size_t after = 0;  ///< number of a child
+        double gap = 0;         ///< points between the two
     };
 
     /// Where the children stand.

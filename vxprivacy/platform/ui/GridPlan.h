@@ -18,6 +18,7 @@ struct GridPlan {
     /// right in a script that runs from there.
     enum class Alignment { Start, Centre, End, Stretch };
 
+    /// A length along one axis.
     struct Length {
         /// Points or a share, never negative.
         double value = 0;
@@ -30,25 +31,28 @@ struct GridPlan {
     /// What limits a width or a height; without any of the three it is the content's own. An exact
     /// width is narrower where there is no room for it, and a height grows with the text.
     struct Size {
-        std::optional<Length> exact, least, most;
+        std::optional<Length> exact; ///< the limits, absent where there is none
+        std::optional<Length> least; ///< the same
+        std::optional<Length> most;  ///< the same
 
         friend bool operator==(const Size&, const Size&) = default;
     };
 
     /// An item along one axis. Margins are points, never negative.
     struct Place {
-        std::size_t first = 0; ///< track, from 0
-        std::size_t last = 1;  ///< one past the last track
-        double before = 0;     ///< margin at the leading edge or the top
-        double after = 0;
-        Alignment alignment = Alignment::Start;
-        Size size;
+        std::size_t first = 0;                  ///< track, from 0
+        std::size_t last = 1;                   ///< one past the last track
+        double before = 0;                      ///< margin at the leading edge or the top
+        double after = 0;                       ///< margin at the other edge
+        Alignment alignment = Alignment::Start; ///< within the tracks
+        Size size;                              ///< what limits it
     };
 
+    /// One subview and its place.
     struct Item {
         View* view = nullptr; ///< a subview of the container
-        Place column;
-        Place row;
+        Place column;         ///< on the horizontal axis
+        Place row;            ///< on the vertical one
         /// A subview of `view` whose height it has; null: it is as high as its content.
         const View* asHighAs = nullptr;
     };

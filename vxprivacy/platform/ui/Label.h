@@ -30,17 +30,17 @@ public:
     /// Words of the text that lead somewhere. They only look like it: what a tap does is the tap
     /// recogniser's business, which hears which character was tapped.
     struct Link {
-        CodePointRange range;
-        Colour colour;
-        bool underlined = true;
+        CodePointRange range;   ///< the words
+        Colour colour;          ///< of their letters
+        bool underlined = true; ///< as links are
 
         friend bool operator==(const Link&, const Link&) = default;
     };
 
     /// So many of all the switches that the label heads.
     struct Count {
-        std::size_t on = 0;
-        std::size_t all = 0;
+        std::size_t on = 0;  ///< switches that are on
+        std::size_t all = 0; ///< all of them
 
         friend bool operator==(const Count&, const Count&) = default;
     };
@@ -58,6 +58,7 @@ public:
     /// How many lines are shown at most; 0: as many as the text needs. 1 unless told otherwise.
     std::int32_t numberOfLines() const { return lines_; }
     void setNumberOfLines(std::int32_t lines) { set(lines_, lines); }
+    /// `Natural` unless told otherwise.
     Alignment alignment() const { return alignment_; }
     void setAlignment(Alignment alignment) { set(alignment_, alignment); }
     /// Absent unless told otherwise. It stays where it is when the text changes.

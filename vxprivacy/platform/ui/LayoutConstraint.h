@@ -25,6 +25,7 @@ struct LayoutConstraint {
         CentreX,
         CentreY
     };
+    /// How the first attribute stands to the second.
     enum class Relation : std::uint8_t { LessThanOrEqual, Equal, GreaterThanOrEqual };
 
     /// Never null once it is made. Neither item is owned. Both must live until the constraint is
@@ -45,7 +46,7 @@ struct LayoutConstraint {
 /// What a visual-format string describes, with the string itself, for whoever wants to see what a
 /// screen is made of.
 struct VisualFormat {
-    std::string text;
+    std::string text; ///< the string
     /// Sum of alignment options (VisualFormat.h); 0: none.
     int options = 0;
     /// In the order in which the string says them. Empty when it could not be understood.

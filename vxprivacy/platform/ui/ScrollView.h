@@ -22,8 +22,8 @@ class ScrollView : public View {
 public:
     /// How far the content is moved: points from its top left corner to the view's.
     struct Offset {
-        double x = 0;
-        double y = 0;
+        double x = 0; ///< points to the right
+        double y = 0; ///< points down
 
         friend bool operator==(const Offset&, const Offset&) = default;
     };

@@ -50,14 +50,15 @@ struct Row {
 /// used on the user-interface thread. To set a property to the value it has is no change.
 class View : public std::enable_shared_from_this<View> {
 public:
+    /// The classes of views.
     enum class Kind { View, Label, Button, Switch, Scroll };
 
     /// A line around the view, in points; no line when its width is 0. Without a colour it is the
     /// text's.
     struct Border {
-        double width = 0;
-        double cornerRadius = 0;
-        std::optional<Colour> colour;
+        double width = 0;             ///< points
+        double cornerRadius = 0;      ///< points
+        std::optional<Colour> colour; ///< absent: the text's
 
         friend bool operator==(const Border&, const Border&) = default;
     };

@@ -22,8 +22,9 @@ struct VisualFormatSyntax {
 
     /// A size or a gap: ">=20@750" has all three parts.
     struct Predicate {
+        /// How the size or gap stands to `object`.
         LayoutConstraint::Relation relation = LayoutConstraint::Relation::Equal;
-        Operand object;
+        Operand object; ///< the length
         /// Absent: required.
         std::optional<Operand> priority;
     };
@@ -36,10 +37,11 @@ struct VisualFormatSyntax {
         std::size_t sizes = 0;
         std::size_t gaps = 0;
 
+        /// Whether it is "|".
         bool isSuperview() const { return name == "|"; }
     };
 
-    bool vertical = false;
+    bool vertical = false; ///< "V:"
     /// In the order of the string; at least one of them is a view, or there is none.
     std::vector<Item> items;
     std::vector<Predicate> predicates; ///< of all items, in order

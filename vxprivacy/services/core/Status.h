@@ -18,10 +18,11 @@ enum class Origin {
 /// How the services are at one moment. Times are milliseconds since 1970, UTC; problems are one
 /// line each, in English, and empty where there is none.
 struct Status {
+    /// Of one registered configuration file.
     struct Document {
-        std::string name;         ///< of the configuration file: "privacy"
-        std::int32_t version = 0; ///< 0 where it says none, or one beyond 32 bits
-        Origin origin = Origin::Nowhere;
+        std::string name;                ///< of the configuration file: "privacy"
+        std::int32_t version = 0;        ///< 0 where it says none, or one beyond 32 bits
+        Origin origin = Origin::Nowhere; ///< of the document in use
         /// What went wrong when it was last loaded or asked for.
         std::string problem;
     };
@@ -32,6 +33,7 @@ struct Status {
     /// Why the store could not be read or written at the last attempt.
     std::string storeProblem;
 
+    /// How many beacons the collector has not taken yet.
     std::size_t waitingBeacons = 0;
     /// When the oldest of them was made; absent: none waits.
     std::optional<std::uint64_t> oldestBeacon;

@@ -35,6 +35,7 @@ struct PublisherRules;
 /// throws. Application's thread.
 class TCFLibrary : public IABLibrary {
 public:
+    /// What an application decides about its strings.
     using Settings = TCFSettings;
 
     /// Has the engine accept and refuse all through the module's IAB privacy center. Writes nothing

@@ -22,6 +22,7 @@ enum class TCFProfile {
 /// What an application decides; what does not say "in either profile" holds in
 /// the profile `InForce` alone.
 struct TCFSettings {
+    /// By which rules the strings are made.
     TCFProfile profile = TCFProfile::Specified;
     /// Of the law that counts, ISO 3166-1 alpha-2: "FR". What is no two letters becomes "AA",
     /// unknown, and is logged.

@@ -22,13 +22,15 @@ namespace vx::services {
 ///     sdk.accept("page=home");   // false: dropped, nobody consented yet
 class TagSDK : public Zentrix, private NotificationObserver {
 public:
+    /// What goes with every hit, by key.
     using PermanentData = std::unordered_map<std::string, std::string, TextHash, std::equal_to<>>;
 
     /// What is sent. Both parts may be used until the sink returns.
     struct Hit {
-        std::string_view data;
-        const PermanentData& permanentData;
+        std::string_view data;              ///< what `accept` was given
+        const PermanentData& permanentData; ///< all of it at that moment
     };
+    /// Takes a hit to where it is sent.
     using Sink = std::function<void(const Hit&)>;
 
     /// Listens to `center`, which must outlive it, and hands each hit that may be sent to `sink`,

@@ -47,4 +47,24 @@ run("${work}/moved/bin/vxprivacy" lint "${SOURCE_DIR}/samples/category.json")
 
 build_and_run(consumer examples/consumer)
 build_and_run(testing examples/testing)
-build_and_run(application tests/structure/application)
+build_and_run(application tests/package/application)
+
+# build_by_pkg_config(PROGRAM COMPILER SOURCE MODULE...)
+find_program(PKG_CONFIG pkg-config REQUIRED)
+file(GLOB_RECURSE modules "${work}/moved/vxprivacy-c.pc")
+cmake_path(GET modules PARENT_PATH modules)
+function(build_by_pkg_config program compiler source)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env "PKG_CONFIG_PATH=${modules}"
+            ${PKG_CONFIG} --cflags --libs ${ARGN}
+        OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    separate_arguments(flags UNIX_COMMAND "${flags}")
+    run(${compiler} "${SOURCE_DIR}/${source}" -o "${work}/${program}" ${flags})
+endfunction()
+
+build_by_pkg_config("by pkg-config" "${CXX};-std=c++20" examples/consumer/main.cpp vxprivacy-services)
+run(${CMAKE_COMMAND} -E chdir "${work}" "./by pkg-config")
+build_by_pkg_config("in C" ${CC} examples/c/main.c vxprivacy-c)
+cmake_path(GET modules PARENT_PATH libraries)
+set(ENV{LD_LIBRARY_PATH} "${libraries}")
+run(${CMAKE_COMMAND} "-DPROGRAM=${work}/in C" "-DWORK=${work}/c run"
+    -P "${SOURCE_DIR}/examples/embedding/run.cmake")

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include "vxprivacy/c/Guard.h"
+#include "vxprivacy/c/Settings.h"
+#include "vxprivacy/c/vxprivacy.h"
+#include "vxprivacy/platform/core/Runtime.h"
+#include "vxprivacy/platform/ui/Application.h"
+#include "vxprivacy/services/core/Services.h"
+#include "vxprivacy/services/iab/TCFLibrary.h"
+
+struct vx_center;
+
+namespace vx::web {
+class WebSurface;
+}
+
+namespace vx::c {
+
+/// A function of the application's and what it wants back.
+template <class Function>
+struct Hook {
+    Function function = nullptr;
+    void* context = nullptr;
+};
+
+} // namespace vx::c
+
+/// The services, the runtime on them and who hears of it.
+struct vx_module : private vx::Logger, private vx::Application {
+public:
+    explicit vx_module(const vx_settings& given);
+    ~vx_module() override;
+
+    /// Throws `Misuse` on another thread than the one that made it.
+    void onItsThread() const;
+    void start();
+
+    /// Calls the application: until that returns, it may ask the module and do nothing else.
+    template <class Function, class... Arguments>
+    void call(vx::c::Hook<Function> hook, Arguments... arguments) {
+        if (!hook.function)
+            return;
+        ++calling_;
+        hook.function(hook.context, arguments...);
+        --calling_;
+    }
+    bool calling() const { return calling_ > 0; }
+
+    const vx_settings settings;
+    vx::c::Hook<vx_event_function> onEvent;
+    vx::c::Hook<vx_open_function> onOpen;
+    bool started = false;
+    /// The privacy center that is open, which ends before this does, and its page; null: none is.
+    vx_center* center = nullptr;
+    vx::web::WebSurface* page = nullptr;
+
+    vx::services::Services& services() { return services_; }
+    const vx::KeyValueStore& store() const { return store_; }
+
+private:
+    void log(std::string_view line, int level) override;
+    void openURL(std::string_view address) override;
+
+    std::thread::id thread_ = std::this_thread::get_id();
+    int calling_ = 0;
+    vx::services::Services services_;
+    vx::KeyValueStore& store_;
+    std::optional<vx::services::TCFLibrary> iab_;
+    std::optional<vx::Runtime> runtime_;
+};
+
+namespace vx::c {
+
+/// The module behind the handle, for a question. Throws.
+vx_module& asked(vx_module* handle);
+/// The same of one that is started, and is to do something: not from within a call of the
+/// application's.
+vx_module& started(vx_module* handle);
+
+} // namespace vx::c
