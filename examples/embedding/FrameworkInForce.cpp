@@ -29,3 +29,10 @@ void refuseAllButOneOfGoogles(vx::services::TCFLibrary& iab) {
     iab.setAdditionalConsent(accepted, shown);
     vx::VXMobilePrivacy::sharedInstance().refuseAllConsent();
 }
+
+vx::services::Services servicesWithListsOfFormat3() {
+    vx::services::Settings settings{.store = "consent/choices.sqlite"};
+    settings.hosts.vendorList = "https://lists.example.com"; // "/v3/vendor-list.json" there
+    settings.vendorListFormat = 3;
+    return vx::services::Services(settings);
+}

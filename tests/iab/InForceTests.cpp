@@ -1,8 +1,11 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "tests/iab/IABApplication.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/iab_center/VendorRecord.h"
 #include "vxprivacy/platform/core/Runtime.h"
 #include "vxprivacy/services/iab/Decoder.h"
 #include "vxprivacy/testing/DocumentTexts.h"
@@ -240,7 +243,8 @@ struct Process {
         return model ? *model : TCModel{};
     }
 
-    recording::EventSink sink = [](const recording::Event&) {};
+    std::vector<recording::Event> events;
+    recording::EventSink sink = [this](const recording::Event& event) { events.push_back(event); };
     tests::IABApplication application{{}, settings()};
     recording::DocumentTexts documents;
     recording::RecordingNotificationCenter notifications{sink};
@@ -292,4 +296,47 @@ TEST(InForce, HearsFromTheCenterWhomItShowed) {
     VXMobilePrivacy::sharedInstance().refuseAllConsent();
     EXPECT_EQ(process.stored().disclosedVendors->vendors, (IdentifierSet{2, 4}));
     EXPECT_EQ(process.stored().vendorLegitimateInterest.vendors, (IdentifierSet{2, 4}));
+}
+
+// The center shows what format 3 has in place of the fields of format 2.
+TEST(ListOfFormat3, IsShownInTheSameElements) {
+    Process process({{"vendor-list", R"({
+        "gvlSpecificationVersion": 3, "vendorListVersion": 17, "tcfPolicyVersion": 4,
+        "purposes": {"1": {"id": 1, "name": "One", "illustrations": ["First.", "Second."]},
+                     "2": {"id": 2, "descriptionLegal": "Law.", "illustrations": ["Never."]},
+                     "11": {"id": 11, "name": "Eleven", "illustrations": []}},
+        "vendors": {
+            "1": {"id": 1, "name": "A", "purposes": [1], "urls": [
+                {"langId": "de", "privacy": "https://a/de"}, {"langId": "fr", "privacy": "https://a/fr"},
+                {"langId": "en", "privacy": "https://a/en"}]},
+            "2": {"id": 2, "name": "B", "purposes": [1], "urls": [
+                {"langId": "de", "privacy": "https://b/de"}, {"langId": "en", "privacy": "https://b/en"}]},
+            "3": {"id": 3, "name": "C", "purposes": [1], "urls": [
+                {"langId": "de", "privacy": "https://c/de"}]},
+            "4": {"id": 4, "name": "D", "purposes": [1], "urls": [], "policyUrl": "https://d"}}})"},
+                     {"purposes-fr", R"({"vendorListVersion": 29, "purposes": {
+                         "1": {"id": 1, "name": "Un"}, "2": {"id": 2}}})"},
+                     {"privacy", R"({"information": {"version": 1}})"}});
+    const VXIABPrivacyCenterViewController list;
+    EXPECT_EQ(list.getIABTranslation("purposes/1/descriptionLegal"), "First.\nSecond.");
+    EXPECT_EQ(list.getIABTranslation("purposes/2/descriptionLegal"), "Law.");
+    EXPECT_EQ(list.getIABTranslation("purposes/11/descriptionLegal"), "");
+    EXPECT_EQ(list.getIABTranslation("purposes/12/descriptionLegal"), std::nullopt);
+    const auto policy = [&](const char* vendor, const char* language) {
+        return std::string(VendorRecord(vendor, list.JSONDictionary()["vendors"][vendor])
+                               .privacyPolicy(language)
+                               .value_or(""));
+    };
+    EXPECT_EQ(policy("1", "fr"), "https://a/fr");
+    EXPECT_EQ(policy("2", "fr"), "https://b/en");
+    EXPECT_EQ(policy("3", "fr"), "https://c/de");
+    EXPECT_EQ(policy("4", "fr"), "https://d");
+
+    VXMobilePrivacy::sharedInstance().setLanguage("fr");
+    const VXIABPrivacyCenterViewController translated;
+    EXPECT_EQ(translated.getIABTranslation("purposes/11/name"), std::nullopt);
+    const auto said = recording::Event{
+        {"log", recording::Event::array({4, "purposes-fr has no purpose 11 of the vendor list: its "
+                                            "texts stay empty"})}};
+    EXPECT_EQ(std::ranges::count(process.events, said), 1);
 }

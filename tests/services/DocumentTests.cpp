@@ -220,6 +220,27 @@ TEST_F(Documents, WhatIsNoNewerDocumentChangesNothing) {
     }
 }
 
+// The versions of each format of the vendor list begin anew.
+TEST_F(Documents, AVendorListOfAnotherFormatIsAnotherDocument) {
+    LocalServer server([](const Request& request, Response& response) {
+        response.set_content(document(request.path == "/v3/doc.json" ? 17 : 224), kJSON);
+    });
+    const std::string list = server.host() + "/v2/doc.json";
+    Settings format3;
+    format3.hosts.vendorList = server.host();
+    format3.vendorListFormat = 3;
+    EXPECT_EQ(Application(directory / "store.sqlite").download(list), 224);
+    for (int start = 0; start < 2; ++start)
+        EXPECT_EQ(Application(directory / "store.sqlite", format3).download(list), 17);
+    {
+        Application former(directory / "store.sqlite");
+        former.addFile(list);
+        EXPECT_EQ(former.version(), 224) << "still there";
+    }
+    Application again(directory / "other.sqlite", format3);
+    EXPECT_EQ(again.download(server.host() + "/other/v2/doc.json"), 224) << "no list";
+}
+
 TEST_F(Documents, ThreeRedirectsAreFollowed) {
     LocalServer server([](const Request& request, Response& response) {
         if (request.path == "/xxx")

@@ -54,6 +54,17 @@ std::vector<std::int32_t> mergedAndSorted(std::vector<std::int32_t> numbers,
     return numbers;
 }
 
+// A translation of format 2 lacks purpose 11, whose texts are then empty.
+void reportUntranslated(const JSONValue& list, const VXConfigurationFile& translation) {
+    const JSONValue translated = translation.getJSONDictionary()["purposes"];
+    for (const auto& [key, purpose] : list["purposes"].members())
+        if (!translated[key])
+            VXLogger::sharedInstance().logMessage(
+                formatted("%@ has no purpose %@ of the vendor list: its texts stay empty",
+                          {translation.offlineName(), key}),
+                kLogProblem);
+}
+
 } // namespace
 
 VXIABPrivacyCenterViewController::VXIABPrivacyCenterViewController()
@@ -64,6 +75,8 @@ VXIABPrivacyCenterViewController::VXIABPrivacyCenterViewController()
         vendors_.set(id, {id, entry});
     if (const auto& language = VXMobilePrivacy::sharedInstance().languageCode())
         translationConf_ = configurationFile(formatted(kTranslationFormat, {*language}));
+    if (translationConf_ && JSONDictionary_["gvlSpecificationVersion"].integerValue() >= 3)
+        reportUntranslated(JSONDictionary_, *translationConf_);
 }
 
 void VXIABPrivacyCenterViewController::registerWithEngine() {

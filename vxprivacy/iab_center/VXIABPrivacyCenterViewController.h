@@ -126,7 +126,8 @@ public:
     /// Missing where the configuration has texts and lacks this one.
     std::optional<std::string> getTranslation(std::string_view path) const;
     /// The text at `path` of the vendor list's translation, or of the list itself where there is no
-    /// translation. There is no fallback from one to the other, deliberately.
+    /// translation. There is no fallback from one to the other, deliberately. In place of a legal
+    /// text ("purposes/1/descriptionLegal") that is missing stand the illustrations of format 3.
     std::optional<std::string> getIABTranslation(std::string_view path) const;
     enum class LabelType { Title = 1, Text = 2 };
     /// A missing text is an empty one.

@@ -10,6 +10,25 @@
 
 namespace vx {
 
+namespace {
+
+constexpr std::string_view kLegalText = "descriptionLegal";
+
+// What lists of format 3 have in place of the legal text at `path`, a line each.
+std::optional<std::string> illustrations(const VXConfigurationFile& file, std::string_view path) {
+    const std::string item(path.substr(0, path.size() - kLegalText.size()));
+    const JSONValue texts = file.getJsonLeafFromPath(item + "illustrations");
+    if (!texts.isArray())
+        return {};
+    std::string lines;
+    for (const JSONValue& text : texts.elements())
+        if (const auto line = text.string())
+            lines.append(lines.empty() ? "" : "\n").append(*line);
+    return lines;
+}
+
+} // namespace
+
 std::optional<std::string>
 VXIABPrivacyCenterViewController::getTranslation(std::string_view path) const {
     return configuration_->getTextForKey(path, VXMobilePrivacy::sharedInstance().languageCode());
@@ -18,8 +37,11 @@ VXIABPrivacyCenterViewController::getTranslation(std::string_view path) const {
 std::optional<std::string>
 VXIABPrivacyCenterViewController::getIABTranslation(std::string_view path) const {
     const auto& file = translationConf_ ? translationConf_ : IABConf_;
-    const auto text = file ? file->getJsonLeafFromPath(path).string() : std::nullopt;
-    return text ? std::optional<std::string>(*text) : std::nullopt;
+    if (!file)
+        return {};
+    if (const auto text = file->getJsonLeafFromPath(path).string())
+        return std::string(*text);
+    return path.ends_with(kLegalText) ? illustrations(*file, path) : std::nullopt;
 }
 
 std::shared_ptr<Label>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/iab_center/ConsentNumbers.h"
 #include "vxprivacy/iab_center/VendorInformation.h"
@@ -155,7 +156,8 @@ std::shared_ptr<View> VXVendorContentView::displayInformation(const VendorRecord
 void VXVendorContentView::stackPanel(const VendorRecord& record, View& panel,
                                      const std::string& name) {
     VendorInformation information(*this, panel, name, VendorInformation::Place::Panel);
-    if (const auto address = record.privacyPolicy())
+    if (const auto address =
+            record.privacyPolicy(VXMobilePrivacy::sharedInstance().languageCode().value_or("en")))
         information.addPolicy(std::string(*address),
                               [this](const Button& sender) { policyButtonAction(sender); });
     information.addLists(record);

@@ -1,5 +1,6 @@
 #include "vxprivacy/iab_center/VXVendorDetailContentView.h"
 
+#include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/iab_center/VendorInformation.h"
 #include "vxprivacy/platform/ui/Application.h"
 
@@ -8,7 +9,8 @@ namespace vx {
 void VXVendorDetailContentView::displayInformation() {
     VendorInformation information(*this, *scrollContainerView(), "scrollContainerView",
                                   VendorInformation::Place::Screen);
-    if (const auto address = record_.privacyPolicy())
+    if (const auto address =
+            record_.privacyPolicy(VXMobilePrivacy::sharedInstance().languageCode().value_or("en")))
         information.addPolicy(std::string(*address),
                               [this](const Button&) { policyButtonAction(); });
     information.addLists(record_);
@@ -19,7 +21,8 @@ void VXVendorDetailContentView::backSelector() {
 }
 
 void VXVendorDetailContentView::policyButtonAction() {
-    openURL(record_.privacyPolicy().value_or(""));
+    openURL(record_.privacyPolicy(VXMobilePrivacy::sharedInstance().languageCode().value_or("en"))
+                .value_or(""));
 }
 
 } // namespace vx

@@ -28,8 +28,9 @@ public:
     /// The entry itself; absent for a record of nothing.
     const JSONValue& entry() const { return entry_; }
 
-    /// An address, not to be trusted.
-    std::optional<std::string_view> privacyPolicy() const { return entry_["policyUrl"].string(); }
+    /// An address, not to be trusted. Lists of format 3 have one for each of several languages: the
+    /// one in `language`, else in English, else the first.
+    std::optional<std::string_view> privacyPolicy(std::string_view language) const;
     std::vector<std::int32_t> purposes() const { return numbers("purposes"); }
     std::vector<std::int32_t> legIntPurposes() const { return numbers("legIntPurposes"); }
     std::vector<std::int32_t> specialPurposes() const { return numbers("specialPurposes"); }

@@ -13,6 +13,7 @@ namespace vx::services {
 
 namespace {
 
+constexpr int kEnginesFormat = 2;               // of the vendor list, in the engine's addresses
 constexpr std::uint64_t kHour = 60 * 60 * 1000; // milliseconds
 
 // The object that `text` holds, or absent; then `problem` says why.
@@ -37,17 +38,19 @@ bool isOnCDN(const VXConfigurationFile& file) {
     return file.source() == VXConfigurationFile::Source::ConfigurationCDN;
 }
 
-// One application may change its identifiers; then the old document is no copy of the new one.
-std::string copyName(const VXConfigurationFile& file) {
-    return isOnCDN(file) ? formatted("%d/%d/%@", {file.siteID(), file.fileID(), file.offlineName()})
-                         : file.offlineName();
+// Where lists of a format lie: "https://lists.example.com/v2/".
+std::string folder(const Hosts& hosts, int format) {
+    return hosts.vendorList + "/v" + std::to_string(format) + "/";
 }
 
 } // namespace
 
 Documents::Documents(const Shared& shared, OfflineCopies& copies, std::filesystem::path packaged,
-                     std::string host)
-    : shared_(shared), copies_(copies), packaged_(std::move(packaged)), host_(std::move(host)) {}
+                     const Hosts& hosts, int vendorListFormat)
+    : shared_(shared), copies_(copies), packaged_(std::move(packaged)),
+      host_(hosts.configurationCDN),
+      formerLists_(vendorListFormat == kEnginesFormat ? "" : folder(hosts, kEnginesFormat)),
+      lists_(vendorListFormat == kEnginesFormat ? "" : folder(hosts, vendorListFormat)) {}
 
 void Documents::registered(const std::shared_ptr<VXConfigurationFile>& file) {
     auto registration = std::make_shared<Registration>();
@@ -182,7 +185,23 @@ std::string Documents::storedText(const VXConfigurationFile& file) {
     return text;
 }
 
+bool Documents::isInOtherFormat(const VXConfigurationFile& file) const {
+    return !formerLists_.empty() && file.baseURL() && file.baseURL()->starts_with(formerLists_);
+}
+
+// One application may change its identifiers, or the format of its vendor list; then the old
+// document is no copy of the new one.
+std::string Documents::copyName(const VXConfigurationFile& file) const {
+    if (isOnCDN(file))
+        return formatted("%d/%d/%@", {file.siteID(), file.fileID(), file.offlineName()});
+    return isInOtherFormat(file)
+               ? lists_.substr(lists_.rfind('/', lists_.size() - 2) + 1) + file.offlineName()
+               : file.offlineName();
+}
+
 std::string Documents::resourceOf(const VXConfigurationFile& file) const {
+    if (isInOtherFormat(file))
+        return lists_ + file.baseURL()->substr(formerLists_.size());
     if (!isOnCDN(file))
         return file.baseURL().value_or("");
     return formatted("%@/mobile/%d/%d/privacy%@.json", {host_, file.siteID(), file.fileID(), ""});

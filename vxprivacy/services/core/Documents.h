@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "vxprivacy/platform/core/Runtime.h"
 #include "vxprivacy/platform/core/VXConfigurationFile.h"
 #include "vxprivacy/services/core/OfflineCopies.h"
 #include "vxprivacy/services/core/PackagedCopy.h"
@@ -28,9 +29,9 @@ namespace vx::services {
 class Documents : public ConfigurationDocuments {
 public:
     /// `packaged` is the directory of the files that ship with the application, empty where there
-    /// is none; `host` is where the configuration CDN's addresses begin.
+    /// is none; `hosts` are where addresses begin.
     Documents(const Shared& shared, OfflineCopies& copies, std::filesystem::path packaged,
-              std::string host);
+              const Hosts& hosts, int vendorListFormat);
 
     /// Every file knows the identifiers that its address is made of.
     void initialise(std::int32_t, std::int32_t) override {}
@@ -55,6 +56,8 @@ private:
                   const HTTPResponse& response);
     void install(VXConfigurationFile& file, JSONValue document, const OfflineCopies::Copy& copy);
     std::string storedText(const VXConfigurationFile& file);
+    bool isInOtherFormat(const VXConfigurationFile& file) const;
+    std::string copyName(const VXConfigurationFile& file) const;
     std::string resourceOf(const VXConfigurationFile& file) const;
     void checkVersion(Registration& registration, const VXConfigurationFile& file,
                       const JSONValue& document) const;
@@ -65,7 +68,10 @@ private:
     Shared shared_;
     OfflineCopies& copies_;
     const std::filesystem::path packaged_;
-    const std::string host_;
+    const std::string host_; // the configuration CDN's
+    // Where the engine has the vendor list, and where it lies in another format; empty: in none.
+    const std::string formerLists_;
+    const std::string lists_;
     std::map<std::string, std::shared_ptr<Registration>> registrations_; // by the files' names
 };
 

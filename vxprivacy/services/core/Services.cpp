@@ -39,7 +39,8 @@ struct Services::Parts {
     ServiceVariables variables{entries, settings.userAgent, settings.variables};
     HTTPClient http{settings.userAgent, logger};
     Shared shared{entries, http, clock, logger};
-    Documents documents{shared, copies, settings.packaged, settings.hosts.configurationCDN};
+    Documents documents{shared, copies, settings.packaged, settings.hosts,
+                        settings.vendorListFormat};
     HTTPSender sender{shared, outbox, notifications};
     std::optional<std::uint64_t> pendingSince; // milliseconds since 1970
     bool becameDurable = false;                // and nobody was told yet

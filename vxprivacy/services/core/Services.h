@@ -32,6 +32,10 @@ struct Settings {
     /// refused: it is logged, and nothing is sent to it. Nor is anything where one is empty, which
     /// is logged once.
     Hosts hosts = defaultHosts();
+    /// Which form of the IAB's vendor list and of its translations is loaded: 2, from "/v2/" of its
+    /// host, or 3, from "/v3/". Copies are kept by format, as the versions of each begin anew; what
+    /// ships with the application has to be of this one.
+    int vendorListFormat = 2;
     /// Named in beacons and in every request.
     std::string userAgent = "VXPrivacy";
     /// Log lines below this level, a `LogLevel`, are left out.
