@@ -15,9 +15,8 @@ export function measureRuns(list) {
   widths.set(list, list.clientWidth);
   const sum = (numberOf) => runs.reduce((all, run) => all + numberOf(run), 0);
   const height = sum((run) => run.offsetHeight);
-  sheet.replaceSync(`
-    .run { contain-intrinsic-block-size: auto ${height / runs.length}px }
-    .run > * { contain-intrinsic-block-size: auto ${height / sum((run) => run.childElementCount)}px }`);
+  const row = height / sum((run) => run.childElementCount);
+  sheet.replaceSync(`.run { contain-intrinsic-block-size: auto ${height / runs.length}px; --row: ${row}px }`);
 }
 
 // What the user wants to see of a list: its beginning or end, which move while it scrolls there, as rows

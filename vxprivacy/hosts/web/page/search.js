@@ -26,28 +26,51 @@ function plainNameOf(row) {
 
 const filters = () => field.value.trim() !== "";
 
-const rowsOf = (list) =>
-  [...list.children].flatMap((child) => (child.matches(".run") ? [...child.children] : child));
+const isRun = (element) => element.matches(".run");
+const rowsOf = (list) => [...list.children].flatMap((child) => (isRun(child) ? [...child.children] : child));
+
+// What changes nothing is not said: the browser would look into it.
+function setHidden(element, hidden) {
+  if (element.hidden !== hidden) element.hidden = hidden;
+}
+
+// Hides the rows whose names lack a word, and tells how many are left.
+function hideOthers(rows, words) {
+  let matches = 0;
+  for (const row of rows) {
+    const name = words.length > 0 && plainNameOf(row);
+    const matched = words.every((word) => name.includes(word));
+    setHidden(row, !matched);
+    if (matched) ++matches;
+  }
+  return matches;
+}
 
 /** Shows of the list, as it is now, what is searched for. Screens without one are left alone. */
 export function searchAgain() {
   const list = screen.querySelector(".searchable");
   if (!list) return;
   const words = plain(field.value).split(/\s+/).filter(Boolean);
-  const rows = rowsOf(list);
-  let matches = 0;
+  const children = [...list.children];
+  let matches = hideOthers(children.filter((child) => !isRun(child)), words);
   list.classList.toggle("filtered", words.length > 0);
-  for (const row of rows) {
-    const name = words.length > 0 && plainNameOf(row);
-    const matched = words.every((word) => name.includes(word));
-    if (row.hidden === matched) row.hidden = !matched;
-    if (matched) ++matches;
+  for (const run of children.filter(isRun)) {
+    const shown = hideOthers(run.children, words);
+    run.style.setProperty("--shown", shown);
+    setHidden(run, shown === 0);
+    matches += shown;
   }
   found.textContent = find.dataset.matches.replace("%1$@", matches)
-    .replace("%2$@", rows.length);
+    .replace("%2$@", rowsOf(list).length);
   nothing.hidden = matches > 0;
   wholeList.hidden = !filters();
 }
+
+// Names take longer than a letter may; they are read while the user has not typed yet.
+field.addEventListener("focus", () => {
+  const list = screen.querySelector(".searchable");
+  if (list) rowsOf(list).forEach(plainNameOf);
+});
 
 let saying;
 function sayOutcome() {
