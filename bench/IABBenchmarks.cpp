@@ -41,7 +41,7 @@ void engineAccepts(benchmark::State& state) {
 void engineAcceptsBy(benchmark::State& state, services::TCFProfile profile) {
     const std::string list = listOfFormat3();
     if (list.empty())
-        return state.SkipWithMessage("VXPRIVACY_DATA names no list of format 3");
+        return state.SkipWithError("VXPRIVACY_DATA names no list of format 3");
     IABApplication application("accept by profile", {list, ""}, nullptr,
                                {.profile = profile, .publisherCountry = "FR"});
     bool accept = false;
