@@ -38,8 +38,9 @@ double numberOf(vx_state_number which, const vx::services::Status& status) {
         return static_cast<double>(status.waitingBeacons);
     case VX_OLDEST_BEACON:
         return static_cast<double>(status.oldestBeacon.value_or(0));
+    default:
+        throw Misuse{VX_INVALID_ARGUMENT};
     }
-    throw Misuse{VX_INVALID_ARGUMENT};
 }
 
 std::string documentProblems(const vx::services::Status& status) {
@@ -58,8 +59,9 @@ std::string problemOf(vx_problem which, const vx::services::Status& status) {
         return status.networkProblem;
     case VX_DOCUMENT_PROBLEMS:
         return documentProblems(status);
+    default:
+        throw Misuse{VX_INVALID_ARGUMENT};
     }
-    throw Misuse{VX_INVALID_ARGUMENT};
 }
 
 } // namespace

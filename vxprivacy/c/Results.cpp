@@ -14,8 +14,7 @@ const char* vx_result_text(vx_result result) {
         return "too early, too late, or from within a function that the module called";
     case VX_NO_MEMORY:
         return "there is no memory left";
-    case VX_FAILED:
-        break;
+    default:
+        return "something went wrong; the log says more";
     }
-    return "something went wrong; the log says more";
 }

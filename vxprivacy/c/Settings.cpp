@@ -44,8 +44,9 @@ void setText(vx_settings& settings, vx_text_setting setting, std::string_view te
     case VX_OWNER:
         settings.owner = text;
         return;
+    default:
+        throw Misuse{VX_INVALID_ARGUMENT};
     }
-    throw Misuse{VX_INVALID_ARGUMENT};
 }
 
 bool flag(int number) {
@@ -74,8 +75,9 @@ void setNumber(vx_settings& settings, vx_number_setting setting, int number) {
     case VX_SWITCHES_START_ON:
         settings.switchesStartOn = flag(number);
         return;
+    default:
+        throw Misuse{VX_INVALID_ARGUMENT};
     }
-    throw Misuse{VX_INVALID_ARGUMENT};
 }
 
 } // namespace

@@ -43,7 +43,7 @@ Json asJSON(const JSONValue& value) {
 
 // One text for each content: the same document is found again at the next launch.
 std::string textOf(const JSONValue& document) {
-    return asJSON(document).dump(-1, ' ', false, Json::error_handler_t::replace);
+    return dumped(asJSON(document));
 }
 
 void addDocument(Json& files, const std::string& name, const std::string& text) {

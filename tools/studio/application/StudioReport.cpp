@@ -9,7 +9,7 @@
 namespace vx::tools::studio {
 
 void report(const Json& line) {
-    std::string text = line.dump(-1, ' ', false, Json::error_handler_t::replace);
+    std::string text = dumped(line);
     text += '\n';
     system::writeAll(STDOUT_FILENO, text);
 }

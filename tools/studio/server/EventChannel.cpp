@@ -24,8 +24,7 @@ std::string eventMessages(const EventStream::News& news) {
     for (const auto& entry : news.entries)
         text += "id: " + std::to_string(entry->id) + "\n" + eventMessage("entry", entry->text);
     if (!news.state.is_null())
-        text +=
-            eventMessage("state", news.state.dump(-1, ' ', false, Json::error_handler_t::replace));
+        text += eventMessage("state", dumped(news.state));
     return text.empty() ? ":\n\n" : text; // a comment, so that a reader who left is noticed
 }
 

@@ -17,10 +17,6 @@ std::int64_t now() {
     return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
 }
 
-std::string dumped(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 // The writing of JSON mends a character that is cut in two.
 std::string beginning(std::string text, std::size_t most) {
     return text.size() <= most ? text : text.substr(0, most) + "\u2026";

@@ -24,6 +24,10 @@ std::string withoutCode(const std::string& message) {
 
 } // namespace
 
+std::string dumped(const Json& json) {
+    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
 Result<Json> parsed(std::string_view text) {
     if (text.starts_with(kByteOrderMark))
         return Problem{"line 1, column 1: the text begins with a byte order mark, with which no "

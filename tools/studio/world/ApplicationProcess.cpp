@@ -49,7 +49,7 @@ Reply ApplicationProcess::perform(Command command) {
         command.id = ++lastCommand_;
         awaited_[command.id];
     }
-    const std::string line = asJSON(command).dump(-1, ' ', false, Json::error_handler_t::replace);
+    const std::string line = dumped(asJSON(command));
     Reply reply = process->send(line) ? await(command.id, *process)
                                       : Problem{"the application takes no more commands"};
     const std::lock_guard lock(mutex_);

@@ -17,7 +17,7 @@ namespace {
 
 const std::string kListName = "vendor-list.json";
 const std::regex kTranslation("purposes-([a-z]{2})\\.json");
-constexpr std::size_t kMostBytes = 8u << 20; // what an application downloads
+constexpr std::size_t kLongestList = 8u << 20; // what an application downloads
 
 std::optional<Problem> findProblem(const JSONValue& vendors) {
     for (const auto& [key, vendor] : vendors.members()) {
@@ -44,7 +44,7 @@ std::optional<Problem> findProblemInList(const JSONValue& list) {
 }
 
 Result<ServedVendorList> listIn(const std::string& text) {
-    if (text.size() > kMostBytes)
+    if (text.size() > kLongestList)
         return Problem{"an application takes at most 8 MiB"};
     const JSONValue list = JSONValue::parse(text);
     if (!list)

@@ -40,10 +40,6 @@ Json worldOf(const Json& start) {
     return world;
 }
 
-std::string dumped(const Json& json) {
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 } // namespace
 
 void SessionRecord::launched(Json start) {
