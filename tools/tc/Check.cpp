@@ -111,7 +111,7 @@ void Checker::dates() {
 }
 
 void Checker::cmp() {
-    const std::string source = formats("Global CMP List Specification");
+    const std::string source = formats("What is contained in the Global CMP List?");
     const std::string number = std::to_string(model_.cmpId);
     if (model_.cmpId < kLeastCMP)
         return find("cmp", "Core.CmpId", number + " is not from 2 to 4095", source);

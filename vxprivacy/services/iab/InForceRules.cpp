@@ -33,7 +33,7 @@ VendorSection sectionOf(IdentifierSet vendors) {
 } // namespace
 
 bool isInForce(const VendorList& list) {
-    return list.specification == kListFormat && list.policyVersion >= kLeastPolicyVersion &&
+    return list.format == kListFormat && list.policyVersion >= kLeastPolicyVersion &&
            list.version != 0;
 }
 

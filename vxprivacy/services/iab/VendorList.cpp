@@ -63,7 +63,7 @@ void addVendor(const JSONValue& record, Purposes known, VendorList& list) {
 } // namespace
 
 VendorList VendorList::of(const JSONValue& document) {
-    VendorList list{.specification = fieldOf(kCmpWidth, document["gvlSpecificationVersion"]),
+    VendorList list{.format = fieldOf(kCmpWidth, document["gvlSpecificationVersion"]),
                     .version = fieldOf(kCmpWidth, document["vendorListVersion"]),
                     .policyVersion = fieldOf(kPolicyVersionWidth, document["tcfPolicyVersion"]),
                     .purposes = identifiersOf(document["purposes"], kPurposesWidth),

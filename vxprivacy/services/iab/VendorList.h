@@ -42,7 +42,7 @@ struct VendorList {
     /// left out.
     static VendorList of(const JSONValue& document);
 
-    std::uint32_t specification = 0; ///< the format's number
+    std::uint32_t format = 0;
     std::uint32_t version = 0;
     std::uint32_t policyVersion = 0;
     IdentifierSet purposes{};
