@@ -5,8 +5,10 @@
 #include "tests/iab/IABApplication.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
+#include "vxprivacy/iab_center/VXVendorContentView.h"
 #include "vxprivacy/iab_center/VendorRecord.h"
 #include "vxprivacy/platform/core/Runtime.h"
+#include "vxprivacy/platform/ui/Touch.h"
 #include "vxprivacy/services/iab/Decoder.h"
 #include "vxprivacy/testing/DocumentTexts.h"
 #include "vxprivacy/testing/RecordingDoors.h"
@@ -229,11 +231,13 @@ namespace {
 
 // A process in IAB mode with the profile; the library takes the vendor list from the engine.
 struct Process {
-    explicit Process(recording::Texts files) : documents(std::move(files)) {
+    explicit Process(recording::Texts files, TCFProfile profile = TCFProfile::InForce)
+        : application({}, settings(profile)), documents(std::move(files)) {
         VXMobilePrivacy::sharedInstance().setSiteID(12, 5);
     }
-    static TCFLibrary::Settings settings() {
+    static TCFLibrary::Settings settings(TCFProfile profile) {
         TCFLibrary::Settings settings = inForce();
+        settings.profile = profile;
         settings.vendorList = {};
         return settings;
     }
@@ -245,12 +249,13 @@ struct Process {
 
     std::vector<recording::Event> events;
     recording::EventSink sink = [this](const recording::Event& event) { events.push_back(event); };
-    tests::IABApplication application{{}, settings()};
+    tests::IABApplication application;
     recording::DocumentTexts documents;
     recording::RecordingNotificationCenter notifications{sink};
     recording::RecordingLogger logger{sink};
     recording::StandingClock clock{1'700'000'000'000};
     recording::GivenVariables variables{{}};
+    recording::RecordingApplication browser{sink};
     Runtime runtime{{application.store,
                      documents,
                      notifications,
@@ -259,7 +264,8 @@ struct Process {
                      variables,
                      variables,
                      {},
-                     &application.library}};
+                     &application.library,
+                     &browser}};
 };
 
 std::string newerList() {
@@ -339,4 +345,72 @@ TEST(ListOfFormat3, IsShownInTheSameElements) {
         {"log", recording::Event::array({4, "purposes-fr has no purpose 11 of the vendor list: its "
                                             "texts stay empty"})}};
     EXPECT_EQ(std::ranges::count(process.events, said), 1);
+}
+
+namespace {
+
+// What the first vendor's panel has: names, and texts beside them. Its links are followed.
+std::vector<std::string> firstPanel() {
+    VXMobilePrivacy::sharedInstance().setLanguage("fr");
+    VXIABPrivacyCenterViewController center;
+    center.startWithVendorScreen();
+    center.view()->setSize(375, 667);
+    center.viewDidLoad();
+    VXVendorContentView& screen = *center.vendorContentView();
+    const std::size_t before = screen.UIObjects().size();
+    screen.displayDetails(*screen.detailBtns().front()->originalBtn());
+    std::vector<std::string> panel;
+    for (std::size_t i = before; i < screen.UIObjects().size(); ++i) {
+        const std::string& name = screen.UIObjects()[i];
+        View* view = screen.viewsDictionary().find(name)->get();
+        if (auto* button = dynamic_cast<Button*>(view)) {
+            panel.push_back(name + " " + button->title());
+            touch(*button);
+        } else {
+            panel.push_back(name + " " + dynamic_cast<Label*>(view)->text());
+        }
+    }
+    return panel;
+}
+
+} // namespace
+
+TEST(ListOfFormat3, TellsOfDataInTheProfileAlone) {
+    const recording::Texts files = {
+        {"vendor-list", R"({
+            "gvlSpecificationVersion": 3, "vendorListVersion": 17, "tcfPolicyVersion": 4,
+            "dataCategories": {"1": {"id": 1, "name": "IP"}, "4": {"id": 4, "name": "Other"}},
+            "vendors": {"7": {"id": 7, "name": "A", "specialPurposes": [1],
+                "dataDeclaration": [1, "4", 4], "deviceStorageDisclosureUrl": "https://a/store",
+                "dataRetention": {"stdRetention": 397, "purposes": {"3": 180, "4": "x"},
+                                  "specialPurposes": {"1": 1096}},
+                "urls": [{"langId": "en", "privacy": "https://a/en", "legIntClaim": "https://a/no"},
+                         {"langId": "fr", "privacy": "https://a/fr", "legIntClaim": "https://a/li"}
+            ]}}})"},
+        {"purposes-fr", R"({"vendorListVersion": 17, "purposes": {"3": {"name": "Profil"}},
+            "specialPurposes": {"1": {"name": "Fraude"}}, "dataCategories": {"1": {"name": "IP"}}})"},
+        {"privacy", R"({"information": {"version": 1}, "texts_fr": {"generic": {
+            "dataRetentionDef": "Jours", "stdRetentionDef": "Toujours"}}})"}};
+    const std::vector<std::string> always = {"policyTitle2 ", "privacyPolicyBTN2 https://a/fr",
+                                             "VDSpePurpTitle2 ", "VDSpePurpName12 - Fraude"};
+    {
+        Process specified(files, TCFProfile::Specified);
+        EXPECT_EQ(firstPanel(), always);
+    }
+    std::vector<std::string> all = always;
+    all.insert(all.end(), {"VDDataTitle2 ", "VDDataName12 - IP", "VDDataName42 - (null)",
+                           "VDRetentionTitle2 Jours", "VDStdRetentionName2 - Toujours: 397",
+                           "VDRetentionName32 - Profil: 180", "VDSpeRetentionName12 - Fraude: 1096",
+                           "claimTitle2 ", "legIntClaimBTN2 https://a/li", "storageTitle2 ",
+                           "deviceStorageBTN2 https://a/store"});
+    Process process(files);
+    EXPECT_EQ(firstPanel(), all);
+    const recording::Event said = {
+        {"log",
+         recording::Event::array({4, "purposes-fr has no data category 4 of the vendor list: "
+                                     "its texts stay empty"})}};
+    EXPECT_EQ(std::ranges::count(process.events, said), 1);
+    EXPECT_EQ(std::ranges::count_if(process.events,
+                                    [](const auto& event) { return event.contains("open"); }),
+              3);
 }

@@ -15,6 +15,7 @@
 #include "vxprivacy/platform/core/VXLogger.h"
 #include "vxprivacy/platform/core/VXUserDefaults.h"
 #include "vxprivacy/platform/foundation/Text.h"
+#include "vxprivacy/platform/iab/VXCMPStorage.h"
 
 namespace vx {
 
@@ -54,15 +55,21 @@ std::vector<std::int32_t> mergedAndSorted(std::vector<std::int32_t> numbers,
     return numbers;
 }
 
-// A translation of format 2 lacks purpose 11, whose texts are then empty.
+// A translation of format 2 lacks purpose 11, whose texts are then empty, and all data categories.
 void reportUntranslated(const JSONValue& list, const VXConfigurationFile& translation) {
-    const JSONValue translated = translation.getJSONDictionary()["purposes"];
-    for (const auto& [key, purpose] : list["purposes"].members())
-        if (!translated[key])
-            VXLogger::sharedInstance().logMessage(
-                formatted("%@ has no purpose %@ of the vendor list: its texts stay empty",
-                          {translation.offlineName(), key}),
-                kLogProblem);
+    const JSONValue document = translation.getJSONDictionary();
+    const auto report = [&](std::string_view section, std::string_view what) {
+        const JSONValue translated = document[section];
+        for (const auto& [key, item] : list[section].members())
+            if (!translated[key])
+                VXLogger::sharedInstance().logMessage(
+                    formatted("%@ has no %@ %@ of the vendor list: its texts stay empty",
+                              {translation.offlineName(), what, key}),
+                    kLogProblem);
+    };
+    report("purposes", "purpose");
+    if (VXCMPStorage::tellsDataUse())
+        report("dataCategories", "data category");
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/engine/VXPrivacyConstants.h"
 #include "vxprivacy/iab_center/ConsentNumbers.h"
 #include "vxprivacy/iab_center/VendorInformation.h"
@@ -156,11 +155,7 @@ std::shared_ptr<View> VXVendorContentView::displayInformation(const VendorRecord
 void VXVendorContentView::stackPanel(const VendorRecord& record, View& panel,
                                      const std::string& name) {
     VendorInformation information(*this, panel, name, VendorInformation::Place::Panel);
-    if (const auto address =
-            record.privacyPolicy(VXMobilePrivacy::sharedInstance().languageCode().value_or("en")))
-        information.addPolicy(std::string(*address),
-                              [this](const Button& sender) { policyButtonAction(sender); });
-    information.addLists(record);
+    information.add(record, [this](const Button& sender) { policyButtonAction(sender); });
     std::string vertical = "V:|-";
     for (const std::string& each : information.names())
         vertical += formatted("[%@]-", {each});

@@ -9,11 +9,7 @@ namespace vx {
 void VXVendorDetailContentView::displayInformation() {
     VendorInformation information(*this, *scrollContainerView(), "scrollContainerView",
                                   VendorInformation::Place::Screen);
-    if (const auto address =
-            record_.privacyPolicy(VXMobilePrivacy::sharedInstance().languageCode().value_or("en")))
-        information.addPolicy(std::string(*address),
-                              [this](const Button&) { policyButtonAction(); });
-    information.addLists(record_);
+    information.add(record_, [this](const Button&) { policyButtonAction(); });
 }
 
 void VXVendorDetailContentView::backSelector() {

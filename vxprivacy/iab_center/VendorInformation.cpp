@@ -2,9 +2,19 @@
 
 #include <utility>
 
+#include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/platform/foundation/Text.h"
+#include "vxprivacy/platform/iab/VXCMPStorage.h"
+#include "vxprivacy/platform/ui/Application.h"
 
 namespace vx {
+
+// An address under its title.
+struct VendorInformation::Link {
+    std::string_view titlePath;
+    std::string_view titleName;
+    std::string_view buttonName;
+};
 
 // A kind of item. The irregular spellings of names are deliberate.
 struct VendorInformation::List {
@@ -18,17 +28,32 @@ namespace {
 
 using LabelType = VXIABPrivacyCenterViewController::LabelType;
 
+void openTitle(const Button& sender) {
+    openURL(sender.title());
+}
+
 } // namespace
 
-void VendorInformation::addPolicy(const std::string& address,
-                                  std::function<void(const Button&)> open) {
-    const std::string titleName = screen_.numbered("policyTitle%d");
-    const std::string buttonName = screen_.numbered("privacyPolicyBTN%d");
+void VendorInformation::add(const VendorRecord& record, std::function<void(const Button&)> open) {
+    const std::string language = VXMobilePrivacy::sharedInstance().languageCode().value_or("en");
+    addLink({"vendors/privacyPolicyText", "policyTitle%d", "privacyPolicyBTN%d"},
+            record.privacyPolicy(language), std::move(open));
+    addLists(record);
+    if (VXCMPStorage::tellsDataUse())
+        addDataUse(record, language);
+}
+
+void VendorInformation::addLink(const Link& link, std::optional<std::string_view> address,
+                                std::function<void(const Button&)> open) {
+    if (!address)
+        return;
+    const std::string titleName = screen_.numbered(link.titleName);
+    const std::string buttonName = screen_.numbered(link.buttonName);
     const auto title = screen_.viewController()->createLabel(
-        LabelType::Title, screen_.viewController()->getTranslation("vendors/privacyPolicyText"));
+        LabelType::Title, screen_.viewController()->getTranslation(link.titlePath));
     title->setHeadingLevel(headingLevel());
     const auto button = std::make_shared<Button>();
-    button->setTitle(address);
+    button->setTitle(std::string(*address));
     button->setTitleColor(kLinkColour);
     button->setNumberOfLines(1);
     button->setMinimumScaleFactor(0.5);
@@ -67,23 +92,64 @@ void VendorInformation::addLists(const VendorRecord& record) {
 void VendorInformation::addList(const List& list, const std::vector<std::int32_t>& ids) {
     if (ids.empty())
         return;
-    auto& controller = *screen_.viewController();
-    const std::string titleName = screen_.numbered(list.titleName);
-    const auto title = screen_.addLabel(LabelType::Title, controller.getTranslation(list.titlePath),
-                                        titleName, parent_);
+    const auto& controller = *screen_.viewController();
+    const auto title = addTitle(list.titlePath, list.titleName);
+    for (const std::int32_t id : ids) {
+        const auto text = controller.getIABTranslation(formatted("%@/%d/name", {list.section, id}));
+        addItem(formatted("- %@", {text}),
+                formatted(list.itemName, {id, controller.numberOfViews()}), title);
+    }
+}
+
+void VendorInformation::addDataUse(const VendorRecord& record, std::string_view language) {
+    addList({"generic/dataDeclarationDef", "VDDataTitle%d", "dataCategories", "VDDataName%d%d"},
+            record.dataDeclaration());
+    addRetention(record.dataRetention());
+    addLink({"vendors/legIntClaimText", "claimTitle%d", "legIntClaimBTN%d"},
+            record.legIntClaim(language), openTitle);
+    addLink({"vendors/deviceStorageText", "storageTitle%d", "deviceStorageBTN%d"},
+            record.deviceStorageDisclosure(), openTitle);
+}
+
+void VendorInformation::addRetention(const VendorRecord::Retention& retention) {
+    if (!retention.standard && retention.purposes.empty() && retention.specialPurposes.empty())
+        return;
+    const auto& controller = *screen_.viewController();
+    const auto title = addTitle("generic/dataRetentionDef", "VDRetentionTitle%d");
+    if (retention.standard) {
+        const auto text = controller.getTranslation("generic/stdRetentionDef");
+        addItem("- " + (text ? *text + ": " : "") + std::to_string(*retention.standard),
+                screen_.numbered("VDStdRetentionName%d"), title);
+    }
+    const auto addEach = [&](std::string_view section, std::string_view itemName, const auto& all) {
+        for (const auto& [id, days] : all) {
+            const auto text = controller.getIABTranslation(formatted("%@/%d/name", {section, id}));
+            addItem(formatted("- %@: %d", {text, days}),
+                    formatted(itemName, {id, controller.numberOfViews()}), title);
+        }
+    };
+    addEach("purposes", "VDRetentionName%d%d", retention.purposes);
+    addEach("specialPurposes", "VDSpeRetentionName%d%d", retention.specialPurposes);
+}
+
+std::shared_ptr<Label> VendorInformation::addTitle(std::string_view textPath,
+                                                   std::string_view name) {
+    const std::string titleName = screen_.numbered(name);
+    const auto title = screen_.addLabel(
+        LabelType::Title, screen_.viewController()->getTranslation(textPath), titleName, parent_);
     title->setHeadingLevel(headingLevel());
     screen_.attach(formatted("H:|-[%@(<=%@)]-|", {titleName, parentName_}), parent_);
     note(titleName);
-    for (const std::int32_t id : ids) {
-        const std::string name = formatted(list.itemName, {id, controller.numberOfViews()});
-        const auto text = controller.getIABTranslation(formatted("%@/%d/name", {list.section, id}));
-        const auto item =
-            screen_.addLabel(LabelType::Text, formatted("- %@", {text}), name, parent_);
-        item->setAlignment(Label::Alignment::Justified);
-        ContentView::makeItem(*item, item, title);
-        screen_.attach(formatted("H:|-(20)-[%@(<=%@)]-|", {name, parentName_}), parent_);
-        note(name);
-    }
+    return title;
+}
+
+void VendorInformation::addItem(const std::string& text, const std::string& name,
+                                const std::shared_ptr<Label>& title) {
+    const auto item = screen_.addLabel(LabelType::Text, text, name, parent_);
+    item->setAlignment(Label::Alignment::Justified);
+    ContentView::makeItem(*item, item, title);
+    screen_.attach(formatted("H:|-(20)-[%@(<=%@)]-|", {name, parentName_}), parent_);
+    note(name);
 }
 
 void VendorInformation::note(const std::string& name) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "vxprivacy/platform/foundation/JSONValue.h"
@@ -28,17 +29,33 @@ public:
     /// The entry itself; absent for a record of nothing.
     const JSONValue& entry() const { return entry_; }
 
-    /// An address, not to be trusted. Lists of format 3 have one for each of several languages: the
-    /// one in `language`, else in English, else the first.
+    // Addresses, not to be trusted. Lists of format 3 have those of both for each of several
+    // languages: the ones in `language`, else in English, else the first.
     std::optional<std::string_view> privacyPolicy(std::string_view language) const;
+    /// Why the vendor may claim a legitimate interest.
+    std::optional<std::string_view> legIntClaim(std::string_view language) const;
+    /// What the vendor keeps on a device, for machines.
+    std::optional<std::string_view> deviceStorageDisclosure() const;
+
     std::vector<std::int32_t> purposes() const { return numbers("purposes"); }
     std::vector<std::int32_t> legIntPurposes() const { return numbers("legIntPurposes"); }
     std::vector<std::int32_t> specialPurposes() const { return numbers("specialPurposes"); }
     std::vector<std::int32_t> features() const { return numbers("features"); }
     std::vector<std::int32_t> specialFeatures() const { return numbers("specialFeatures"); }
+    /// Of the list's "dataCategories".
+    std::vector<std::int32_t> dataDeclaration() const { return numbers("dataDeclaration"); }
+
+    /// For how many days data is kept: in general, and for single purposes.
+    struct Retention {
+        std::optional<std::int32_t> standard;
+        std::vector<std::pair<std::int32_t, std::int32_t>> purposes; // each with its days
+        std::vector<std::pair<std::int32_t, std::int32_t>> specialPurposes;
+    };
+    Retention dataRetention() const;
 
 private:
     std::vector<std::int32_t> numbers(std::string_view list) const;
+    JSONValue urls(std::string_view language) const;
 
     std::string_view key_;
     JSONValue entry_;

@@ -52,6 +52,10 @@ public:
     /// Optional: does nothing by default, and no string then says whom the user was shown.
     virtual void setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
                                      const JSONValue& vendorList);
+    /// Whether screens tell of a vendor also what lists of format 3 declare beyond purposes and
+    /// features: data categories, retention, the claim of a legitimate interest and the disclosure
+    /// of device storage. Optional: no by default.
+    virtual bool tellsDataUse() const;
     /// Stores `consent` as the current consent string; the empty text means that there is none. The
     /// engine only takes it away by this; a save's string is stored by its builder.
     virtual void saveConsentString(std::string_view consent) = 0;

@@ -14,6 +14,10 @@ void IABLibrary::setExplicitRestrictions(const ExplicitRestrictions&) {}
 
 void IABLibrary::setDisclosedVendors(CoreStringBuilder::Identifiers, const JSONValue&) {}
 
+bool IABLibrary::tellsDataUse() const {
+    return false;
+}
+
 bool VXCMPStorage::present() {
     return platform().iab != nullptr;
 }
@@ -41,6 +45,10 @@ void VXCMPStorage::setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
                                        const JSONValue& vendorList) {
     if (present())
         platform().iab->setDisclosedVendors(vendors, vendorList);
+}
+
+bool VXCMPStorage::tellsDataUse() {
+    return present() && platform().iab->tellsDataUse();
 }
 
 void VXCMPStorage::saveConsentString(std::string_view consent) {

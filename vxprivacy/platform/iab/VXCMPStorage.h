@@ -16,13 +16,14 @@ public:
     static bool present();
 
     // Each as the `IABLibrary` operation of its name; without the library the date is "", which
-    // means that there is no consent record.
+    // means that there is no consent record, and nothing is told.
     static void setCMPSDKID();
     static std::string getCreatedDate();
     static void setPublisherRestrictions(const PublisherRestrictions& restrictions);
     static void setExplicitRestrictions(const ExplicitRestrictions& restrictions);
     static void setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
                                     const JSONValue& vendorList);
+    static bool tellsDataUse();
     static void saveConsentString(std::string_view consent);
     static void resetTCData();
 };

@@ -64,6 +64,8 @@ public:
     /// segment.
     void setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
                              const JSONValue& vendorList = {}) override;
+    /// In the profile `InForce`.
+    bool tellsDataUse() const override { return inForce(); }
     /// Google's Additional Consent: which providers of Google's list the user accepted, and which
     /// ones the user was shown, by the numbers of that list. The application shows and asks; the
     /// next save writes it ("IABTCF_AddtlConsent"), in either profile, and one that follows without
