@@ -310,7 +310,7 @@ TEST(ListOfFormat3, IsShownInTheSameElements) {
         "gvlSpecificationVersion": 3, "vendorListVersion": 17, "tcfPolicyVersion": 4,
         "purposes": {"1": {"id": 1, "name": "One", "illustrations": ["First.", "Second."]},
                      "2": {"id": 2, "descriptionLegal": "Law.", "illustrations": ["Never."]},
-                     "11": {"id": 11, "name": "Eleven", "illustrations": []}},
+                     "11": {"id": 11, "description": "Eleven.", "illustrations": []}},
         "vendors": {
             "1": {"id": 1, "name": "A", "purposes": [1], "urls": [
                 {"langId": "de", "privacy": "https://a/de"}, {"langId": "fr", "privacy": "https://a/fr"},
@@ -326,7 +326,7 @@ TEST(ListOfFormat3, IsShownInTheSameElements) {
     const VXIABPrivacyCenterViewController list;
     EXPECT_EQ(list.getIABTranslation("purposes/1/descriptionLegal"), "First.\nSecond.");
     EXPECT_EQ(list.getIABTranslation("purposes/2/descriptionLegal"), "Law.");
-    EXPECT_EQ(list.getIABTranslation("purposes/11/descriptionLegal"), "");
+    EXPECT_EQ(list.getIABTranslation("purposes/11/descriptionLegal"), "Eleven.");
     EXPECT_EQ(list.getIABTranslation("purposes/12/descriptionLegal"), std::nullopt);
     const auto policy = [&](const char* vendor, const char* language) {
         return std::string(VendorRecord(vendor, list.JSONDictionary()["vendors"][vendor])
@@ -398,10 +398,10 @@ TEST(ListOfFormat3, TellsOfDataInTheProfileAlone) {
         EXPECT_EQ(firstPanel(), always);
     }
     std::vector<std::string> all = always;
-    all.insert(all.end(), {"VDDataTitle2 ", "VDDataName12 - IP", "VDDataName42 - (null)",
-                           "VDRetentionTitle2 Jours", "VDStdRetentionName2 - Toujours: 397",
-                           "VDRetentionName32 - Profil: 180", "VDSpeRetentionName12 - Fraude: 1096",
-                           "claimTitle2 ", "legIntClaimBTN2 https://a/li", "storageTitle2 ",
+    all.insert(all.end(), {"VDDataTitle2 ", "VDDataName12 - IP", "VDRetentionTitle2 Jours",
+                           "VDStdRetentionName2 - Toujours: 397", "VDRetentionName32 - Profil: 180",
+                           "VDSpeRetentionName12 - Fraude: 1096", "claimTitle2 ",
+                           "legIntClaimBTN2 https://a/li", "storageTitle2 ",
                            "deviceStorageBTN2 https://a/store"});
     Process process(files);
     EXPECT_EQ(firstPanel(), all);

@@ -308,6 +308,14 @@ TEST(Lint, VendorListsWithoutATextForAnID) {
                      {kError, "/vendors/8/purposes/2", "purpose 3, which is named 2 times"},
                      {kError, "/vendors/9/specialFeatures/0", "special feature 2"}});
     expectIn(R"({"vendorListVersion":[],"vendors":[[1],{"purposes":7}],"purposes":"x"})", {});
+    expectIn(R"({"gvlSpecificationVersion":3,"vendorListVersion":1,"purposes":{"3":{"name":"a"}},
+                 "dataCategories":{"1":{"name":"b"},"2":{}},
+                 "vendors":{"8":{"dataDeclaration":[1,4,2],"dataRetention":{"stdRetention":9,
+                     "purposes":{"3":1,"11":2,"12":"x"},"specialPurposes":{"1":3}}}}})",
+             {{kError, "/vendors/8/dataRetention/purposes/11", "purpose 11"},
+              {kError, "/vendors/8/dataRetention/specialPurposes/1", "special purpose 1"},
+              {kError, "/dataCategories/2/name", "not told"},
+              {kError, "/vendors/8/dataDeclaration/1", "data category 4"}});
     if (const char* data = std::getenv("VXPRIVACY_DATA")) {
         const std::filesystem::path folder = std::filesystem::path(data) / "gvl";
         const std::string list = vx::tools::system::readFile(folder / "vendor-list.json");

@@ -20,6 +20,7 @@ namespace {
 struct Arguments {
     std::uint32_t vendors = 0;
     std::uint32_t seed = 1;
+    std::uint32_t format = 2;
     std::vector<std::string> files; // a vendor list and its translations
     bool json = false;
 };
@@ -71,6 +72,10 @@ void addGVL(CLI::App& app) {
     command->add_option("--seed", arguments->seed, "Another list for each; the same for the same")
         ->capture_default_str()
         ->needs(vendors);
+    command->add_option("--format", arguments->format, "The form of the list, 2 or 3")
+        ->check(CLI::IsMember({2, 3}))
+        ->capture_default_str()
+        ->needs(vendors);
     auto* files = command
                       ->add_option("FILES", arguments->files,
                                    "Instead, a vendor list to be checked, and translations of it; "
@@ -79,14 +84,16 @@ void addGVL(CLI::App& app) {
     command->add_flag("--json", arguments->json, "Print the findings as a JSON array")
         ->needs(files);
     command->footer(
-        "A list, and a translation of it, is checked for purposes and features without a name: "
-        "users would\nread \"- (null)\". The exit status is then as that of lint.");
+        "A list, and a translation of it, is checked for purposes, features and data categories "
+        "without a name: users would\nread \"- (null)\". The exit status is then as that of lint.");
     command->callback([arguments, vendors, files] {
         if (!*vendors && !*files)
             throw CLI::RequiredError("--vendors or a vendor list");
         if (*files)
             return checkFiles(arguments->files, arguments->json);
-        printList(gvl::generate(arguments->vendors, arguments->seed).dump());
+        printList(gvl::generate(arguments->vendors, arguments->seed,
+                                static_cast<gvl::Format>(arguments->format))
+                      .dump());
     });
 }
 

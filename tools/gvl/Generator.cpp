@@ -53,12 +53,18 @@ JSON someOf(std::uint32_t count, std::uint32_t share, Chance& chance) {
     return numbers;
 }
 
-// Each purpose for consent, for legitimate interest, or not at all; the first never for the latter.
-void declarePurposes(JSON& vendor, Chance& chance) {
+// Whether a vendor may claim a legitimate interest in a purpose.
+bool mayBeClaimed(std::uint32_t purpose, Format format) {
+    return format == Format::Two ? purpose > 1 : purpose == 2 || purpose > 6;
+}
+
+// Each purpose for consent, for legitimate interest, or not at all.
+void declarePurposes(JSON& vendor, Format format, Chance& chance) {
     JSON consent = JSON::array(), legitimate = JSON::array(), flexible = JSON::array();
-    for (std::uint32_t purpose = 1; purpose <= 10; ++purpose) {
+    const std::uint32_t last = format == Format::Two ? 10 : 11;
+    for (std::uint32_t purpose = 1; purpose <= last; ++purpose) {
         const bool asks = chance.percent(purpose == 1 ? 85 : 50);
-        const bool claims = !asks && purpose > 1 && chance.percent(40);
+        const bool claims = !asks && mayBeClaimed(purpose, format) && chance.percent(40);
         if (asks)
             consent.push_back(purpose);
         if (claims)
@@ -71,14 +77,51 @@ void declarePurposes(JSON& vendor, Chance& chance) {
     vendor["flexiblePurposes"] = flexible;
 }
 
-JSON makeVendor(std::uint32_t id, Chance& chance) {
+// The same number of days for all purposes, or one for each.
+JSON retention(const JSON& vendor, Chance& chance) {
+    JSON retention = JSON::object(), purposes = JSON::object();
+    if (chance.percent(90))
+        retention["stdRetention"] = 1 + chance.below(730);
+    else
+        for (const char* list : {"purposes", "legIntPurposes"})
+            for (const JSON& purpose : vendor[list])
+                purposes[std::to_string(purpose.get<std::uint32_t>())] = 1 + chance.below(730);
+    retention["purposes"] = purposes;
+    retention["specialPurposes"] = JSON::object();
+    return retention;
+}
+
+JSON urls(const std::string& host, Chance& chance) {
+    JSON urls = JSON::array();
+    for (const std::string language : {"en", "de", "fr", "es"})
+        if (language == "en" || chance.percent(15)) {
+            const std::string folder = host + (language == "en" ? "" : '/' + language);
+            urls.push_back({{"langId", language}, {"privacy", folder + "/privacy"}});
+            if (chance.percent(80))
+                urls.back()["legIntClaim"] = folder + "/legitimate-interest";
+        }
+    return urls;
+}
+
+void addFieldsOfFormat3(JSON& vendor, const std::string& host, Chance& chance) {
+    vendor["dataRetention"] = retention(vendor, chance);
+    vendor["dataDeclaration"] = someOf(11, 60, chance);
+    vendor["urls"] = urls(host, chance);
+    vendor["deviceStorageDisclosureUrl"] = host + "/device-storage.json";
+}
+
+JSON makeVendor(std::uint32_t id, Format format, Chance& chance) {
     JSON vendor = {{"id", id}};
+    const std::string host = "https://vendor" + std::to_string(id) + ".example";
     vendor["name"] = chance.oneOf(kFirst) + ' ' + chance.oneOf(kSecond) + chance.oneOf(kForms);
-    declarePurposes(vendor, chance);
+    declarePurposes(vendor, format, chance);
     vendor["specialPurposes"] = someOf(2, 70, chance);
     vendor["features"] = someOf(3, 40, chance);
     vendor["specialFeatures"] = someOf(2, 15, chance);
-    vendor["policyUrl"] = "https://vendor" + std::to_string(id) + ".example/privacy";
+    if (format == Format::Two)
+        vendor["policyUrl"] = host + "/privacy";
+    else
+        addFieldsOfFormat3(vendor, host, chance);
     const bool cookies = chance.percent(80);
     vendor["cookieMaxAgeSeconds"] = cookies ? JSON(86400 * (1 + chance.below(730))) : JSON();
     vendor["usesCookies"] = cookies;
@@ -91,16 +134,18 @@ JSON makeVendor(std::uint32_t id, Chance& chance) {
 
 } // namespace
 
-JSON generate(std::uint32_t vendors, std::uint32_t seed) {
+JSON generate(std::uint32_t vendors, std::uint32_t seed, Format format) {
     Chance chance(seed);
-    JSON list = JSON::parse(samples()["gvl/vendor-list.json"]);
+    const std::string folder = format == Format::Two ? "gvl" : "gvl3";
+    JSON list = JSON::parse(samples()[folder + "/vendor-list.json"]);
     list["vendors"] = JSON::object();
     auto& entries = list["vendors"].get_ref<JSON::object_t&>();
     const std::uint32_t widest = std::min(6u, kMostVendors / std::max(vendors, 1u));
     std::uint32_t id = 0;
     for (std::uint32_t count = 0; count < vendors; ++count) {
         id += 1 + chance.below(widest);
-        entries.emplace_back(std::to_string(id), makeVendor(id, chance)); // no search for the key
+        entries.emplace_back(std::to_string(id),
+                             makeVendor(id, format, chance)); // no search for the key
     }
     return list;
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <string>
 #include <unordered_set>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "tools/lint/Checks.h"
+#include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx::tools::lint {
 
@@ -19,14 +21,17 @@ struct Section {
     const char* name;
     const char* one;
     std::vector<const char*> lists;
+    const char* effect = "Users read \"- (null)\" in its place."; // of a missing name
 };
 
-const std::array<Section, 4>& sections() {
-    static const std::array<Section, 4> all = {
+// Data categories are those of format 3.
+const std::array<Section, 5>& sections() {
+    static const std::array<Section, 5> all = {
         {{"purposes", "purpose", {"purposes", "legIntPurposes"}},
          {"specialPurposes", "special purpose", {"specialPurposes"}},
          {"features", "feature", {"features"}},
-         {"specialFeatures", "special feature", {"specialFeatures"}}}};
+         {"specialFeatures", "special feature", {"specialFeatures"}},
+         {"dataCategories", "data category", {"dataDeclaration"}, "Users are not told of it."}}};
     return all;
 }
 
@@ -52,15 +57,21 @@ struct Use {
 
 std::map<std::string, Use> usesOf(const Node& list, const Section& section) {
     std::map<std::string, Use> uses;
-    for (const Node* vendor : entriesOf(list, "vendors"))
+    const auto add = [&](const Node& at, std::int32_t id) {
+        Use& use = uses[std::to_string(id)];
+        use.first = use.first ? use.first : &at;
+        ++use.times;
+    };
+    for (const Node* vendor : entriesOf(list, "vendors")) {
         for (const char* name : section.lists)
-            for (const Node* id : entriesOf(*vendor, name)) {
-                if (!id->is(Node::Type::Number))
-                    continue; // the module leaves it out
-                Use& use = uses[std::to_string(integerIn(*id))];
-                use.first = use.first ? use.first : id;
-                ++use.times;
-            }
+            for (const Node* id : entriesOf(*vendor, name))
+                if (id->is(Node::Type::Number)) // the module leaves all else out
+                    add(*id, integerIn(*id));
+        if (const Node* retention = vendor->member("dataRetention")) // by ID, in format 3
+            for (const Node* days : entriesOf(*retention, section.name))
+                if (days->is(Node::Type::Number))
+                    add(*days, integerValue(days->key));
+    }
     return uses;
 }
 
@@ -68,10 +79,9 @@ std::string timesOf(const Use& use) {
     return use.times == 1 ? "here" : std::to_string(use.times) + " times, first here";
 }
 
-void addMissing(Place place, const std::string& problem, const std::string& remedy,
-                Findings& findings) {
-    findings.add(Severity::Error, std::move(place),
-                 {problem, "Users read \"- (null)\" in its place.", remedy});
+void addMissing(Place place, const Section& section, const std::string& problem,
+                const std::string& remedy, Findings& findings) {
+    findings.add(Severity::Error, std::move(place), {problem, section.effect, remedy});
 }
 
 void checkSection(const Node& list, const Section& section, Findings& findings) {
@@ -80,8 +90,8 @@ void checkSection(const Node& list, const Section& section, Findings& findings) 
     std::unordered_set<std::string> reported;
     for (const Node* item : entriesOf(list, section.name))
         if (!texts.contains(item->key) && reported.insert(item->key).second)
-            addMissing(missingIn(*item, "name"), "The " + what + " has no name.", "Add \"name\".",
-                       findings);
+            addMissing(missingIn(*item, "name"), section, "The " + what + " has no name.",
+                       "Add \"name\".", findings);
     const std::string remedy = "Take the number away, or add it to " + inQuotes(section.name) + ".";
     for (const auto& [id, use] : usesOf(list, section)) {
         if (texts.contains(id) || reported.contains(id))
@@ -89,7 +99,7 @@ void checkSection(const Node& list, const Section& section, Findings& findings) 
         std::string problem = "The list has no ";
         problem.append(what).append(" ").append(id);
         problem.append(", which is named ").append(timesOf(use)).append(".");
-        addMissing(valueOf(*use.first), problem, remedy, findings);
+        addMissing(valueOf(*use.first), section, problem, remedy, findings);
     }
 }
 
@@ -101,7 +111,7 @@ void checkTranslatedSection(const Node& translation, const Node& list, const Sec
         if (texts.contains(id) || !reported.insert(id).second)
             return;
         const Node* own = translation.member(section.name);
-        addMissing(missingIn(own ? *own : translation, own ? id : section.name),
+        addMissing(missingIn(own ? *own : translation, own ? id : section.name), section,
                    "The translation has no name for " + std::string(section.one) + " " + id + ".",
                    "Add it to " + inQuotes(section.name) + ".", findings);
     };

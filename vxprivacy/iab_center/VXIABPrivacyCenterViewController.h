@@ -127,7 +127,8 @@ public:
     std::optional<std::string> getTranslation(std::string_view path) const;
     /// The text at `path` of the vendor list's translation, or of the list itself where there is no
     /// translation. There is no fallback from one to the other, deliberately. In place of a legal
-    /// text ("purposes/1/descriptionLegal") that is missing stand the illustrations of format 3.
+    /// text ("purposes/1/descriptionLegal") that is missing stand the illustrations of format 3, or
+    /// the description where there are none.
     std::optional<std::string> getIABTranslation(std::string_view path) const;
     enum class LabelType { Title = 1, Text = 2 };
     /// A missing text is an empty one.

@@ -14,7 +14,8 @@ namespace {
 
 constexpr std::string_view kLegalText = "descriptionLegal";
 
-// What lists of format 3 have in place of the legal text at `path`, a line each.
+// What lists of format 3 have in place of the legal text at `path`, a line each, or else the
+// description: many items have none.
 std::optional<std::string> illustrations(const VXConfigurationFile& file, std::string_view path) {
     const std::string item(path.substr(0, path.size() - kLegalText.size()));
     const JSONValue texts = file.getJsonLeafFromPath(item + "illustrations");
@@ -24,6 +25,8 @@ std::optional<std::string> illustrations(const VXConfigurationFile& file, std::s
     for (const JSONValue& text : texts.elements())
         if (const auto line = text.string())
             lines.append(lines.empty() ? "" : "\n").append(*line);
+    if (lines.empty())
+        lines = file.getJsonLeafFromPath(item + "description").string().value_or("");
     return lines;
 }
 

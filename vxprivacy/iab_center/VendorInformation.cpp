@@ -101,9 +101,15 @@ void VendorInformation::addList(const List& list, const std::vector<std::int32_t
     }
 }
 
+// Vendors of the published list name categories that it does not have; they are left out.
 void VendorInformation::addDataUse(const VendorRecord& record, std::string_view language) {
+    std::vector<std::int32_t> categories = record.dataDeclaration();
+    std::erase_if(categories, [this](std::int32_t id) {
+        return !screen_.viewController()->getIABTranslation(
+            formatted("dataCategories/%d/name", {id}));
+    });
     addList({"generic/dataDeclarationDef", "VDDataTitle%d", "dataCategories", "VDDataName%d%d"},
-            record.dataDeclaration());
+            categories);
     addRetention(record.dataRetention());
     addLink({"vendors/legIntClaimText", "claimTitle%d", "legIntClaimBTN%d"},
             record.legIntClaim(language), openTitle);
