@@ -12,6 +12,8 @@ export const sample = fileURLToPath(new URL("../../samples/category.json", impor
 export const iabSample = fileURLToPath(new URL("../../samples/iab.json", import.meta.url));
 export const vendorList =
   fileURLToPath(new URL("../../samples/gvl/vendor-list.json", import.meta.url));
+export const listOfFormat3 =
+  fileURLToPath(new URL("../../samples/gvl3/vendor-list.json", import.meta.url));
 export const french = fileURLToPath(new URL("french.json", import.meta.url));
 
 /// Starts the server of a configuration, a file or an object; resolves to its address. With a

@@ -1,6 +1,9 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
-import { closeBrowser, expectStates } from "./browser.mjs";
+import { spawnSync } from "node:child_process";
+import { readFile } from "node:fs/promises";
+import { TCString } from "../tcf/node_modules/@iabtechlabtcf/core/lib/mjs/index.js";
+import { closeBrowser, expectStates, listOfFormat3 } from "./browser.mjs";
 import { expectSound, failuresButRefusals, happened, openStudio, showColumn } from "./studio.mjs";
 
 after(closeBrowser);
@@ -158,6 +161,53 @@ test("restrictions are written by name, ship, and stand in the next string", asy
   assert.deepEqual(page.failures, []);
 });
 
+const stateOf = async (page) =>
+  (await (await page.request.get(new URL("api/state", page.url()).href)).json()).application;
+const center = (page) => page.frameLocator("#center iframe");
+const idsOf = (vector) => [...vector].filter(([, value]) => value).map(([id]) => id);
+
+test("with the framework in force the string says whom the user was shown, and is valid", async (t) => {
+  const page = await openPanel(t);
+  await page.getByRole("switch", { name: /^Framework in force/ }).click();
+  await page.getByText("Running, launch 2").waitFor();
+  await panel(page).getByText("Vendor list version 3, 39 vendors and 3 deleted.").waitFor();
+  await page.getByLabel("First screen").selectOption("Partners");
+  await page.getByRole("button", { name: "Open privacy center" }).click();
+  await center(page).getByRole("button", { name: "Details AdQuarry", exact: true }).click();
+  for (const text of ["- Network address", "- In general: 30", "- Build a profile for advertising: 180"])
+    await center(page).getByRole("listitem").getByText(text, { exact: true }).waitFor();
+  for (const path of ["privacy", "legitimate-interest", "device-storage.json"])
+    await center(page).getByText(`https://adquarry.example/${path}`).waitFor();
+  await expectSound(page, 1280);
+  await center(page).getByRole("switch", { name: "AdQuarry: Consent", exact: true }).click();
+  await center(page).getByRole("button", { name: "Purposes" }).click();
+  for (const purpose of ["Keep and read information on this device", "Choose articles and videos by what you see"])
+    await center(page).getByRole("switch", { name: `${purpose}: Consent`, exact: true }).click();
+  await center(page).getByRole("button", { name: "Save my choices" }).click();
+  await panel(page).getByText("1 with consent, 2 with legitimate interest, of 39").waitFor();
+
+  const store = Object.fromEntries((await stateOf(page)).store);
+  const checked = spawnSync(process.env.VXPRIVACY, ["tc", "check", store.IABTCF_TCString, "--gvl", listOfFormat3],
+    { encoding: "utf8" });
+  assert.equal(checked.status, 0, checked.stdout + checked.stderr);
+  const model = TCString.decode(store.IABTCF_TCString);
+  assert.deepEqual([idsOf(model.purposeConsents), idsOf(model.purposeLegitimateInterests)], [[1, 11], [11]]);
+  // The second has special purposes alone.
+  assert.deepEqual([idsOf(model.vendorConsents), idsOf(model.vendorLegitimateInterests)], [[6], [6, 42]]);
+  const { vendors } = JSON.parse(await readFile(listOfFormat3, "utf8"));
+  const shown = Object.values(vendors).filter((vendor) => !vendor.deletedDate).map(({ id }) => id);
+  assert.deepEqual(idsOf(model.vendorsDisclosed), shown);
+  assert.deepEqual([...store.IABTCF_DisclosedVendors].flatMap((bit, index) => (bit === "1" ? [index + 1] : [])), shown);
+
+  await page.getByRole("switch", { name: /^Framework in force/ }).click();
+  await page.getByText("Running, launch 3").waitFor();
+  await page.getByRole("button", { name: "Refuse all" }).click();
+  await panel(page).getByText("0 with consent, 0 with legitimate interest, of 39").waitFor();
+  const before = Object.fromEntries((await stateOf(page)).store);
+  assert.deepEqual([TCString.decode(before.IABTCF_TCString).policyVersion, before.IABTCF_DisclosedVendors], [2, undefined]);
+  assert.deepEqual(page.failures, []);
+});
+
 test("the mode changes with the installation, and back", async (t) => {
   const page = await openStudio(t);
   await accept(page);
@@ -174,10 +224,7 @@ test("the mode changes with the installation, and back", async (t) => {
   assert.deepEqual(page.failures, []);
 });
 
-const stateOf = async (page) =>
-  (await (await page.request.get(new URL("api/state", page.url()).href)).json()).application;
 const entriesOf = ({ store }) => store.filter(([key]) => key !== "VXSDKIdentifier"); // which a beacon makes
-const center = (page) => page.frameLocator("#center iframe");
 
 // Opens the center without network, so that beacons wait, and kills the application there.
 async function killWhile(page, screen, doSomething) {

@@ -1,8 +1,9 @@
 // surface_server CONFIGURATION [LANGUAGE [VENDOR-LIST [TRANSLATION]]]: shows the category center of
 // a configuration file, or with a vendor list the IAB privacy center, on recording doors, on a free
-// port of 127.0.0.1 which it prints. Each visit of the page leaves the center and presents it anew;
-// /recorded tells what happened since it was last asked, and /detail shows what no tap leads to,
-// the details of the first vendor on a screen of their own.
+// port of 127.0.0.1 which it prints. A list of format 3 brings the framework in force along. Each
+// visit of the page leaves the center and presents it anew; /recorded tells what happened since it
+// was last asked, and /detail shows what no tap leads to, the details of the first vendor on a
+// screen of their own.
 
 #include <iostream>
 #include <memory>
@@ -35,7 +36,7 @@ class Shown {
 public:
     Shown(recording::Texts files, std::string language)
         : language_(std::move(language)), iab_(files.contains("vendor-list")),
-          world_({.files = std::move(files), .iab = iab_},
+          world_({.files = files, .iab = iab_, .tcf = settingsFor(files["vendor-list"])},
                  [this](const recording::Event& event) { hear(event); }) {
         world_.engine().setSiteID(12, 5, world_.sdk());
         world_.engine().setLanguage(language_);
@@ -77,6 +78,12 @@ public:
     }
 
 private:
+    static services::TCFSettings settingsFor(const std::string& list) {
+        if (JSONValue::parse(list)["gvlSpecificationVersion"].integerValue() < 3)
+            return {};
+        return {.profile = services::TCFProfile::InForce, .publisherCountry = "FR"};
+    }
+
     std::unique_ptr<ViewController> makeCenter() const {
         if (iab_)
             return std::make_unique<VXIABPrivacyCenterViewController>();

@@ -197,10 +197,25 @@ TEST(StudioIAB, TheBackendServesTheListAndItsTranslations) {
         studio.valueOf("backend").substr(0, studio.valueOf("backend").find(' ')));
     EXPECT_EQ(Json::parse(backend.Get("/v2/purposes-de.json")->body)["purposes"]["7"]["name"],
               "Werbung messen");
+    EXPECT_EQ(Json::parse(backend.Get("/v3/purposes-de.json")->body)["dataCategories"]["1"]["name"],
+              "Netzadresse");
     EXPECT_EQ(backend.Get("/v2/purposes-es.json")->status, 404);
     EXPECT_EQ(backend.Get("/v2/category.json")->status, 404);
     const std::string tag = backend.Get("/v2/vendor-list.json")->get_header_value("ETag");
     EXPECT_EQ(backend.Get("/v2/vendor-list.json", {{"If-None-Match", tag}})->status, 304);
+}
+
+TEST(StudioIAB, AListOfFormat2MakesNoStringOfToday) {
+    const TemporaryDirectory directory;
+    const std::string list = R"({"gvlSpecificationVersion": 2, "vendorListVersion": 7,
+        "purposes": {}, "specialFeatures": {}, "vendors": {"1": {"id": 1, "name": "A"}}})";
+    StudioProcess studio({"--gvl", writeFile(directory / "list.json", list)});
+    EXPECT_EQ(studio.valueOf("vendor list"), "version 7, 1 vendors");
+    EXPECT_TRUE(studio.post("in-force").contains("error"));
+    EXPECT_EQ(studio.post("in-force", R"({"on": true})")["code"]["inForce"], true);
+    ASSERT_FALSE(studio.await("request", "/v3/vendor-list.json").is_null());
+    EXPECT_TRUE(studio.post("accept")["application"]["tcString"].is_null());
+    EXPECT_FALSE(studio.await("log", "none is written: there is no vendor list").is_null());
 }
 
 TEST(StudioIAB, TheRealListIsTakenWhole) {
@@ -229,7 +244,7 @@ TEST(StudioIAB, AGeneratedListIsTheSameForTheSameSeed) {
     const auto list = tools::studio::readVendorList(writeFile(directory / "list.json", text));
     ASSERT_TRUE(list);
     EXPECT_EQ(list->vendors, 500u);
-    EXPECT_NE(list->name, tools::studio::sampleVendorList().name);
+    EXPECT_NE(list->name, tools::studio::sampleVendorLists().format2.name);
 }
 
 TEST(StudioIAB, AFileThatIsNoVendorListSaysWhy) {

@@ -18,6 +18,8 @@ void world(Session& session, const Step& step) {
     settings.store = textsOf(step, "store");
     settings.files = textsOf(step, "files");
     settings.iab = step.optional(&Step::boolean, "iab").value_or(settings.iab);
+    if (const auto country = step.optional(&Step::text, "inForce"))
+        settings.tcf = {.profile = services::TCFProfile::InForce, .publisherCountry = *country};
     settings.createdDate = step.optional(&Step::text, "createdDate").value_or(settings.createdDate);
     settings.sdk = step.optional(&Step::boolean, "sdk").value_or(settings.sdk);
     settings.sdkData = textsOf(step, "sdkData");
@@ -51,7 +53,8 @@ void relaunch(Session& session, const Step&) {
 
 constexpr Action kWorldActions[] = {
     {"world",
-     "now store files iab createdDate sdk sdkData coreVariables predefinedVariables width height",
+     "now store files iab inForce createdDate sdk sdkData coreVariables predefinedVariables width "
+     "height",
      world},
     {"clock", "now", clock},
     {"write", "key value", write},

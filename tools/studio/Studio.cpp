@@ -79,14 +79,21 @@ void waitForEnd(const sigset_t& signals) {
     sigwait(&signals, &signal);
 }
 
+// A list that was named is served in place of both samples.
+ServedVendorLists vendorListsOf(const WorldOptions& world) {
+    if (world.gvl.empty())
+        return sampleVendorLists();
+    const ServedVendorList list = valueOrFail(readVendorList(world.gvl));
+    return {.format2 = list, .format3 = list};
+}
+
 void run(const Options& options) {
     keepLittleMemory();
     const sigset_t signals = blockEndingSignals();
     EventStream events;
     const WorldOptions& world = options.world;
-    const ServedVendorList vendorList =
-        world.gvl.empty() ? sampleVendorList() : valueOrFail(readVendorList(world.gvl));
-    StudioSession session(world, valueOrFail(makeInstallations(world, vendorList)), vendorList,
+    const ServedVendorLists lists = vendorListsOf(world);
+    StudioSession session(world, valueOrFail(makeInstallations(world, lists.format2.name)), lists,
                           events);
     PageServer page(session, events);
     if (!page.start(options.port))

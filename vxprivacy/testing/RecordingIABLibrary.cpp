@@ -65,6 +65,9 @@ public:
     void setPublisherCC(std::string_view country) override {
         pass("setPublisherCC", &CoreStringBuilder::setPublisherCC, country);
     }
+    void setChoice(const OrderedDictionary<std::string>& consent) override {
+        real_->setChoice(consent);
+    }
     std::string buildConsentString(bool withPublisherTC) override {
         record("buildConsentString", withPublisherTC);
         std::string text = real_->buildConsentString(withPublisherTC);
@@ -94,8 +97,9 @@ private:
     std::unique_ptr<CoreStringBuilder> real_;
 };
 
-RecordingIABLibrary::RecordingIABLibrary(std::string createdDate, EventSink sink)
-    : sink_(std::move(sink)), createdDate_(std::move(createdDate)) {
+RecordingIABLibrary::RecordingIABLibrary(std::string createdDate, services::TCFSettings settings,
+                                         EventSink sink)
+    : settings_(std::move(settings)), sink_(std::move(sink)), createdDate_(std::move(createdDate)) {
     relaunch();
 }
 
@@ -116,6 +120,11 @@ void RecordingIABLibrary::setPublisherRestrictions(const PublisherRestrictions& 
 
 void RecordingIABLibrary::setExplicitRestrictions(const ExplicitRestrictions& restrictions) {
     library_->setExplicitRestrictions(restrictions);
+}
+
+void RecordingIABLibrary::setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
+                                              const JSONValue& vendorList) {
+    library_->setDisclosedVendors(vendors, vendorList);
 }
 
 void RecordingIABLibrary::saveConsentString(std::string_view consent) {

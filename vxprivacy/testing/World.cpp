@@ -28,8 +28,8 @@ World::World(WorldSettings settings, EventSink sink)
       store_(std::move(settings.store)), documents_(std::move(settings.files)), logger_(sink_),
       clock_(settings.now), coreVariables_(std::move(settings.coreVariables)),
       predefinedVariables_(std::move(settings.predefinedVariables)),
-      iab_(std::move(settings.createdDate), sink_), application_(sink_), hasIAB_(settings.iab),
-      hasSDK_(settings.sdk),
+      iab_(std::move(settings.createdDate), std::move(settings.tcf), sink_), application_(sink_),
+      hasIAB_(settings.iab), hasSDK_(settings.sdk),
       zentrix_(std::make_shared<RecordingZentrix>(std::move(settings.sdkData), sink_)),
       process_(std::make_unique<Process>(*this)) {}
 

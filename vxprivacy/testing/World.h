@@ -20,6 +20,8 @@ struct WorldSettings {
     Texts files = {};
     /// Whether the IAB library is present.
     bool iab = false;
+    /// What that library is told; the profile `InForce` makes strings of today.
+    services::TCFSettings tcf = {};
     /// When the CMP storage's consent record was created, as it says until it is written or reset.
     std::string createdDate = {};
     /// Whether there is a tag SDK instance to start the engine with.

@@ -53,7 +53,7 @@ void addDocument(Json& files, const std::string& name, const std::string& text) 
 
 Json documentsAtHand(const Launch& launch) {
     Json files = Json::object();
-    for (const auto& [name, text] : storedDocuments(launch.store))
+    for (const auto& [name, text] : storedDocuments(launch.store, launch.inForce))
         addDocument(files, name, text);
     if (launch.packaged.empty())
         return files;
@@ -86,6 +86,7 @@ void SessionSteps::launch(const Launch& launch, const std::string& userAgent) {
             {"body",
              {{"now", told_},
               {"iab", launch.mode == Mode::IAB},
+              {"inForce", launch.inForce ? kPublisherCountry : ""},
               {"userAgent", userAgent},
               {"createdDate", createdDate(entries)},
               {"files", documentsAtHand(launch)},

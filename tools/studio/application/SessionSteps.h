@@ -22,8 +22,8 @@ public:
     /// `clock` is the engine's, and must outlive it.
     explicit SessionSteps(const Clock& clock) : clock_(clock) {}
 
-    /// What the process begins with: "now", "iab", "userAgent", the store's entries as pairs in
-    /// "store", the texts of the documents at hand by name in "files" and, in IAB mode,
+    /// What the process begins with: "now", "iab", "inForce", "userAgent", the store's entries as
+    /// pairs in "store", the texts of the documents at hand by name in "files" and, in IAB mode,
     /// "createdDate" of the stored TC string. Before anything opens the store.
     void launch(const Launch& launch, const std::string& userAgent);
     /// A step, with the time before it where that moved on.

@@ -29,13 +29,18 @@ Json storedState(const std::filesystem::path& store) {
     return state;
 }
 
-std::map<std::string, std::string> storedDocuments(const std::filesystem::path& store) {
+std::map<std::string, std::string> storedDocuments(const std::filesystem::path& store,
+                                                   bool inFormat3) {
     std::map<std::string, std::string> documents;
     try {
         SQLite::Database file(store.string(), SQLite::OPEN_READONLY);
         SQLite::Statement rows(file, "SELECT name, text FROM documents");
         while (rows.executeStep()) {
-            const std::string name = rows.getColumn(0).getString(); // "12/5/privacy"
+            // "12/5/privacy", "vendor-list", "v3/vendor-list"
+            const std::string name = rows.getColumn(0).getString();
+            const bool isFormat3 = name.starts_with("v3/");
+            if (isFormat3 != inFormat3 && (isFormat3 || name.find('/') == std::string::npos))
+                continue;
             documents[name.substr(name.rfind('/') + 1)] = rows.getColumn(1).getString();
         }
     } catch (const SQLite::Exception&) {

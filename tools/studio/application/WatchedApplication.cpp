@@ -34,6 +34,12 @@ Json changed(const Json& before, const Json& now) {
     return changes;
 }
 
+services::TCFSettings tcfSettings(const Launch& launch) {
+    if (!launch.inForce)
+        return {};
+    return {.profile = services::TCFProfile::InForce, .publisherCountry = kPublisherCountry};
+}
+
 void reportSent(const services::TagSDK::Hit& hit) {
     reportHit(hit.data, true, sortedData(hit.permanentData));
 }
@@ -41,7 +47,7 @@ void reportSent(const services::TagSDK::Hit& hit) {
 } // namespace
 
 WatchedApplication::WatchedApplication(const Launch& launch, const system::WakeUp& wakeUp)
-    : store_(launch.store), services_(begin(launch)), runtime_(doors(launch.mode)),
+    : store_(launch.store), services_(begin(launch)), runtime_(doors(launch)),
       sdk_(std::make_shared<services::TagSDK>(notifications_, reportSent)),
       callbacks_(std::make_shared<ReportingCallbacks>(launch.cause)),
       tcString_(launch.tcStringBefore) {
@@ -109,6 +115,8 @@ services::Settings WatchedApplication::begin(const Launch& launch) {
         settings.hosts = {.configurationCDN = launch.host,
                           .vendorList = launch.host,
                           .consentCollector = launch.host};
+    if (launch.inForce)
+        settings.vendorListFormat = 3;
     settings.userAgent = kUserAgent;
     settings.logger = &servicesLogger_;
     settings.clock = &clock_;
@@ -116,10 +124,10 @@ services::Settings WatchedApplication::begin(const Launch& launch) {
     return settings;
 }
 
-Platform WatchedApplication::doors(Mode mode) {
+Platform WatchedApplication::doors(const Launch& launch) {
     const Platform platform = services_.platform();
-    if (mode == Mode::IAB)
-        iab_.emplace(platform.store, servicesLogger_);
+    if (launch.mode == Mode::IAB)
+        iab_.emplace(platform.store, servicesLogger_, tcfSettings(launch));
     return {.store = platform.store,
             .documents = platform.documents,
             .notifications = platform.notifications,

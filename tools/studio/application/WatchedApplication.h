@@ -36,7 +36,7 @@ public:
 
 private:
     services::Settings begin(const Launch& launch);
-    Platform doors(Mode mode);
+    Platform doors(const Launch& launch);
     void setUpIAB(const Launch& launch);
     Reply performOnDisplay(const Command& command);
     Reply setLanguage(const std::string& code);

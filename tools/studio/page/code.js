@@ -9,6 +9,7 @@ const english = { code: "en", text: "English" };
 let offered = "";
 let language = "en";
 let publisherTC = false;
+let inForce = false;
 
 function offerLanguages(codes) {
   if (offered === String(codes)) return;
@@ -24,6 +25,7 @@ export function wireCode() {
     if (!await act("language", { code: event.target.value })) event.target.value = language;
   });
   byId("publisher-tc").addEventListener("click", () => act("publisher-tc", { on: !publisherTC }));
+  byId("in-force").addEventListener("click", () => act("in-force", { on: !inForce }));
 }
 
 export function renderCode({ code, session }) {
@@ -33,4 +35,6 @@ export function renderCode({ code, session }) {
   byId("language").value = language;
   publisherTC = code.publisherTC;
   byId("publisher-tc").setAttribute("aria-checked", String(publisherTC));
+  inForce = code.inForce;
+  byId("in-force").setAttribute("aria-checked", String(inForce));
 }

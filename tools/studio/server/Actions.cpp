@@ -62,6 +62,13 @@ Reply setPublisherTC(StudioSession& session, const std::string& body) {
     return session.setPublisherTC(on.get<bool>());
 }
 
+Reply setInForce(StudioSession& session, const std::string& body) {
+    const Json on = argument(body, "on");
+    if (!on.is_boolean())
+        return Problem{"say {\"on\": true} or {\"on\": false}"};
+    return session.setInForce(on.get<bool>());
+}
+
 Reply moveClock(StudioSession& session, const std::string& body) {
     const Json advance = argument(body, "advance");
     const Json days = advance.is_number() ? advance : argument(body, "offset");
@@ -106,6 +113,7 @@ constexpr Action kActions[] = {
     {"/api/mode", setMode},
     {"/api/language", setLanguage},
     {"/api/publisher-tc", setPublisherTC},
+    {"/api/in-force", setInForce},
     {"/api/restrictions", [](StudioSession& session,
                              const std::string& body) { return session.shipRestrictions(body); }},
 };

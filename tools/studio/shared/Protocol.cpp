@@ -18,6 +18,7 @@ Json asJSON(const Launch& launch) {
             {"tcStringBefore", launch.tcStringBefore},
             {"language", launch.language},
             {"publisherTC", launch.publisherTC},
+            {"inForce", launch.inForce},
             {"packaged", launch.packaged.string()}};
 }
 
@@ -49,6 +50,7 @@ Launch launchIn(const Json& json) {
             .tcStringBefore = json.value("tcStringBefore", ""),
             .language = json.value("language", ""),
             .publisherTC = json.value("publisherTC", false),
+            .inForce = json.value("inForce", false),
             .packaged = json.value("packaged", "")};
 }
 

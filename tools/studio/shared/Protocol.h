@@ -39,6 +39,9 @@ inline constexpr const char* kLayout = "layout"; ///< for its generated style sh
 inline constexpr const char* kEvent = "event";   ///< for the patch for this event of the page
 } // namespace command
 
+/// The publisher's, in strings of the framework in force.
+inline constexpr const char* kPublisherCountry = "FR";
+
 /// What an application starts with.
 struct Launch {
     std::filesystem::path store;
@@ -58,6 +61,7 @@ struct Launch {
 
     std::string language;           ///< for `setLanguage`; empty: not called
     bool publisherTC = false;       ///< `generatePublisherTC`
+    bool inForce = false;           ///< `TCFProfile::InForce`, with lists of format 3
     std::filesystem::path packaged; ///< where the restrictions lie; empty: it ships none
 };
 

@@ -35,11 +35,11 @@ void answerDocument(const std::string& document, const httplib::Request& request
 
 } // namespace
 
-Backend::Backend(std::int32_t siteID, std::int32_t privacyID, ServedVendorList vendorList,
+Backend::Backend(std::int32_t siteID, std::int32_t privacyID, ServedVendorLists vendorLists,
                  EventStream& events)
     : configurationPath_("/mobile/" + std::to_string(siteID) + "/" + std::to_string(privacyID) +
                          "/privacy.json"),
-      vendorList_(std::move(vendorList)), events_(events),
+      vendorLists_(std::move(vendorLists)), events_(events),
       server_([this](httplib::Server& server) { addRoutes(server); }) {}
 
 bool Backend::start(int port) {
@@ -65,7 +65,7 @@ void Backend::addRoutes(httplib::Server& server) {
            [this](const httplib::Request& request, httplib::Response& response) {
                answerDocument(published(), request, response);
            });
-    addGet(server, "/v2/([^/]+)",
+    addGet(server, "/v([23])/([^/]+)",
            [this](const httplib::Request& request, httplib::Response& response) {
                answerVendorList(request, response);
            });
@@ -86,8 +86,9 @@ void Backend::addRoutes(httplib::Server& server) {
 }
 
 void Backend::answerVendorList(const httplib::Request& request, httplib::Response& response) const {
-    const auto document = vendorList_.documents.find(request.matches[1]);
-    if (document == vendorList_.documents.end())
+    const auto& list = request.matches[1] == "3" ? vendorLists_.format3 : vendorLists_.format2;
+    const auto document = list.documents.find(request.matches[2]);
+    if (document == list.documents.end())
         response.status = 404;
     else
         answerDocument(document->second, request, response);

@@ -17,7 +17,7 @@ class EventStream;
 /// the stream of every other request ("request") and of every beacon that arrives ("beacon").
 class Backend {
 public:
-    Backend(std::int32_t siteID, std::int32_t privacyID, ServedVendorList vendorList,
+    Backend(std::int32_t siteID, std::int32_t privacyID, ServedVendorLists vendorLists,
             EventStream& events);
 
     /// Chooses the address, on `port` if it is free, and brings the network up there. Beacons that
@@ -40,7 +40,7 @@ private:
     void collect(const std::string& text);
 
     const std::string configurationPath_;
-    const ServedVendorList vendorList_;
+    const ServedVendorLists vendorLists_;
     EventStream& events_;
     mutable std::mutex mutex_; // guards document_
     std::string document_;

@@ -21,18 +21,17 @@ std::filesystem::path stateDirectory() {
                          : std::filesystem::temp_directory_path();
 }
 
-std::filesystem::path defaultStore(const WorldOptions& options, const ServedVendorList& list,
+std::filesystem::path defaultStore(const WorldOptions& options, const std::string& list,
                                    Mode mode) {
     std::string name = options.live ? "live-" + std::to_string(options.site) + "-" +
                                           std::to_string(options.privacy)
                                     : "studio";
     if (mode == Mode::IAB)
-        name += list.name.empty() ? "-iab" : "-iab-" + list.name;
+        name += list.empty() ? "-iab" : "-iab-" + list;
     return stateDirectory() / "vxprivacy" / (name + ".sqlite");
 }
 
-std::filesystem::path storeOf(const WorldOptions& options, const ServedVendorList& list,
-                              Mode mode) {
+std::filesystem::path storeOf(const WorldOptions& options, const std::string& list, Mode mode) {
     if (options.store.empty())
         return std::filesystem::absolute(defaultStore(options, list, mode));
     std::filesystem::path store = std::filesystem::absolute(options.store);
@@ -60,8 +59,8 @@ Publication publicationBeside(const std::filesystem::path& store, Mode mode) {
     return Publication(*editionOf(sampleFor(mode)), file);
 }
 
-Result<Installation> makeInstallation(const WorldOptions& options,
-                                      const ServedVendorList& vendorList, Mode mode) {
+Result<Installation> makeInstallation(const WorldOptions& options, const std::string& vendorList,
+                                      Mode mode) {
     const std::filesystem::path store = storeOf(options, vendorList, mode);
     const auto claim = StoreClaim::make(store, options.store.empty() ? StoreClaim::Path::Usual
                                                                      : StoreClaim::Path::Named);
@@ -82,7 +81,7 @@ std::string sampleFor(Mode mode) {
 }
 
 Result<Installations> makeInstallations(const WorldOptions& options,
-                                        const ServedVendorList& vendorList) {
+                                        const std::string& vendorList) {
     const auto category = makeInstallation(options, vendorList, Mode::Category);
     if (!category)
         return category.problem();

@@ -8,7 +8,6 @@
 #include "tools/studio/shared/Result.h"
 #include "tools/studio/world/PackagedRestrictions.h"
 #include "tools/studio/world/Publication.h"
-#include "tools/studio/world/ServedVendorList.h"
 #include "tools/studio/world/StoreClaim.h"
 #include "tools/studio/world/WorldOptions.h"
 
@@ -35,12 +34,11 @@ struct Installations {
     const Installation& in(Mode mode) const { return mode == Mode::IAB ? iab : category; }
 };
 
-/// The installations, or what is wrong with the store or configuration that the options name. A
-/// store lies in $XDG_STATE_HOME or ~/.local/state unless the options name one: that is for the
-/// mode they begin in, and the other mode's lies beside it. Each vendor list has a store of its
-/// own, as a list gives way to a newer one only. Throws std::system_error when a file cannot be
-/// read.
-Result<Installations> makeInstallations(const WorldOptions& options,
-                                        const ServedVendorList& vendorList);
+/// The installations, or what is wrong with the store or configuration that the options name.
+/// `vendorList` is the list's name, empty for the samples. A store lies in $XDG_STATE_HOME or
+/// ~/.local/state unless the options name one: that is for the mode they begin in, and the other
+/// mode's lies beside it. Each vendor list has a store of its own, as a list gives way to a newer
+/// one only. Throws std::system_error when a file cannot be read.
+Result<Installations> makeInstallations(const WorldOptions& options, const std::string& vendorList);
 
 } // namespace vx::tools::studio

@@ -58,8 +58,8 @@ bool hasDocuments(const Json& state, const Launch& launch, const Edition& editio
 /// An application and its world, apart from all others.
 class Rehearsal::Stage {
 public:
-    Stage(std::int32_t siteID, std::int32_t privacyID, const ServedVendorList& vendorList)
-        : backend_(siteID, privacyID, vendorList, events_) {}
+    Stage(std::int32_t siteID, std::int32_t privacyID, const ServedVendorLists& vendorLists)
+        : backend_(siteID, privacyID, vendorLists, events_) {}
 
     Result<Json> perform(Launch launch, const Edition& inForce, const Edition& next);
     void close() { application_.close(); }
@@ -96,7 +96,7 @@ void Rehearsal::stop() {
 std::shared_ptr<Rehearsal::Stage> Rehearsal::setUp() {
     const std::lock_guard lock(mutex_);
     if (!stopped_)
-        stage_ = std::make_shared<Stage>(siteID_, privacyID_, vendorList_);
+        stage_ = std::make_shared<Stage>(siteID_, privacyID_, vendorLists_);
     return stage_;
 }
 

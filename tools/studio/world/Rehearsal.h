@@ -18,8 +18,8 @@ namespace vx::tools::studio {
 /// back to the other. Nobody else hears of it. Any thread may call; one rehearsal runs at a time.
 class Rehearsal {
 public:
-    Rehearsal(std::int32_t siteID, std::int32_t privacyID, ServedVendorList vendorList)
-        : siteID_(siteID), privacyID_(privacyID), vendorList_(std::move(vendorList)) {}
+    Rehearsal(std::int32_t siteID, std::int32_t privacyID, ServedVendorLists vendorLists)
+        : siteID_(siteID), privacyID_(privacyID), vendorLists_(std::move(vendorLists)) {}
 
     /// The decision after the new edition came ("decision", as the application reports it) and the
     /// callbacks that told the application of it ("callbacks"). Store and host of `launch` do not
@@ -35,7 +35,7 @@ private:
 
     const std::int32_t siteID_;
     const std::int32_t privacyID_;
-    const ServedVendorList vendorList_;
+    const ServedVendorLists vendorLists_;
     std::mutex alone_; // held by what runs
     std::mutex mutex_; // guards what follows
     std::shared_ptr<Stage> stage_;

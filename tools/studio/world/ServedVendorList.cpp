@@ -38,8 +38,7 @@ std::optional<Problem> findProblemInList(const JSONValue& list) {
         return Problem{"/vendorListVersion: a vendor list has this number, 1 or more"};
     for (const char* section : {"purposes", "specialFeatures", "vendors"})
         if (!list[section].isObject())
-            return Problem{std::string("/") + section +
-                           ": a vendor list of version 2 has this object"};
+            return Problem{std::string("/") + section + ": a vendor list has this object"};
     return findProblem(list["vendors"]);
 }
 
@@ -68,13 +67,20 @@ std::vector<std::string> languagesOf(const ServedVendorList& list) {
     return codes;
 }
 
-ServedVendorList sampleVendorList() {
-    const std::string folder = "gvl/";
+namespace {
+
+ServedVendorList sampleIn(const std::string& folder) {
     ServedVendorList list = *listIn(std::string(samples()[folder + kListName]));
     for (const web::StaticFile& file : samples())
         if (file.name.starts_with(folder))
             list.documents[std::string(file.name.substr(folder.size()))] = file.content;
     return list;
+}
+
+} // namespace
+
+ServedVendorLists sampleVendorLists() {
+    return {.format2 = sampleIn("gvl/"), .format3 = sampleIn("gvl3/")};
 }
 
 Result<ServedVendorList> readVendorList(const std::filesystem::path& file) {

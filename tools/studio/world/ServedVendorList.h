@@ -23,8 +23,14 @@ struct ServedVendorList {
 /// The codes of the languages that it is translated into from English.
 std::vector<std::string> languagesOf(const ServedVendorList& list);
 
+/// What the host serves, one list for each format that an application may ask for.
+struct ServedVendorLists {
+    ServedVendorList format2;
+    ServedVendorList format3;
+};
+
 /// The project's own.
-ServedVendorList sampleVendorList();
+ServedVendorLists sampleVendorLists();
 
 /// The list in `file`, with what lies beside it as purposes-XX.json, or what is wrong with it.
 /// Throws std::system_error when a file cannot be read.

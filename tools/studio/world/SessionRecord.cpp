@@ -35,6 +35,8 @@ Json worldOf(const Json& start) {
                   {"store", moduleEntries(start["store"])},
                   {"files", start["files"]},
                   {"coreVariables", {{"kVXPredefinedVariable_UserAgent", start["userAgent"]}}}};
+    if (const std::string country = start.value("inForce", ""); !country.empty())
+        world["inForce"] = country;
     if (const std::string created = start.value("createdDate", ""); !created.empty())
         world["createdDate"] = created;
     return world;
@@ -45,7 +47,8 @@ Json worldOf(const Json& start) {
 void SessionRecord::launched(Json start) {
     const std::lock_guard lock(mutex_);
     const bool isContinued = !chapters_.empty() && iab_ == start["iab"] &&
-                             store_ == start["store"] && files_ == start["files"];
+                             inForce_ == start.value("inForce", "") && store_ == start["store"] &&
+                             files_ == start["files"];
     chapters_.push_back({.number = ++launches_,
                          .after = events_.lastEntry(),
                          .isContinued = isContinued,
@@ -54,6 +57,7 @@ void SessionRecord::launched(Json start) {
                          .sdkIdentifier = sdkIdentifierIn(start["store"]),
                          .steps = {}});
     iab_ = start["iab"] == true;
+    inForce_ = start.value("inForce", "");
     store_ = std::move(start["store"]);
     files_ = std::move(start["files"]);
     add(chapters_.back().world.size());

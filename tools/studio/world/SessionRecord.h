@@ -43,6 +43,7 @@ private:
     std::uint64_t launches_ = 0;
     // As the last process left it.
     bool iab_ = false;
+    std::string inForce_; // the publisher's country
     Json store_ = Json::array();
     Json files_ = Json::object(); // by name
 };

@@ -17,6 +17,13 @@ namespace {
 // The vendor list's own language, for which nothing is called.
 const std::string kEnglish = "en";
 
+Json told(const ServedVendorList& list, const WorldOptions& options) {
+    return {{"version", list.version},
+            {"vendors", list.vendors},
+            {"languages", languagesOf(list)},
+            {"file", options.gvl.string()}};
+}
+
 std::int64_t currentTime() {
     return std::chrono::system_clock::now().time_since_epoch() / std::chrono::milliseconds(1);
 }
@@ -24,15 +31,13 @@ std::int64_t currentTime() {
 } // namespace
 
 StudioSession::StudioSession(const WorldOptions& options, Installations installations,
-                             ServedVendorList vendorList, EventStream& events)
-    : options_(options), vendorList_({{"version", vendorList.version},
-                                      {"vendors", vendorList.vendors},
-                                      {"languages", languagesOf(vendorList)},
-                                      {"file", options.gvl.string()}}),
-      started_(currentTime()), events_(events), installations_(std::move(installations)),
-      mode_(options.mode), backend_(options.site, options.privacy, vendorList, events),
-      record_(events), application_(events, record_),
-      rehearsal_(options.site, options.privacy, std::move(vendorList)) {
+                             ServedVendorLists vendorLists, EventStream& events)
+    : options_(options), format2_(told(vendorLists.format2, options)),
+      format3_(told(vendorLists.format3, options)), started_(currentTime()), events_(events),
+      installations_(std::move(installations)), mode_(options.mode),
+      backend_(options.site, options.privacy, vendorLists, events), record_(events),
+      application_(events, record_),
+      rehearsal_(options.site, options.privacy, std::move(vendorLists)) {
     reportSession();
     reportCode();
     events_.setState("clock", {{"offset", 0}});
@@ -148,6 +153,21 @@ Reply StudioSession::setPublisherTC(bool on) {
     return application_.perform({.name = command::kPublisherTC, .argument = on});
 }
 
+Reply StudioSession::setInForce(bool on) {
+    const Operation operation(operation_);
+    if (on == inForce_)
+        return std::string();
+    {
+        const std::lock_guard lock(mutex_);
+        inForce_ = on;
+    }
+    reportCode();
+    reportSession();
+    events_.append("studio", on ? "Strings are those of the framework in force"
+                                : "Strings are those of policy version 2");
+    return launchAnew();
+}
+
 std::string StudioSession::restrictions() const {
     const std::lock_guard lock(mutex_);
     return installations_.restrictions.text();
@@ -246,6 +266,7 @@ Launch StudioSession::launchOf(const Known& known) const {
             .tcStringBefore = known.tcStringBefore,
             .language = language_,
             .publisherTC = publisherTC_,
+            .inForce = inForce_,
             .packaged = iab ? installations_.restrictions.directory() : ""};
 }
 
@@ -271,7 +292,9 @@ void StudioSession::reportSession() {
                                  {"site", options_.site},
                                  {"privacy", options_.privacy},
                                  {"iab", mode_ == Mode::IAB},
-                                 {"vendorList", options_.live ? Json() : vendorList_},
+                                 {"vendorList", options_.live ? Json()
+                                                : inForce_    ? format3_
+                                                              : format2_},
                                  {"vendorListHost", options_.vendorListHost},
                                  {"store", installation().store.string()}});
 }
@@ -279,6 +302,7 @@ void StudioSession::reportSession() {
 void StudioSession::reportCode() {
     events_.setState("code", {{"language", language_.empty() ? kEnglish : language_},
                               {"publisherTC", publisherTC_},
+                              {"inForce", inForce_},
                               {"restrictionsShipped", shipped_}});
 }
 

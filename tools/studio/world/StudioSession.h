@@ -27,7 +27,7 @@ class EventStream;
 class StudioSession {
 public:
     StudioSession(const WorldOptions& options, Installations installations,
-                  ServedVendorList vendorList, EventStream& events);
+                  ServedVendorLists vendorLists, EventStream& events);
 
     /// Brings the network up, with the backend on `port` if it is free, and launches the
     /// application.
@@ -71,6 +71,9 @@ public:
     Reply setLanguage(const std::string& code);
     /// Has it say whether strings have a publisher TC segment, now and at each launch.
     Reply setPublisherTC(bool on);
+    /// Launches it anew with the IAB library's profile of the framework in force, which takes a
+    /// vendor list of format 3, or without.
+    Reply setInForce(bool on);
     /// The document of publisher restrictions that ships with the application; empty: none.
     std::string restrictions() const;
     /// Ships `text` with it, or none where that is blank, and launches it anew.
@@ -114,7 +117,8 @@ private:
     void reportNetwork();
 
     const WorldOptions options_;
-    const Json vendorList_; // what the page tells of it
+    const Json format2_; // what the page tells of the served list of that format
+    const Json format3_;
     const std::int64_t started_;
     EventStream& events_;
     // Held alone by what ends and starts the application, shared by what tells it something, which
@@ -127,6 +131,7 @@ private:
     Mode mode_;
     std::string language_; // of the application's code; empty: it sets none
     bool publisherTC_ = false;
+    bool inForce_ = false;
     std::uint64_t shipped_ = 0; // documents of restrictions
     Backend backend_;
     SessionRecord record_;
