@@ -1,6 +1,7 @@
 // webview DIRECTORY: a window with the privacy center. DIRECTORY has the application's
-// privacy.json, and keeps its choices. With a vendor-list.json in it too, the center is the IAB's.
-// Who closes the window without an answer has decided nothing, and is asked at the next start.
+// privacy.json, and keeps its choices. With a vendor-list.json in it too, the center is the IAB's,
+// and beside it a web view of the application's own shows what its scripts hear of the consent. Who
+// closes the window without an answer has decided nothing, and is asked at the next start.
 
 #include <filesystem>
 #include <iostream>
@@ -9,6 +10,7 @@
 
 #include <webkit2/webkit2.h>
 
+#include "examples/webview/Article.h"
 #include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/hosts/web/Addresses.h"
@@ -86,8 +88,9 @@ public:
         gtk_window_set_default_size(GTK_WINDOW(window_), 390, 844);
         gtk_container_add(GTK_CONTAINER(window_), box_);
         gtk_box_pack_start(GTK_BOX(box_), pageOf(surface), TRUE, TRUE, 0);
-        g_signal_connect(window_, "destroy", G_CALLBACK(gtk_main_quit), nullptr);
+        g_signal_connect(window_, "delete-event", G_CALLBACK(closed), nullptr);
     }
+    ~Window() { gtk_widget_destroy(window_); }
 
     // The center of the categories has no button to save, and may be left without deciding.
     void addSaveBar(const std::string& save, const std::string& leave) {
@@ -107,16 +110,21 @@ public:
         gtk_main();
         return answered_;
     }
+    bool answered() const { return answered_; }
 
 private:
-    static void clickedSave(Window* self) { self->answered(); }
-    void answered() {
+    static gboolean closed() {
+        gtk_main_quit();
+        return TRUE;
+    }
+    static void clickedSave(Window* self) { self->answer(); }
+    void answer() {
         answered_ = true;
         gtk_main_quit();
     }
     // The IAB's center goes by itself after accept all, refuse all and save.
-    void viewControllerDismissed(vx::ViewController&, bool) override { answered(); }
-    void viewControllerPopped(vx::ViewController&, bool) override { answered(); }
+    void viewControllerDismissed(vx::ViewController&, bool) override { answer(); }
+    void viewControllerPopped(vx::ViewController&, bool) override { answer(); }
 
     GtkWidget* window_ = gtk_window_new(GTK_WINDOW_TOPLEVEL);
     GtkWidget* box_ = gtk_box_new(GTK_ORIENTATION_VERTICAL, 0);
@@ -139,7 +147,8 @@ void askByCategories() {
         center.viewWillDisappear(true); // saves
 }
 
-void askByVendors() {
+// Whether the user answered.
+bool askByVendors() {
     vx::ViewController home; // the application's own screen
     vx::VXIABPrivacyCenterViewController center;
     home.presentViewController(center); // or navigation.pushViewController(center)
@@ -151,6 +160,7 @@ void askByVendors() {
     center.setDelegate(&window); // hears that the center closed itself
     if (window.run())
         center.viewWillDisappear(true); // saves
+    return window.answered();
 }
 
 } // namespace
@@ -175,5 +185,13 @@ int main(int count, char** arguments) {
     engine.setSwitchDefaultState(false); // only what the user switches on is accepted
     engine.setSiteID({.site = 12, .privacy = 5});
     g_timeout_add(100, poll, &services);
-    iabMode ? askByVendors() : askByCategories();
+    if (!iabMode) {
+        askByCategories();
+        return 0;
+    }
+    examples::Article article(platform.store);
+    article.tell(vx::web::TCFEvent::CenterShown);
+    const bool answered = askByVendors();
+    article.tell(answered ? vx::web::TCFEvent::UserActionComplete : vx::web::TCFEvent::Loaded);
+    article.stay();
 }

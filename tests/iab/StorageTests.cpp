@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/iab/IABApplication.h"
+#include "vxprivacy/services/iab/InAppTCData.h"
 #include "vxprivacy/testing/RecordingDoors.h"
 
 namespace {
@@ -140,4 +141,39 @@ TEST(Expiry, RemovesAtStartUpWhereAnApplicationAsksForIt) {
         EXPECT_EQ(application.stored("CmpSdkID"), "90");
         EXPECT_EQ(application.store.get("TIMESTAMP"), std::to_string(kSavedAt));
     }
+}
+
+TEST(InAppTCData, IsReadFromTheStringAndFromNothingDamaged) {
+    IABApplication application;
+    save(application, true);
+    const std::string consents = "\"consents\":\"" + application.stored("PurposeConsents");
+    const std::string interests = "\",\"legitimateInterests\":\"";
+    const std::string purposes =
+        consents + interests + application.stored("PurposeLegitimateInterests") + "\"";
+    application.store.set("IABTCF_VendorConsents", "111"); // the string has the say
+    const std::string string = application.stored("TCString");
+    EXPECT_EQ(vx::services::inAppTCData(application.store),
+              R"({"cmpId":90,"gdprApplies":1,"tcString":")" + string +
+                  R"(","tcfPolicyVersion":2,"cmpVersion":471,"gvlVersion":0,"isServiceSpecific":0,)"
+                  R"("useNonStandardTexts":0,"publisherCC":"DE","purposeOneTreatment":0,)"
+                  R"("purpose":{)" +
+                  purposes + R"(},"vendor":{"consents":"100000000001)" + interests +
+                  R"(000000000000"},"specialFeatureOptins":"010000000000","publisher":{)" +
+                  purposes + R"(,"customPurpose":{"consents":")" + interests +
+                  R"("},"restrictions":{}}})");
+
+    const auto dataOf = [](const vx::recording::Texts& entries) {
+        return vx::services::inAppTCData(vx::recording::MemoryStore(entries));
+    };
+    EXPECT_EQ(dataOf({{"IABTCF_CmpSdkID", "300"},
+                      {"IABTCF_gdprApplies", "0"},
+                      {"IABTCF_AddtlConsent", "2~1.35~dv.9"}}),
+              R"({"cmpId":300,"gdprApplies":0,"addtlConsent":"2~1.35~dv.9"})");
+    for (const char* number : {"-1", "4096", "99999999999999999999", "x", ""})
+        EXPECT_EQ(dataOf({{"IABTCF_CmpSdkID", number},
+                          {"IABTCF_gdprApplies", number},
+                          {"IABTCF_PolicyVersion", number},
+                          {"IABTCF_TCString", string.substr(0, 30) + "\"</script>\xFF"},
+                          {"IABTCF_AddtlConsent", "2~1\"}"}}),
+                  "{}");
 }

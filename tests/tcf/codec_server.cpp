@@ -1,7 +1,8 @@
 // Encodes and decodes TC strings for the tests in JavaScript: for each line of standard input,
 // {"encode":MODEL} or {"decode":TEXT}, one line {"text":...}, {"model":...} or {"error":...}. Of
 // the profile in force: {"list":TEXT,"cmpID":...} chooses the vendor list, and for {"choice":...}
-// there is the string with its findings.
+// there is the string with its findings. {"event":NAME} asks for what the application's own web
+// views are given then: the script and the update.
 
 #include <iostream>
 #include <optional>
@@ -11,8 +12,10 @@
 
 #include "tools/tc/FindingsJSON.h"
 #include "tools/tc/ModelJSON.h"
+#include "vxprivacy/hosts/web/TCFAPI.h"
 #include "vxprivacy/services/iab/Decoder.h"
 #include "vxprivacy/services/iab/Encoder.h"
+#include "vxprivacy/services/iab/InAppTCData.h"
 #include "vxprivacy/services/iab/TCFLibrary.h"
 #include "vxprivacy/testing/MemoryStore.h"
 
@@ -46,7 +49,9 @@ public:
                     .publisherCountry = request["country"],
                     .cmpID = request["cmpID"],
                     .cmpVersion = request["cmpVersion"],
-                    .vendorList = [this] { return list_; }}) {}
+                    .vendorList = [this] { return list_; }}) {
+        library_.setCMPSDKID();
+    }
 
     JSON saved(const JSON& choice) {
         vx::ExplicitRestrictions restrictions;
@@ -66,9 +71,20 @@ public:
             consent.set(key, value.get<std::string>());
         builder->setChoice(consent);
         const std::string text = builder->buildConsentString(choice["publisher"]);
+        builder->writeTCData();
         const vx::tools::tc::CheckLists lists{.vendors = VendorList::of(list_)};
         return {{"text", text},
                 {"findings", vx::tools::tc::asJSON(vx::tools::tc::check(text, lists))}};
+    }
+
+    JSON toldToPages(const std::string& name) const {
+        using vx::web::TCFEvent;
+        const TCFEvent event = name == "cmpuishown"           ? TCFEvent::CenterShown
+                               : name == "useractioncomplete" ? TCFEvent::UserActionComplete
+                                                              : TCFEvent::Loaded;
+        const std::string data = vx::services::inAppTCData(store_);
+        return {{"script", vx::web::tcfAPIScript(data, event)},
+                {"update", vx::web::tcfAPIUpdate(data, event)}};
     }
 
 private:
@@ -86,6 +102,8 @@ JSON answerTo(const JSON& request, std::optional<InForce>& inForce) {
         return decoded(request["decode"].get<std::string>());
     if (request.contains("choice"))
         return inForce->saved(request["choice"]);
+    if (request.contains("event"))
+        return inForce->toldToPages(request["event"]);
     inForce.emplace(request);
     return JSON::object();
 }

@@ -3,6 +3,7 @@
 #include "vxprivacy/services/iab/CMPStorage.h"
 
 #include "vxprivacy/platform/foundation/Text.h"
+#include "vxprivacy/services/iab/InForceRules.h"
 #include "vxprivacy/services/iab/Layout.h"
 
 namespace vx::services::tcf {
@@ -61,19 +62,21 @@ std::string keyOfRestrictions(std::uint32_t purpose) {
     return "IABTCF_PublisherRestrictions" + std::to_string(purpose);
 }
 
-std::string digits(const IdentifierSet& set, std::uint32_t count) {
-    std::string text(count, '0');
-    set.forEachRange([&](std::uint32_t first, std::uint32_t last) {
-        text.replace(first - 1, last - first + 1, last - first + 1, '1');
-    });
-    return text;
-}
-
-std::string digits(const VendorSection& section) {
-    return digits(section.vendors, section.maxVendorId);
+std::optional<std::uint32_t> numberIn(const std::optional<std::string>& text) {
+    const auto number = text ? decimalInteger(*text) : std::nullopt;
+    return number && *number >= 0 && *number <= kGreatestCMP
+               ? std::optional(static_cast<std::uint32_t>(*number))
+               : std::nullopt;
 }
 
 } // namespace
+
+StoredTCData storedTCData(const KeyValueStore& store) {
+    const auto applies = numberIn(store.get(kGdprApplies));
+    return {numberIn(store.get(kCmpSdkID)),
+            applies && *applies <= 1 ? std::optional(*applies == 1) : std::nullopt,
+            store.get(kTCString), store.get(kAdditionalConsent)};
+}
 
 void CMPStorage::setNumber(std::string_view key, std::uint32_t value) {
     store_.set(key, std::to_string(value));

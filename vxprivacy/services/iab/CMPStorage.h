@@ -23,6 +23,17 @@ struct TCData {
     std::optional<std::string> additionalConsent{}; ///< Google's
 };
 
+/// What a store has: of the keys that are not made of the TC string all, each as it may be.
+struct StoredTCData {
+    std::optional<std::uint32_t> cmp;
+    std::optional<bool> gdprApplies;
+    std::optional<std::string> tcString;
+    std::optional<std::string> additionalConsent;
+};
+
+/// Numbers that are none, or out of range, are absent.
+StoredTCData storedTCData(const KeyValueStore& store);
+
 /// The TC data in a key-value store, under the keys and with the values that the IAB has published
 /// for applications. Numbers are decimal; a text of "0" and "1" has the identifier n at index n
 /// - 1. What is written goes to the sink too, where there is one.

@@ -75,4 +75,12 @@ std::size_t IdentifierSet::find(bool set, std::size_t from) const {
     return words_.size() * kBits;
 }
 
+std::string digits(const IdentifierSet& set, std::uint32_t count) {
+    std::string text(count, '0');
+    set.forEachRange([&](std::uint32_t first, std::uint32_t last) {
+        text.replace(first - 1, last - first + 1, last - first + 1, '1');
+    });
+    return text;
+}
+
 } // namespace vx::services::tcf

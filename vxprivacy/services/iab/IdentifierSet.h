@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <string>
 #include <vector>
 
 namespace vx::services::tcf {
@@ -56,5 +57,9 @@ private:
 
     std::vector<std::uint64_t> words_; // the last one is not 0
 };
+
+/// A digit for each identifier from 1 to `count`, which is not less than the greatest: "1" where
+/// the set has it, else "0".
+std::string digits(const IdentifierSet& set, std::uint32_t count);
 
 } // namespace vx::services::tcf

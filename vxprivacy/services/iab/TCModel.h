@@ -17,6 +17,11 @@ struct VendorSection {
     friend bool operator==(const VendorSection&, const VendorSection&) = default;
 };
 
+/// A digit for each vendor of the section.
+inline std::string digits(const VendorSection& section) {
+    return digits(section.vendors, section.maxVendorId);
+}
+
 /// What a publisher lays down for a purpose.
 struct Restriction {
     enum Type : std::uint8_t { NotAllowed = 0, RequireConsent = 1, RequireLegitimateInterest = 2 };

@@ -1,0 +1,14 @@
+#include <gtest/gtest.h>
+
+#include "vxprivacy/hosts/web/TCFAPI.h"
+
+using namespace vx::web;
+
+TEST(TCFAPI, PutsAnyTextIntoAScript) {
+    const std::string update = tcfAPIUpdate("\"</script>\\\u2028\n\xFF", TCFEvent::CenterShown);
+    EXPECT_EQ(update, "globalThis.__vxTCFAPI?.update("
+                      R"("\"\u003c/script>\\\u2028\n\ufffd","cmpuishown");)");
+    const std::string script = tcfAPIScript("{}");
+    EXPECT_TRUE(script.ends_with("update(\"{}\",\"tcloaded\");"));
+    EXPECT_EQ(script.find("</"), script.npos);
+}
