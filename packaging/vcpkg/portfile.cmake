@@ -1,5 +1,8 @@
 set(SOURCE_PATH ${CMAKE_CURRENT_LIST_DIR}/../..)
 
+if(VCPKG_TARGET_IS_WINDOWS)
+    vcpkg_check_linkage(ONLY_STATIC_LIBRARY)
+endif()
 vcpkg_cmake_configure(
     SOURCE_PATH ${SOURCE_PATH}
     OPTIONS

@@ -1,5 +1,7 @@
 # Installs the build in BINARY_DIR, moves the tree into a directory whose name has a blank, looks at
-# what was installed, and builds and runs three projects against it.
+# what was installed, and builds and runs projects against it. SHARED says that the libraries are shared,
+# and there is no tool.
+cmake_policy(VERSION 3.23)
 set(work "${BINARY_DIR}/consumer test")
 file(REMOVE_RECURSE "${work}")
 
@@ -22,10 +24,14 @@ file(RENAME "${work}/installed" "${work}/moved")
 file(GLOB_RECURSE strangers RELATIVE "${work}/moved" "${work}/moved/*")
 list(FILTER strangers EXCLUDE REGEX "^(include/vxprivacy|lib[^/]*)/")
 list(SORT strangers)
-set(tool bin/vxprivacy share/bash-completion/completions/vxprivacy
-    share/doc/vxprivacy/vxprivacy.spdx.json share/man/man1/vxprivacy.1
-    share/zsh/site-functions/_vxprivacy)
-if(NOT strangers STREQUAL tool)
+set(expected share/doc/vxprivacy/vxprivacy.spdx.json)
+if(NOT SHARED)
+    run("${work}/moved/bin/vxprivacy" lint "${SOURCE_DIR}/samples/category.json")
+    list(APPEND expected bin/vxprivacy share/bash-completion/completions/vxprivacy
+        share/man/man1/vxprivacy.1 share/zsh/site-functions/_vxprivacy)
+    list(SORT expected)
+endif()
+if(NOT strangers STREQUAL expected)
     message(FATAL_ERROR "installed outside include/vxprivacy and lib: ${strangers}")
 endif()
 # The list of parts names what was found to build with, each with its version.
@@ -43,7 +49,6 @@ if(NOT "${names}" MATCHES "^VXPrivacy;simdjson;fast_float;sqlite;" OR NOT parts 
         NOT created MATCHES "^20[0-9-]+T[0-9:]+Z$")
     message(FATAL_ERROR "the list of parts is wrong: ${list}")
 endif()
-run("${work}/moved/bin/vxprivacy" lint "${SOURCE_DIR}/samples/category.json")
 
 build_and_run(consumer examples/consumer)
 build_and_run(testing examples/testing)
@@ -61,10 +66,37 @@ function(build_by_pkg_config program compiler source)
     run(${compiler} "${SOURCE_DIR}/${source}" -o "${work}/${program}" ${flags})
 endfunction()
 
+cmake_path(GET modules PARENT_PATH libraries)
+set(ENV{LD_LIBRARY_PATH} "${libraries}")
 build_by_pkg_config("by pkg-config" "${CXX};-std=c++20" examples/consumer/main.cpp vxprivacy-services)
 run(${CMAKE_COMMAND} -E chdir "${work}" "./by pkg-config")
 build_by_pkg_config("in C" ${CC} examples/c/main.c vxprivacy-c)
-cmake_path(GET modules PARENT_PATH libraries)
-set(ENV{LD_LIBRARY_PATH} "${libraries}")
 run(${CMAKE_COMMAND} "-DPROGRAM=${work}/in C" "-DWORK=${work}/c run"
     -P "${SOURCE_DIR}/examples/embedding/run.cmake")
+
+# A shared library shows what the installed headers declare: no class of its inside, nothing of the libraries in it.
+file(GLOB shared "${libraries}/libvxprivacy_*.so")
+list(FILTER shared EXCLUDE REGEX "libvxprivacy_c[.]so$") # which tests/c looks at
+list(LENGTH shared number)
+if(SHARED AND NOT number EQUAL 5)
+    message(FATAL_ERROR "the shared libraries are: ${shared}")
+endif()
+file(GLOB_RECURSE headers RELATIVE "${SOURCE_DIR}" "${SOURCE_DIR}/vxprivacy/*.h")
+foreach(header IN LISTS headers)
+    if(NOT EXISTS "${work}/moved/include/${header}")
+        file(STRINGS "${SOURCE_DIR}/${header}" classes REGEX "^class [^;]*$")
+        list(TRANSFORM classes REPLACE "^class (VXPRIVACY_EXPORT )?([A-Za-z]+).*" "\\2")
+        list(APPEND inside ${classes})
+    endif()
+endforeach()
+list(JOIN inside "|" inside)
+foreach(library IN LISTS shared)
+    execute_process(COMMAND ${NM} --dynamic --defined-only --demangle --format=posix "${library}"
+        OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX MATCHALL "[^\n]+" symbols "${symbols}")
+    foreach(symbol IN LISTS symbols)
+        if(NOT symbol MATCHES "^([a-z -]+ (for|to) )?vx::" OR symbol MATCHES "^[^<(]*::(${inside})(::| )")
+            message(SEND_ERROR "${library} shows ${symbol}")
+        endif()
+    endforeach()
+endforeach()

@@ -18,7 +18,7 @@ ARROWS = {
     "vxprivacy/platform/foundation": [],
     "vxprivacy/platform/core": ["vxprivacy/platform/foundation"],
     "vxprivacy/platform/iab": ["vxprivacy/platform/foundation", "vxprivacy/platform/core"],
-    "vxprivacy/platform/sdk": [],
+    "vxprivacy/platform/sdk": ["vxprivacy/platform/foundation"],
     "vxprivacy/platform/ui": ["vxprivacy/platform/foundation", "vxprivacy/platform/core"],
     "vxprivacy/configuration": PLATFORM,
     "vxprivacy/engine": ["vxprivacy/configuration", *PLATFORM],
@@ -144,6 +144,27 @@ def own_header_first():
             first = includes(source, r'[<"]([^">]+)[">]')[:1]
             if first != [header]:
                 yield f"{source}: the first include is not {header}"
+
+
+def installed_headers():
+    """The headers in the FILE_SETs of the libraries of C++."""
+    for listing in sorted((ROOT / "vxprivacy").rglob("CMakeLists.txt")):
+        for headers in re.findall(r"FILE_SET HEADERS [^)]*?FILES\s+([^)]*)\)", listing.read_text(encoding="utf-8")):
+            yield from ((listing.parent / header).relative_to(ROOT).as_posix() for header in headers.split())
+
+
+def exports():
+    """What an installed header declares is marked for export: else a shared library lacks it."""
+    for header in installed_headers():
+        if lies_in(header, "vxprivacy/c"):
+            continue
+        text = (ROOT / header).read_text(encoding="utf-8")
+        text = re.sub(r"^VXPRIVACY_EXPORT[^;]*;|^template <.*\n.*", "", text, flags=re.M)
+        classes = re.findall(r"^(?:class|struct) (\w+)[^\w;]", text, re.M)
+        functions = re.findall(r"^(?!inline|constexpr|using)\w[^;{}=\n]*?(\w+)\([^;{}]*\);", text, re.M)
+        for name in classes + functions:
+            if name != "VXPRIVACY_EXPORT":
+                yield f"{header}: {name} is not marked VXPRIVACY_EXPORT"
 
 
 def lists():

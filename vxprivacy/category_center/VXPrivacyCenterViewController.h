@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 #include "vxprivacy/platform/ui/Controls.h"
@@ -32,7 +33,8 @@ namespace vx {
 ///     web::WebSurface surface(center.view());
 ///     // ... the user sees the page and taps ...
 ///     center.viewWillDisappear(true);     // saves: durable when this returns
-class VXPrivacyCenterViewController : public ViewController, private ScrollViewDelegate {
+class VXPRIVACY_EXPORT VXPrivacyCenterViewController : public ViewController,
+                                                       private ScrollViewDelegate {
 public:
     /// Takes the configuration. Needs a `Runtime`.
     VXPrivacyCenterViewController();

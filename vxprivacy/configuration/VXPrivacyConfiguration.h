@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "vxprivacy/platform/core/VXConfigurationFile.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 #include "vxprivacy/platform/ui/Colour.h"
 
@@ -26,7 +27,7 @@ namespace vx {
 ///         copy->getTextForKey("generic/backButton", "fr");      // "Retour"
 ///         copy->components().find("firstLayerButton-Detail");   // "1"; null without this button
 ///     }
-class VXPrivacyConfiguration : public VXConfigurationFile {
+class VXPRIVACY_EXPORT VXPrivacyConfiguration : public VXConfigurationFile {
 public:
     VXPrivacyConfiguration() = default;
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "vxprivacy/engine/VXPrivacyConstants.h"
+#include "vxprivacy/platform/foundation/Export.h"
 
 namespace vx {
 
@@ -42,7 +43,7 @@ inline ConsentKind consentKind(std::string_view key) {
 }
 
 /// The prefix of a kind's keys, and the key of the list of those that are saved.
-struct ConsentNames {
+struct VXPRIVACY_EXPORT ConsentNames {
     std::string_view prefix;    ///< "PRIVACY_CAT_"
     std::string_view savedList; ///< the key of the list
 };

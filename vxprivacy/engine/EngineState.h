@@ -8,6 +8,7 @@
 
 #include "vxprivacy/engine/VXPrivacyCallbacks.h"
 #include "vxprivacy/platform/core/VXEvents.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/sdk/Zentrix.h"
 
 namespace vx {
@@ -20,7 +21,7 @@ enum class PrivacyState : std::int32_t { Undecided = 0, Accepted = 1, Refused = 
 /// `VXMobilePrivacy` owns it. The units of the engine work on it and keep nothing of it between two
 /// steps: an application may replace the tag SDK, the callback and the sender in the middle of a
 /// save, from its callback.
-struct EngineState {
+struct VXPRIVACY_EXPORT EngineState {
     /// The engine itself, as the object of its notifications.
     const void* engine = nullptr;
 

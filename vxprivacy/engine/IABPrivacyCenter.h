@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx {
@@ -12,7 +13,7 @@ namespace vx {
 ///
 /// The engine has one made for each accept all or refuse all, and calls these in turn: load, accept
 /// or refuse, read.
-class IABPrivacyCenter {
+class VXPRIVACY_EXPORT IABPrivacyCenter {
 public:
     virtual ~IABPrivacyCenter();
 

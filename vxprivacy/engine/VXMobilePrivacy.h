@@ -11,13 +11,14 @@
 #include "vxprivacy/engine/IABPrivacyCenter.h"
 #include "vxprivacy/platform/core/KeyValueStore.h"
 #include "vxprivacy/platform/core/VXSingleton.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx {
 
 /// The numbers that an application is known by, each under its name: the operations that take plain
 /// integers differ in their order.
-struct Identifiers {
+struct VXPRIVACY_EXPORT Identifiers {
     std::int32_t site = 0;      ///< with `privacy` the privacy configuration; beacons carry both
     std::int32_t privacy = 0;   ///< the privacy configuration of the site
     std::int32_t container = 0; ///< for the door `ConfigurationDocuments` alone
@@ -36,10 +37,10 @@ struct Identifiers {
 ///     engine.setSiteID({.site = 12, .privacy = 5});    // start-up
 ///     engine.acceptAllConsent();
 ///     engine.privacyState();      // 1, where the configuration has categories
-class VXMobilePrivacy : public VXSingleton,
-                        public IVXEventSenderDelegate,
-                        public IVXEventListenerDelegate,
-                        private KeyValueStoreObserver {
+class VXPRIVACY_EXPORT VXMobilePrivacy : public VXSingleton,
+                                         public IVXEventSenderDelegate,
+                                         public IVXEventListenerDelegate,
+                                         private KeyValueStoreObserver {
 public:
     /// The engine, made and initialised at first use. Needs a `Runtime`, with which it ends. Safe
     /// on any thread; the first call logs one line and begins to listen, on its own thread.

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 /// What the user decided. Every answer is read from the store at the moment of the call, so it is
@@ -14,7 +16,7 @@ namespace vx {
 ///         show();   // ask the user
 ///     VXPrivacyAPI::isCategoryAccepted(3);      // category 3 of the privacy configuration
 ///     VXPrivacyAPI::isVendorAccepted(1015);     // consent for IAB vendor 8: 1000 + 2 * 8 - 1
-class VXPrivacyAPI {
+class VXPRIVACY_EXPORT VXPrivacyAPI {
 public:
     /// Whether the user decided at all, whichever way. No again after a reset; consent that is too
     /// old still counts.

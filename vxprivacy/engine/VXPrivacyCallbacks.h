@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx {
@@ -16,7 +17,7 @@ namespace vx {
 /// again within. It must not end the `Runtime` or the services. Better note here what is to be
 /// done, and do it later, from the application's loop. docs/embedding.md has the rules of all
 /// callbacks.
-class VXPrivacyCallbacks {
+class VXPRIVACY_EXPORT VXPrivacyCallbacks {
 public:
     virtual ~VXPrivacyCallbacks();
 

@@ -4,12 +4,13 @@
 #include <string_view>
 
 #include "vxprivacy/configuration/VXConfigurationChange.h" // exported with these
+#include "vxprivacy/platform/foundation/Export.h"
 
 namespace vx {
 
 /// Holder of the exported constants; it has no members. They are all below, and the two of
 /// VXConfigurationChange.h.
-class VXPrivacyConstants {};
+class VXPRIVACY_EXPORT VXPrivacyConstants {};
 
 // Found again in every user's store: never change one of these.
 /// The global consent: "1" something is accepted, "0" nothing is, "" after a reset; absent before

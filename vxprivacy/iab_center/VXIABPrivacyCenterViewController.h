@@ -11,6 +11,7 @@
 #include "vxprivacy/engine/IABPrivacyCenter.h"
 #include "vxprivacy/iab_center/VendorRecord.h"
 #include "vxprivacy/platform/core/VXConfigurationFile.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 #include "vxprivacy/platform/foundation/OrderedSet.h"
@@ -55,7 +56,8 @@ class VXVendorContentView;
 ///     center.actionAcceptAll();
 ///     center.savedConsent().find("PRIVACY_VEN_1015");   // "1"
 ///     center.savePrivacy();                             // durable when this returns
-class VXIABPrivacyCenterViewController : public ViewController, public IABPrivacyCenter {
+class VXPRIVACY_EXPORT VXIABPrivacyCenterViewController : public ViewController,
+                                                          public IABPrivacyCenter {
 public:
     /// IAB identifiers, each once, in the order in which they were first met.
     using Identifiers = OrderedSet<std::int32_t>;

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/testing/Event.h"
 
 namespace vx::recording {
 
 /// Configuration documents that are found by the file's name among texts given beforehand. A text
 /// that is no JSON object counts as no document.
-class DocumentTexts : public ConfigurationDocuments {
+class VXPRIVACY_EXPORT DocumentTexts : public ConfigurationDocuments {
 public:
     /// `texts` are the documents by their files' names.
     explicit DocumentTexts(Texts texts = {}) : texts_(std::move(texts)) {}

@@ -6,6 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx::recording {
@@ -21,6 +22,6 @@ using EventSink = std::function<void(const Event&)>;
 using Texts = std::map<std::string, std::string, std::less<>>;
 
 /// The dictionary as a JSON object, in its own order.
-Event asObject(const OrderedDictionary<std::string>& dictionary);
+VXPRIVACY_EXPORT Event asObject(const OrderedDictionary<std::string>& dictionary);
 
 } // namespace vx::recording

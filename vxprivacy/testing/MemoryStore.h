@@ -3,12 +3,13 @@
 #include <vector>
 
 #include "vxprivacy/platform/core/KeyValueStore.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/testing/Event.h"
 
 namespace vx::recording {
 
 /// A key-value store in memory that can be looked at and changed from outside.
-class MemoryStore : public KeyValueStore {
+class VXPRIVACY_EXPORT MemoryStore : public KeyValueStore {
 public:
     /// `entries` are there from the start.
     explicit MemoryStore(Texts entries = {}) : entries_(std::move(entries)) {}

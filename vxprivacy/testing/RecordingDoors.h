@@ -5,6 +5,7 @@
 
 #include "vxprivacy/engine/VXPrivacyCallbacks.h"
 #include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 #include "vxprivacy/platform/sdk/Zentrix.h"
 #include "vxprivacy/platform/ui/Application.h"
@@ -15,7 +16,7 @@
 namespace vx::recording {
 
 /// {"log":[level,"text"]}
-class RecordingLogger : public Logger {
+class VXPRIVACY_EXPORT RecordingLogger : public Logger {
 public:
     /// Tells its events to `sink`, as all of these.
     explicit RecordingLogger(EventSink sink) : sink_(std::move(sink)) {}
@@ -27,7 +28,7 @@ private:
 
 /// Delivers as any notification center does. {"listen":"name"}, and, before the observers hear of
 /// it, {"send":{"name":"...","userInfo":{...}|null}}.
-class RecordingNotificationCenter : public NotificationCenter {
+class VXPRIVACY_EXPORT RecordingNotificationCenter : public NotificationCenter {
 public:
     /// Tells its events to `sink`.
     explicit RecordingNotificationCenter(EventSink sink) : sink_(std::move(sink)) {}
@@ -39,7 +40,7 @@ private:
 };
 
 /// A clock that stands still until it is told the time.
-class StandingClock : public Clock {
+class VXPRIVACY_EXPORT StandingClock : public Clock {
 public:
     /// Milliseconds since 1970, UTC.
     explicit StandingClock(std::uint64_t now) : now_(now) {}
@@ -52,7 +53,7 @@ private:
 };
 
 /// Variables given beforehand.
-class GivenVariables : public Variables {
+class VXPRIVACY_EXPORT GivenVariables : public Variables {
 public:
     /// `values` by the variables' names.
     explicit GivenVariables(Texts values) : values_(std::move(values)) {}
@@ -63,7 +64,7 @@ private:
 };
 
 /// {"sdk":["addPermanentData","key","value"]}, {"sdk":["removePermanentData","key"]}
-class RecordingZentrix : public Zentrix {
+class VXPRIVACY_EXPORT RecordingZentrix : public Zentrix {
 public:
     /// Begins with the permanent data `data`, and tells its events to `sink`.
     RecordingZentrix(Texts data, EventSink sink) : data_(std::move(data)), sink_(std::move(sink)) {}
@@ -79,7 +80,7 @@ private:
 };
 
 /// {"open":"address"}
-class RecordingApplication : public Application {
+class VXPRIVACY_EXPORT RecordingApplication : public Application {
 public:
     /// Tells its events to `sink`.
     explicit RecordingApplication(EventSink sink) : sink_(std::move(sink)) {}
@@ -91,7 +92,7 @@ private:
 
 /// Answers only the operations it is made with. {"callback":["consentUpdated:",{...}]},
 /// {"callback":["consentOutdated"]} and so on.
-class RecordingCallbacks : public VXPrivacyCallbacks {
+class VXPRIVACY_EXPORT RecordingCallbacks : public VXPrivacyCallbacks {
 public:
     /// Names of operations, "consentUpdated:".
     using Operations = std::set<std::string, std::less<>>;

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
 #include "vxprivacy/services/iab/TCFLibrary.h"
 #include "vxprivacy/testing/Event.h"
@@ -16,7 +17,7 @@ namespace vx::recording {
 /// {"cmp":["setPublisherRestrictions",{...}]}; of each builder one line an operation, such as
 /// {"builder":["setCmpID",90]}, and {"tc":"text"} after the one that builds; none for what the
 /// profile `InForce` alone takes.
-class RecordingIABLibrary : public IABLibrary {
+class VXPRIVACY_EXPORT RecordingIABLibrary : public IABLibrary {
 public:
     /// `createdDate` is what `getCreatedDate` answers until TC data is written or reset.
     RecordingIABLibrary(std::string createdDate, services::TCFSettings settings, EventSink sink);

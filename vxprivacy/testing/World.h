@@ -5,6 +5,7 @@
 
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 #include "vxprivacy/platform/core/Runtime.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/testing/DocumentTexts.h"
 #include "vxprivacy/testing/MemoryStore.h"
 #include "vxprivacy/testing/RecordingDoors.h"
@@ -13,7 +14,7 @@
 namespace vx::recording {
 
 /// What a world holds before anything runs in it.
-struct WorldSettings {
+struct VXPRIVACY_EXPORT WorldSettings {
     /// Entries of the key-value store.
     Texts store = {};
     /// Document texts by configuration file name.
@@ -46,7 +47,7 @@ struct WorldSettings {
 ///
 /// There may be one world at a time, as there may be one `Runtime`. Link `vxprivacy::testing`; the
 /// namespace is `recording`, for `testing` is GoogleTest's.
-class World {
+class VXPRIVACY_EXPORT World {
 public:
     /// Without a sink the events are collected in `events`.
     explicit World(WorldSettings settings = {}, EventSink sink = {});

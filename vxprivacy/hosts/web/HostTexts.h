@@ -3,11 +3,13 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx::web {
 
 /// What the host itself says to the user, beside the texts of the screen. UTF-8. "%1$@" and "%2$@"
 /// stand for numbers or for a text, as told.
-struct HostTexts {
+struct VXPRIVACY_EXPORT HostTexts {
     /// Name of the page, where the settings give none.
     std::string title;
     /// After the title of a button that leads out of the page, for a screen reader.
@@ -37,6 +39,6 @@ struct HostTexts {
 
 /// The built-in texts of a language, a BCP 47 tag of which the first part counts: those of the
 /// vendor list and its translations. English for every other one. Any thread.
-const HostTexts& hostTexts(std::string_view language);
+VXPRIVACY_EXPORT const HostTexts& hostTexts(std::string_view language);
 
 } // namespace vx::web

@@ -4,11 +4,12 @@
 #include <string>
 
 #include "vxprivacy/hosts/web/HostTexts.h"
+#include "vxprivacy/platform/foundation/Export.h"
 
 namespace vx::web {
 
 /// What the page of a surface says and links beside the screen. Texts are UTF-8.
-struct PageSettings {
+struct VXPRIVACY_EXPORT PageSettings {
     /// Name of the page; empty: `HostTexts::title`.
     std::string title = {};
     /// Whose page it is, the application's name for instance; empty: not told.

@@ -3,17 +3,19 @@
 #include <span>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx::web {
 
 /// A file that is part of the program. Its texts live as long as the program.
-struct StaticFile {
+struct VXPRIVACY_EXPORT StaticFile {
     std::string_view name;      ///< "surface.css"
     std::string_view mediaType; ///< "text/css"; the content is UTF-8
     std::string_view content;   ///< whole; may be empty
 };
 
 /// Files that are part of the program, for a server that gives them out.
-class StaticFiles {
+class VXPRIVACY_EXPORT StaticFiles {
 public:
     /// `files` must outlive this.
     explicit constexpr StaticFiles(std::span<const StaticFile> files) : files_(files) {}
@@ -28,6 +30,6 @@ private:
 };
 
 /// The files that every page of a `WebSurface` needs.
-StaticFiles staticFiles();
+VXPRIVACY_EXPORT StaticFiles staticFiles();
 
 } // namespace vx::web

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "vxprivacy/hosts/web/PageSettings.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/View.h"
 
 namespace vx::web {
@@ -23,7 +24,7 @@ namespace vx::web {
 /// before its script runs, so that none is lost. When the subviews of the root are replaced, that
 /// is another screen on the same page. Thread: that of the views. The surface keeps the views
 /// alive, not their controller.
-class WebSurface {
+class VXPRIVACY_EXPORT WebSurface {
 public:
     /// Shows the tree below `root`, whose changes it notes from now on.
     explicit WebSurface(std::shared_ptr<View> root, PageSettings settings = {});
@@ -67,6 +68,6 @@ private:
 
 /// The policy that a page needs, for its header: everything from its own origin, nothing inline,
 /// and no frames but those of its own origin.
-std::string_view contentSecurityPolicy();
+VXPRIVACY_EXPORT std::string_view contentSecurityPolicy();
 
 } // namespace vx::web

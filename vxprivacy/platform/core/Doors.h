@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "vxprivacy/platform/core/LogLevel.h"
+#include "vxprivacy/platform/foundation/Export.h"
 
 // The doors of the module are interfaces that the application may replace. Whatever the module
 // needs from outside, it reaches through them. The services in vxprivacy/services stand behind them
@@ -28,7 +29,7 @@ namespace vx {
 class VXConfigurationFile;
 
 /// Takes the module's log lines.
-class Logger {
+class VXPRIVACY_EXPORT Logger {
 public:
     virtual ~Logger();
 
@@ -38,7 +39,7 @@ public:
 };
 
 /// Tells the time. Consent is stamped with it and grows old by it.
-class Clock {
+class VXPRIVACY_EXPORT Clock {
 public:
     virtual ~Clock();
 
@@ -49,7 +50,7 @@ public:
 
 /// Facts about the device, the application and the installation, by name. The module asks two such
 /// doors; `Platform` says which for what.
-class Variables {
+class VXPRIVACY_EXPORT Variables {
 public:
     virtual ~Variables();
 
@@ -59,7 +60,7 @@ public:
 };
 
 /// Finds the documents of the registered configuration files and keeps them up to date.
-class ConfigurationDocuments {
+class VXPRIVACY_EXPORT ConfigurationDocuments {
 public:
     virtual ~ConfigurationDocuments();
 

@@ -4,11 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 /// Hears when entries change that this process did not set: another process, which shares the
 /// store, saved, or the store can be read at last. Application's thread.
-class KeyValueStoreObserver {
+class VXPRIVACY_EXPORT KeyValueStoreObserver {
 public:
     virtual ~KeyValueStoreObserver();
 
@@ -24,7 +26,7 @@ public:
 /// Called on the application's thread only, so an implementation needs no lock. Nothing throws:
 /// what cannot be written stays readable, is logged, and is written when it can be. Any text may be
 /// a key, the empty one included, and the empty text is a value like any other.
-class KeyValueStore {
+class VXPRIVACY_EXPORT KeyValueStore {
 public:
     virtual ~KeyValueStore();
 
@@ -70,7 +72,7 @@ public:
 ///     store.set("PRIVACY_CAT_1", "1");
 ///     store.set("SAVED_CATEGORIES", "PRIVACY_CAT_1;");
 ///     transaction.commit();   // on disk: both or neither
-class StoreTransaction {
+class VXPRIVACY_EXPORT StoreTransaction {
 public:
     /// Begins. `store` must outlive the transaction.
     explicit StoreTransaction(KeyValueStore& store);

@@ -11,6 +11,7 @@
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/core/KeyValueStore.h"
 #include "vxprivacy/platform/core/VXSingleton.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 
 namespace vx {
@@ -20,7 +21,7 @@ class IABLibrary;
 
 /// Where the module's addresses begin: scheme and host, with a port where needed, no final slash
 /// ("https://cdn.example.com").
-struct Hosts {
+struct VXPRIVACY_EXPORT Hosts {
     /// Has the privacy configurations, under "/mobile/SITE/PRIVACY/privacy.json".
     std::string configurationCDN;
     /// Has the IAB vendor list, "/v2/vendor-list.json", and its translations beside it.
@@ -32,7 +33,7 @@ struct Hosts {
 /// The doors of the module, all in one place. What stands behind each is the application's choice:
 /// take the struct that the services give and put your own objects in before you make the `Runtime`
 /// on it. It owns none of them; they must outlive that `Runtime`.
-struct Platform {
+struct VXPRIVACY_EXPORT Platform {
     /// Keeps the user's choices between two runs.
     KeyValueStore& store;
     /// Finds and updates the privacy configuration, the vendor list and the like.
@@ -63,7 +64,7 @@ struct Platform {
 ///     vx::services::Services services(settings);
 ///     vx::Runtime runtime(services.platform());
 ///     vx::VXMobilePrivacy::sharedInstance().setSiteID({.site = 12, .privacy = 5});
-class Runtime {
+class VXPRIVACY_EXPORT Runtime {
 public:
     /// Puts `platform` in force. While another runtime is in force, a new one is logged and
     /// ignored. After one has ended another may be made, as tests do.

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "vxprivacy/platform/core/VXEvents.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/JSONValue.h"
 
 namespace vx {
@@ -15,7 +16,7 @@ namespace vx {
 /// The object knows where its document comes from, and holds it parsed. Fetching and keeping it is
 /// the work of the door `ConfigurationDocuments`, once the file is registered with
 /// `VXConfigurationFileFactory`. Application's thread.
-class VXConfigurationFile {
+class VXPRIVACY_EXPORT VXConfigurationFile {
 public:
     /// Where the document comes from.
     enum class Source {

@@ -6,6 +6,7 @@
 
 #include "vxprivacy/platform/core/VXConfigurationFile.h"
 #include "vxprivacy/platform/core/VXSingleton.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx {
@@ -18,7 +19,7 @@ namespace vx {
 ///     files.addConfigurationFile("menu", "version");       // menu.json, shipped with the program
 ///     if (const auto file = files.getConfigurationFile("menu"))
 ///         file->getJSONDictionary()["title"].string();     // "Today", or absent
-class VXConfigurationFileFactory : public VXSingleton {
+class VXPRIVACY_EXPORT VXConfigurationFileFactory : public VXSingleton {
 public:
     /// The one factory, made at first use. Needs a `Runtime` and ends with it.
     static VXConfigurationFileFactory& sharedInstance();
@@ -55,6 +56,6 @@ private:
 };
 
 /// The same of the shared factory's file: `getConfigurationFile`.
-std::shared_ptr<VXConfigurationFile> configurationFile(std::string_view name);
+VXPRIVACY_EXPORT std::shared_ptr<VXConfigurationFile> configurationFile(std::string_view name);
 
 } // namespace vx

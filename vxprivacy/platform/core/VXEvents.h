@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 
 namespace vx {
@@ -10,7 +11,7 @@ namespace vx {
 // Application's thread. Neither owns its parent or a notification center: both must outlive it.
 
 /// Owner of a `VXEventSender`.
-class IVXEventSenderDelegate {
+class VXPRIVACY_EXPORT IVXEventSenderDelegate {
 public:
     virtual ~IVXEventSenderDelegate();
 
@@ -20,7 +21,7 @@ public:
 };
 
 /// Owner of a `VXEventListener`: hears, as a `NotificationObserver`, what the listener listens to.
-class IVXEventListenerDelegate : public NotificationObserver {
+class VXPRIVACY_EXPORT IVXEventListenerDelegate : public NotificationObserver {
 public:
     /// As in `IVXEventSenderDelegate`. It does not move a listener, which goes on listening at the
     /// platform's center.
@@ -28,7 +29,7 @@ public:
 };
 
 /// Sends notifications through the platform's notification center or the one it was given.
-class VXEventSender {
+class VXPRIVACY_EXPORT VXEventSender {
 public:
     /// Null: none. Kept for whoever asks; sending does not need it.
     void setParent(IVXEventSenderDelegate* parent) { parent_ = parent; }
@@ -48,7 +49,7 @@ private:
 /// Makes its parent hear notifications of the platform's center. What it listened to stays in force
 /// when the listener ends or another takes its place: the parent hears it until the parent removes
 /// itself from the center, which it must before it dies.
-class VXEventListener {
+class VXPRIVACY_EXPORT VXEventListener {
 public:
     /// Null: none.
     void setParent(IVXEventListenerDelegate* parent) { parent_ = parent; }

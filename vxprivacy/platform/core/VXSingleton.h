@@ -1,10 +1,12 @@
 #pragma once
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 /// Base of the classes that have one shared instance. The `Runtime` owns it, from its first use to
 /// the runtime's end; each class has an accessor of its own, `sharedInstance`.
-class VXSingleton {
+class VXPRIVACY_EXPORT VXSingleton {
 public:
     virtual ~VXSingleton();
     VXSingleton(const VXSingleton&) = delete;

@@ -5,12 +5,13 @@
 #include <string_view>
 
 #include "vxprivacy/platform/core/KeyValueStore.h"
+#include "vxprivacy/platform/foundation/Export.h"
 
 namespace vx {
 
 /// The core library's key-value store: hands its calls to the door `KeyValueStore`, which says what
 /// keys and values may be and when they are durable. Application's thread.
-class VXUserDefaults {
+class VXPRIVACY_EXPORT VXUserDefaults {
 public:
     /// The entry under `key`, or nothing when there is none. Never waits for the disk.
     static std::optional<std::string> retrieveInfoFromUserDefaults(std::string_view key);

@@ -4,10 +4,12 @@
 #include <optional>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 /// The core library's conversions of numbers that travel as text.
-class VXUtils {
+class VXPRIVACY_EXPORT VXUtils {
 public:
     /// The number that the whole of `text` is, in decimal, without its fraction; absent when it is
     /// none.

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 // Both classes hand their calls to doors of the `Runtime` in force. They may be reached before
@@ -12,7 +14,7 @@ namespace vx {
 
 /// Facts that the core library and the tag SDK gathered: the user agent, the SDK identifier. The
 /// door is `Platform::coreVariables`.
-class VXCoreVariables {
+class VXPRIVACY_EXPORT VXCoreVariables {
 public:
     /// The one instance.
     static VXCoreVariables& sharedInstance();
@@ -23,7 +25,7 @@ public:
 
 /// Facts that the core library computes when asked. The doors are `Platform::predefinedVariables`,
 /// and for the time `Platform::clock`.
-class VXPredefinedVariables {
+class VXPRIVACY_EXPORT VXPredefinedVariables {
 public:
     /// The one instance.
     static VXPredefinedVariables& sharedInstance();

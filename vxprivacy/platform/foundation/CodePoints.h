@@ -4,13 +4,15 @@
 #include <optional>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 // Places in UTF-8 text, counted in Unicode code points from 0, as taps and links have them. None of
 // this fails: a byte that belongs to no code point counts as one. Any thread.
 
 namespace vx {
 
 /// A piece of a text.
-struct CodePointRange {
+struct VXPRIVACY_EXPORT CodePointRange {
     std::size_t start = 0;  ///< the first code point
     std::size_t length = 0; ///< code points
 
@@ -22,13 +24,14 @@ struct CodePointRange {
 /// The number of bytes of `text` before its code point `place`; all where it has fewer.
 ///
 ///     byteOffset("né à", 2);   // 3
-std::size_t byteOffset(std::string_view text, std::size_t place);
+VXPRIVACY_EXPORT std::size_t byteOffset(std::string_view text, std::size_t place);
 
 /// Where `part` first stands in `text`, letters compared as lower-case ones; nothing where it does
 /// not, or is empty. Knows the letters of Latin, Greek, Cyrillic and Armenian; each stays one code
 /// point, and both Greek sigmas are the same.
 ///
 ///     rangeIgnoringCase("Unsere PARTNER", "unsere partner");   // {0, 14}
-std::optional<CodePointRange> rangeIgnoringCase(std::string_view text, std::string_view part);
+VXPRIVACY_EXPORT std::optional<CodePointRange> rangeIgnoringCase(std::string_view text,
+                                                                 std::string_view part);
 
 } // namespace vx

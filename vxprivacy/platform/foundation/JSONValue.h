@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 /// One value of a parsed JSON document, or nothing at all.
@@ -24,7 +26,7 @@ namespace vx {
 ///     document["name"].integer();                     // absent
 ///     document["name"]["first"]["second"].string();   // absent: safe on every document
 ///     document["ids"].elements()[1].integerValue();   // 2
-class JSONValue {
+class VXPRIVACY_EXPORT JSONValue {
 public:
     /// `Null` is a value that the document has, written null; `Absent` is one that it has not.
     enum class Type { Absent, Null, Boolean, Number, String, Array, Object };

@@ -3,13 +3,14 @@
 #include <optional>
 #include <string>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx {
 
 /// A named message from one part of the stack to whoever listens to the name. Plain data: it is
 /// good for as long as one keeps it. The names in use are in platform/core/VXNotifications.h.
-struct Notification {
+struct VXPRIVACY_EXPORT Notification {
     /// Text by key.
     using UserInfo = OrderedDictionary<std::string>;
 

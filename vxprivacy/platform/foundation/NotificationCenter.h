@@ -6,12 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/Notification.h"
 
 namespace vx {
 
 /// Hears the notifications that it was added for. One that dies hears nothing more, removed or not.
-class NotificationObserver {
+class VXPRIVACY_EXPORT NotificationObserver {
 public:
     NotificationObserver() = default;
     // It is known by its address.
@@ -41,7 +42,7 @@ private:
 ///     center.addObserver("tea", cook);
 ///     center.post({"tea"});      // cook has heard it when this returns
 ///     center.post({"teapot"});   // cook hears nothing: names are compared whole
-class NotificationCenter {
+class VXPRIVACY_EXPORT NotificationCenter {
 public:
     virtual ~NotificationCenter();
 

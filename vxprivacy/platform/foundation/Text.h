@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 // Small functions on UTF-8 text. They look at bytes, never at the language or its rules, so the
 // same text gives the same result on every machine. None fails. Any thread.
 
@@ -16,7 +18,7 @@ namespace vx {
 
 /// A value for a placeholder of `formatted`: a text, a text that may be missing, or an integer.
 /// Made in the call and copied from what it is given.
-class FormatArgument {
+class VXPRIVACY_EXPORT FormatArgument {
 public:
     /// Of a text, a text that may be missing, or an integer.
     FormatArgument(std::string_view text) : text_(text) {}
@@ -41,12 +43,13 @@ private:
 ///     formatted("%@", {std::optional<std::string>()});     // "(null)"
 ///     formatted("%d%%, %@", {5});                          // "5%%, %@"
 ///     formatted("%2$@ before %1$@", {"b", "a"});          // "a before b"
-std::string formatted(std::string_view format, std::initializer_list<FormatArgument> arguments);
+VXPRIVACY_EXPORT std::string formatted(std::string_view format,
+                                       std::initializer_list<FormatArgument> arguments);
 
 /// `prefix` followed by `number` in decimal: a consent key. Faster than `formatted`, for thousands.
 ///
 ///     numberedKey("PRIVACY_CAT_", 3);   // "PRIVACY_CAT_3"
-std::string numberedKey(std::string_view prefix, std::int32_t number);
+VXPRIVACY_EXPORT std::string numberedKey(std::string_view prefix, std::int32_t number);
 
 /// Calls `action` with each of the pieces of `text` between its `separator`s, in turn. There is one
 /// piece more than separators: "a;b;" has "a", "b" and "", and the empty text has "". The pieces
@@ -61,31 +64,31 @@ void forEachPiece(std::string_view text, char separator, Action action) {
 }
 
 /// The same pieces as a list. They view into `text`, which must outlive them.
-std::vector<std::string_view> split(std::string_view text, char separator);
+VXPRIVACY_EXPORT std::vector<std::string_view> split(std::string_view text, char separator);
 /// Not for a temporary text: the pieces would outlive it.
 template <std::same_as<std::string> Text>
 std::vector<std::string_view> split(Text&& text, char separator) = delete;
 
 /// `text` with every occurrence of `part`, which is not empty, left out. What comes together by
 /// that is not looked at again.
-std::string removingAll(std::string_view text, std::string_view part);
+VXPRIVACY_EXPORT std::string removingAll(std::string_view text, std::string_view part);
 
 // Numbers from text. Each has its own rules, since what was once read by them is still stored.
 
 /// The decimal integer that `text` starts with, after white space and a sign; 0 when there is none.
 /// Values outside 32 bits give the nearest one inside. "12 vendors" is 12, "x12" is 0.
-std::int32_t integerValue(std::string_view text);
+VXPRIVACY_EXPORT std::int32_t integerValue(std::string_view text);
 /// The same for 64 bits.
-std::int64_t longIntegerValue(std::string_view text);
+VXPRIVACY_EXPORT std::int64_t longIntegerValue(std::string_view text);
 
 /// `text` read as C's strtoull does with base 0: after white space, "0x" means hexadecimal, a
 /// leading zero octal, all else decimal; what follows the number is ignored. 0 when it starts with
 /// no number. A negative one wraps round, one that does not fit gives the greatest.
-std::uint64_t unsignedInteger(std::string_view text);
+VXPRIVACY_EXPORT std::uint64_t unsignedInteger(std::string_view text);
 
 /// The whole of `text` read as a decimal number and cut to an integer: "12.9" is 12. Absent when
 /// anything in it, white space included, is not part of the number. Values outside 64 bits give the
 /// nearest one inside.
-std::optional<std::int64_t> decimalInteger(std::string_view text);
+VXPRIVACY_EXPORT std::optional<std::int64_t> decimalInteger(std::string_view text);
 
 } // namespace vx

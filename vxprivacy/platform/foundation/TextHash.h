@@ -4,13 +4,15 @@
 #include <functional>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 /// The hash of a map from texts that is searched by `std::string_view`, without making a string:
 ///
 ///     std::unordered_map<std::string, Value, TextHash, std::equal_to<>> map;
 ///     map.find(std::string_view("key"));
-struct TextHash {
+struct VXPRIVACY_EXPORT TextHash {
     /// Says to the map that it may search without a `std::string`.
     using is_transparent = void;
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 
 namespace vx {
@@ -16,7 +17,7 @@ namespace vx {
 /// fresh builder's fields are zero, empty or false. Operations keep a copy of what they are given;
 /// setting a field again replaces it. The values come from documents and from the application and
 /// may be anything: what a field cannot hold is for the library to leave out. Application's thread.
-class CoreStringBuilder {
+class VXPRIVACY_EXPORT CoreStringBuilder {
 public:
     /// IAB identifiers, in any order; one may occur twice.
     using Identifiers = std::span<const std::int32_t>;

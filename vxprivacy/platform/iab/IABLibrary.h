@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 #include "vxprivacy/platform/iab/CoreStringBuilder.h"
@@ -30,7 +31,7 @@ using ExplicitRestrictions = OrderedDictionary<OrderedDictionary<std::string>>;
 ///
 /// What it stores during a save becomes durable with the save when it stores through the module's
 /// `KeyValueStore`: the engine calls it within the save's transaction.
-class IABLibrary {
+class VXPRIVACY_EXPORT IABLibrary {
 public:
     virtual ~IABLibrary();
 

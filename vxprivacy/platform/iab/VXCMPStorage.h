@@ -3,13 +3,14 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
 
 namespace vx {
 
 /// The IAB library's storage of TC data: hands its calls to the door `IABLibrary`. Where the
 /// library is absent they do nothing. Application's thread.
-class VXCMPStorage {
+class VXPRIVACY_EXPORT VXCMPStorage {
 public:
     /// Whether the library is there at this moment. The engine asks at start-up and keeps the
     /// answer.

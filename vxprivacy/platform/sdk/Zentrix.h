@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 /// The door to the tag SDK. It receives consent as permanent data: pairs that it attaches to every
@@ -14,7 +16,7 @@ namespace vx {
 /// `kVXNotification_StartingTheSDK`, nor after `kVXNotification_StoppingTheSDK` until the next
 /// start. Permanent data comes in either state, and anew at every start-up: the SDK need not store
 /// it.
-class Zentrix {
+class VXPRIVACY_EXPORT Zentrix {
 public:
     virtual ~Zentrix();
 

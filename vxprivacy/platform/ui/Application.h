@@ -2,11 +2,13 @@
 
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 /// The door to the running application, as far as a screen needs it. Called on the user-interface
 /// thread, from within a tap; it must not throw.
-class Application {
+class VXPRIVACY_EXPORT Application {
 public:
     virtual ~Application();
 
@@ -22,10 +24,10 @@ public:
 ///     isURL("https://example.com/a?b=1");   // true
 ///     isURL("javascript:alert(1)");         // true: whom to trust is the application's question
 ///     isURL("a b");                         // false
-bool isURL(std::string_view text);
+VXPRIVACY_EXPORT bool isURL(std::string_view text);
 
 /// Hands `address` to the application behind the door; does nothing when it is no URL, or when no
 /// application is there.
-void openURL(std::string_view address);
+VXPRIVACY_EXPORT void openURL(std::string_view address);
 
 } // namespace vx

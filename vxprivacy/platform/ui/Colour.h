@@ -1,9 +1,11 @@
 #pragma once
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 /// A colour; every component from 0 to 1. As it stands it is opaque black.
-struct Colour {
+struct VXPRIVACY_EXPORT Colour {
     double red = 0;   ///< sRGB
     double green = 0; ///< sRGB
     double blue = 0;  ///< sRGB

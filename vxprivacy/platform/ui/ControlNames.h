@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/GridPlan.h"
 #include "vxprivacy/platform/ui/Label.h"
 #include "vxprivacy/platform/ui/View.h"
@@ -13,7 +14,7 @@ namespace vx {
 ///
 ///     const ControlNames names = controlNames(plan, item, nullptr);
 ///     names.text();   // "Copper Kettle: Consent"
-struct ControlNames {
+struct VXPRIVACY_EXPORT ControlNames {
     /// Of its row: for what it is. Null where it belongs to no row.
     Label* title = nullptr;
     /// Beside it: what it is, where rows have several. Without `title` also the one below it, or
@@ -31,9 +32,10 @@ struct ControlNames {
 /// Those of `control`, an item of the plan of its container. `following` is what stands right after
 /// the container in the plan that has it, for a description may stand below both; null: nothing. Of
 /// a button `title` alone is looked for: it says itself what it does. Good until the tree changes.
-ControlNames controlNames(const GridPlan& plan, const GridPlan::Item& control, View* following);
+VXPRIVACY_EXPORT ControlNames controlNames(const GridPlan& plan, const GridPlan::Item& control,
+                                           View* following);
 
 /// The row that `view` or the nearest view around it belongs to; null: none.
-const Row* rowOf(const View& view);
+VXPRIVACY_EXPORT const Row* rowOf(const View& view);
 
 } // namespace vx

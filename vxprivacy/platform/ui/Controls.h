@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/Label.h"
 #include "vxprivacy/platform/ui/View.h"
 
@@ -21,7 +22,7 @@ namespace vx {
 ///     touch(*consent);        // off now, and `note` is called
 ///
 /// A control owns its actions. One that keeps a `shared_ptr` to its own control keeps it for ever.
-class Control : public View {
+class VXPRIVACY_EXPORT Control : public View {
 public:
     /// `action` is called when the user lifts the finger inside the control, on the user-interface
     /// thread, after those added before it. There is no way to take it off again.
@@ -38,7 +39,7 @@ private:
 };
 
 /// A control with a title that does something when it is touched.
-class Button : public Control {
+class VXPRIVACY_EXPORT Button : public Control {
 public:
     Kind kind() const override { return Kind::Button; }
 
@@ -95,7 +96,7 @@ private:
 ///
 /// It does not stretch: where it has more room than it needs it stands at the trailing edge, in the
 /// middle of the height.
-class Switch : public Control {
+class VXPRIVACY_EXPORT Switch : public Control {
 public:
     Kind kind() const override { return Kind::Switch; }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/GridPlan.h"
 
 namespace vx {
@@ -13,7 +14,7 @@ namespace vx {
 /// work of `gridPlan`, which fills this in; docs/layout.md has the rules.
 ///
 /// Children go by their number, from 0, in the order of the subviews.
-struct GridAxis {
+struct VXPRIVACY_EXPORT GridAxis {
     /// What the rules say of one child.
     struct Child {
         /// Gap to the container's edge, in points, where a rule holds the child to it.

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/View.h"
 
 namespace vx {
@@ -13,7 +14,7 @@ namespace vx {
 ///
 /// A title that fills what a switch beside it leaves ("H:|[title]-[switch]|") becomes two columns.
 /// The first fills; the second is as wide as its content, with a gap of 8 points before it.
-struct GridPlan {
+struct VXPRIVACY_EXPORT GridPlan {
     /// Where an item stands in its tracks when it is smaller than they are. Start is left or top,
     /// right in a script that runs from there.
     enum class Alignment { Start, Centre, End, Stretch };

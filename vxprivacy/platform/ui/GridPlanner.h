@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/GridPlan.h"
 #include "vxprivacy/platform/ui/View.h"
 
@@ -13,6 +14,6 @@ namespace vx {
 /// each subview. `screenWidth`, in points, is the width that metrics were computed from; 0 when it
 /// is not known, then widths given by metrics are left out. Time: n log n in subviews and
 /// constraints. The plan points into the tree: use it before the tree changes.
-GridPlan gridPlan(const View& container, double screenWidth);
+VXPRIVACY_EXPORT GridPlan gridPlan(const View& container, double screenWidth);
 
 } // namespace vx

@@ -7,12 +7,13 @@
 #include <utility>
 
 #include "vxprivacy/platform/foundation/CodePoints.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/View.h"
 
 namespace vx {
 
 /// How letters look.
-struct Font {
+struct VXPRIVACY_EXPORT Font {
     /// A face ("TrebuchetMS-Bold"), or "system" for the platform's own.
     std::string name = "system";
     double size = 17; ///< points
@@ -22,7 +23,7 @@ struct Font {
 
 /// A piece of text that the user reads. Plain text: a host shows every character as it is and takes
 /// nothing in it for markup.
-class Label : public View {
+class VXPRIVACY_EXPORT Label : public View {
 public:
     /// `Natural`: as the user's language runs. `Justified`: both edges straight.
     enum class Alignment { Natural, Justified };

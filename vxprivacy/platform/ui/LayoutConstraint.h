@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx {
 
 class View;
@@ -11,7 +13,7 @@ class View;
 /// One rule of a layout: first item's attribute, relation, second item's attribute plus constant.
 /// In "H:[title]-8-[switch]" it says that the switch's leading edge equals the title's trailing
 /// edge plus 8. Made by `constraintsWithVisualFormat` and then only read.
-struct LayoutConstraint {
+struct VXPRIVACY_EXPORT LayoutConstraint {
     /// Leading is the edge where a line of text begins, trailing the one where it ends.
     // Screens have tens of thousands of constraints: their members are small and lie close.
     enum class Attribute : std::uint8_t {
@@ -45,7 +47,7 @@ struct LayoutConstraint {
 
 /// What a visual-format string describes, with the string itself, for whoever wants to see what a
 /// screen is made of.
-struct VisualFormat {
+struct VXPRIVACY_EXPORT VisualFormat {
     std::string text; ///< the string
     /// Sum of alignment options (VisualFormat.h); 0: none.
     int options = 0;

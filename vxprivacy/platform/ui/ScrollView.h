@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/View.h"
 
 namespace vx {
@@ -7,7 +8,7 @@ namespace vx {
 class ScrollView;
 
 /// Hears of a scroll view's movements, on the user-interface thread.
-class ScrollViewDelegate {
+class VXPRIVACY_EXPORT ScrollViewDelegate {
 public:
     virtual ~ScrollViewDelegate();
 
@@ -18,7 +19,7 @@ public:
 };
 
 /// A view whose content may be larger than itself. The content is its subviews; the user moves it.
-class ScrollView : public View {
+class VXPRIVACY_EXPORT ScrollView : public View {
 public:
     /// How far the content is moved: points from its top left corner to the view's.
     struct Offset {

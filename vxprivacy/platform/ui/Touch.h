@@ -1,5 +1,6 @@
 #pragma once
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/View.h"
 
 namespace vx {
@@ -10,10 +11,10 @@ class Switch;
 /// a button that is enabled calls its actions, any other view that takes taps is tapped at its
 /// first character. A view whose controller is gone does nothing. The way of hosts and tests; a
 /// screen never calls it.
-void touch(View& view);
+VXPRIVACY_EXPORT void touch(View& view);
 
 /// The same for a user who saw the switch and wants it to stand like that: it is set, and calls its
 /// actions also when it stood so already, for what it carries may stand otherwise.
-void touch(Switch& control, bool wanted);
+VXPRIVACY_EXPORT void touch(Switch& control, bool wanted);
 
 } // namespace vx

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/Colour.h"
 #include "vxprivacy/platform/ui/LayoutConstraint.h"
 
@@ -15,7 +16,7 @@ class Label;
 class View;
 
 /// What became of a view since a host last looked.
-struct ViewChange {
+struct VXPRIVACY_EXPORT ViewChange {
     /// `Properties`: what the view itself says, its subviews apart. `State`: of this only whether a
     /// switch is on, or how many a label counts. `Subviews`: those, or the constraints on them.
     /// `Scrolling`: where the content of a scroll view stands, and nothing that is painted.
@@ -28,7 +29,7 @@ struct ViewChange {
 
 /// What belongs together on a screen, whichever views it lies in: a title with its switch, text and
 /// link. For those who do not see it.
-struct Row {
+struct VXPRIVACY_EXPORT Row {
     /// The label that names it. A switch or button whose own text is the same in every row is told
     /// apart by this.
     std::weak_ptr<Label> title;
@@ -48,7 +49,7 @@ struct Row {
 /// A view must be made with `std::make_shared`. It owns its subviews; it does not own the view it
 /// is in. It lays out and paints nothing itself: a host reads the tree and `gridPlan`. All of it is
 /// used on the user-interface thread. To set a property to the value it has is no change.
-class View : public std::enable_shared_from_this<View> {
+class VXPRIVACY_EXPORT View : public std::enable_shared_from_this<View> {
 public:
     /// The classes of views.
     enum class Kind { View, Label, Button, Switch, Scroll };

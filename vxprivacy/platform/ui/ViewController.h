@@ -3,16 +3,17 @@
 #include <memory>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/View.h"
 
 namespace vx {
 
 class NavigationController;
-class TabBarController;
+class VXPRIVACY_EXPORT TabBarController;
 class ViewController;
 
 /// Hears that a controller took itself away: the application's.
-class ViewControllerDelegate {
+class VXPRIVACY_EXPORT ViewControllerDelegate {
 public:
     virtual ~ViewControllerDelegate();
 
@@ -37,7 +38,7 @@ public:
 /// The views call back into the controller while it lives; from then on they call nobody, so that a
 /// host may still show them. What stands around a controller is plain state, kept by either side
 /// and undone when one of them ends; it shows nothing by itself.
-class ViewController {
+class VXPRIVACY_EXPORT ViewController {
 public:
     ViewController() = default;
     virtual ~ViewController();
@@ -102,7 +103,7 @@ private:
 ///     navigation.pushViewController(home);
 ///     navigation.pushViewController(center);
 ///     navigation.popViewController(true);   // center is gone, its delegate heard of it
-class NavigationController : public ViewController {
+class VXPRIVACY_EXPORT NavigationController : public ViewController {
 public:
     ~NavigationController() override;
 
@@ -125,6 +126,6 @@ private:
 };
 
 /// Controllers side by side, of which a bar chooses one.
-class TabBarController : public ViewController {};
+class VXPRIVACY_EXPORT TabBarController : public ViewController {};
 
 } // namespace vx

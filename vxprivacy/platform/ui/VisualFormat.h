@@ -3,6 +3,7 @@
 #include <memory>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/OrderedDictionary.h"
 #include "vxprivacy/platform/ui/View.h"
 
@@ -32,8 +33,8 @@ inline constexpr int kAlignAllCentreY = 1024;
 /// is in none, gives no constraint at all and one log line at level 4 with the string and the
 /// place. A chain without a view ("V:|-|", "V:|-10-|") gives none either, and is no fault. Time:
 /// the length of the string. `views` owns; the constraints only point.
-VisualFormat constraintsWithVisualFormat(std::string_view format, int options,
-                                         const MetricsDictionary& metrics,
-                                         const ViewsDictionary& views);
+VXPRIVACY_EXPORT VisualFormat constraintsWithVisualFormat(std::string_view format, int options,
+                                                          const MetricsDictionary& metrics,
+                                                          const ViewsDictionary& views);
 
 } // namespace vx

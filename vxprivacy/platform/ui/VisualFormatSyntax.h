@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/ui/LayoutConstraint.h"
 
 namespace vx {
@@ -16,7 +17,7 @@ namespace vx {
 ///
 /// "|-|", the superview held to itself, has no items. "H:|-[a(20)]" has the items "|" and "a". "|"
 /// has one gap, of 8; "a" has one size, of 20.
-struct VisualFormatSyntax {
+struct VXPRIVACY_EXPORT VisualFormatSyntax {
     /// A number as written, or the name of a metric or view.
     using Operand = std::variant<double, std::string_view>;
 
@@ -48,12 +49,13 @@ struct VisualFormatSyntax {
 };
 
 /// Why a string is no visual format, as far as its first fault.
-struct VisualFormatError {
+struct VXPRIVACY_EXPORT VisualFormatError {
     std::string reason;    ///< for the log: "a number is missing"
     std::size_t place = 0; ///< characters from the start of the string
 };
 
 /// Takes `format` apart, or says why it cannot. Throws nothing. Time: the length of the string.
-std::variant<VisualFormatSyntax, VisualFormatError> parseVisualFormat(std::string_view format);
+VXPRIVACY_EXPORT std::variant<VisualFormatSyntax, VisualFormatError>
+parseVisualFormat(std::string_view format);
 
 } // namespace vx

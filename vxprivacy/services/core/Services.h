@@ -8,6 +8,7 @@
 #include <string>
 
 #include "vxprivacy/platform/core/Runtime.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/services/core/Status.h"
 
 namespace vx::services {
@@ -15,10 +16,10 @@ namespace vx::services {
 /// The hosts that are used unless an application names its own: two examples, which resolve
 /// nowhere, and none for the vendor list. The IAB's own host is for servers; applications may not
 /// load from it.
-Hosts defaultHosts();
+VXPRIVACY_EXPORT Hosts defaultHosts();
 
 /// What an application decides about its services. Only `store` must be given.
-struct Settings {
+struct VXPRIVACY_EXPORT Settings {
     /// The SQLite file of choices, waiting beacons and offline documents. It is made, with its
     /// directory, when it is not there, and only this user may read it. It must not be a link. A
     /// damaged file or another program's is renamed, and an empty one is begun. While the file
@@ -69,7 +70,7 @@ struct Settings {
 /// Without libcurl nothing is downloaded or posted, and all else works.
 ///
 /// The SDK identifier of this installation is a random UUID under "VXSDKIdentifier" in the store.
-class Services {
+class VXPRIVACY_EXPORT Services {
 public:
     /// Opens the store and reads it.
     explicit Services(Settings settings);

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx::services {
 
 /// Where a document came from that is in use.
@@ -17,7 +19,7 @@ enum class Origin {
 
 /// How the services are at one moment. Times are milliseconds since 1970, UTC; problems are one
 /// line each, in English, and empty where there is none.
-struct Status {
+struct VXPRIVACY_EXPORT Status {
     /// Of one registered configuration file.
     struct Document {
         std::string name;                ///< of the configuration file: "privacy"

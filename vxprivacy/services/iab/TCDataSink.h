@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx::services {
 
 /// Takes the stored TC data a second time, key by key and in the IAB's types, for an application
@@ -11,7 +13,7 @@ namespace vx::services {
 /// Called inside the save, for each key after the store's own write of it, and at start-up for all
 /// keys, so that a mirror that missed a write, or a save that never became durable, is mended.
 /// Nothing here may throw, or call the module. Application's thread.
-class TCDataSink {
+class VXPRIVACY_EXPORT TCDataSink {
 public:
     virtual ~TCDataSink();
 

@@ -8,6 +8,7 @@
 
 #include "vxprivacy/platform/core/Doors.h"
 #include "vxprivacy/platform/core/KeyValueStore.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
 #include "vxprivacy/services/iab/TCDataSink.h"
@@ -33,7 +34,7 @@ struct PublisherRules;
 /// What it writes goes into the store's open transaction, so it becomes durable with the save that
 /// it belongs to. Values that a field cannot hold are left out and logged at level 4. Nothing
 /// throws. Application's thread.
-class TCFLibrary : public IABLibrary {
+class VXPRIVACY_EXPORT TCFLibrary : public IABLibrary {
 public:
     /// What an application decides about its strings.
     using Settings = TCFSettings;

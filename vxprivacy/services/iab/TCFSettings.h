@@ -6,6 +6,7 @@
 #include <string>
 
 #include "vxprivacy/platform/core/Doors.h"
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/platform/iab/IABLibrary.h"
 
@@ -21,7 +22,7 @@ enum class TCFProfile {
 
 /// What an application decides; what does not say "in either profile" holds in
 /// the profile `InForce` alone.
-struct TCFSettings {
+struct VXPRIVACY_EXPORT TCFSettings {
     /// By which rules the strings are made.
     TCFProfile profile = TCFProfile::Specified;
     /// Of the law that counts, ISO 3166-1 alpha-2: "FR". What is no two letters becomes "AA",

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "vxprivacy/platform/foundation/Export.h"
 #include "vxprivacy/platform/foundation/NotificationCenter.h"
 #include "vxprivacy/platform/foundation/TextHash.h"
 #include "vxprivacy/platform/sdk/Zentrix.h"
@@ -20,7 +21,7 @@ namespace vx::services {
 ///
 ///     TagSDK sdk(center, [](const TagSDK::Hit& hit) { send(hit); });
 ///     sdk.accept("page=home");   // false: dropped, nobody consented yet
-class TagSDK : public Zentrix, private NotificationObserver {
+class VXPRIVACY_EXPORT TagSDK : public Zentrix, private NotificationObserver {
 public:
     /// What goes with every hit, by key.
     using PermanentData = std::unordered_map<std::string, std::string, TextHash, std::equal_to<>>;
