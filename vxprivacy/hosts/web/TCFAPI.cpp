@@ -24,8 +24,8 @@ std::string_view eventStatusOf(TCFEvent event) {
 
 // Safe in a script wherever that stands, in markup too.
 std::string scriptLiteral(std::string_view text) {
-    using Json = nlohmann::json;
-    std::string literal = Json(text).dump(-1, ' ', true, Json::error_handler_t::replace);
+    std::string literal =
+        nlohmann::json(text).dump(-1, ' ', true, nlohmann::json::error_handler_t::replace);
     for (std::size_t at = 0; (at = literal.find('<', at)) != std::string::npos;)
         literal.replace(at, 1, "\\u003c");
     return literal;

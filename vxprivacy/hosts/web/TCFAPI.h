@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "vxprivacy/platform/foundation/Export.h"
+
 namespace vx::web {
 
 /// What the privacy center does, as the pages of an application's own web views hear of it: the
@@ -24,11 +26,12 @@ enum class TCFEvent {
 /// `inAppTCData` is what `services::inAppTCData` gives, and `event` what the center did last; both
 /// are part of the script, so a web view is given another when they change. docs/web-views.md has
 /// the whole of it. A text that is no such data tells pages nothing. Any thread.
-std::string tcfAPIScript(std::string_view inAppTCData, TCFEvent event = TCFEvent::Loaded);
+VXPRIVACY_EXPORT std::string tcfAPIScript(std::string_view inAppTCData,
+                                          TCFEvent event = TCFEvent::Loaded);
 
 /// The JavaScript expression that tells a page in which the script has run what is so from now on:
 /// for the web view to evaluate at each change. Where the script has not run it does nothing.
 /// Any thread.
-std::string tcfAPIUpdate(std::string_view inAppTCData, TCFEvent event);
+VXPRIVACY_EXPORT std::string tcfAPIUpdate(std::string_view inAppTCData, TCFEvent event);
 
 } // namespace vx::web

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "vxprivacy/platform/core/KeyValueStore.h"
+#include "vxprivacy/platform/foundation/Export.h"
 
 namespace vx::services {
 
@@ -14,6 +15,6 @@ namespace vx::services {
 /// there is no string. A store may hold anything: what is absent or damaged is left out. Of a
 /// damaged string nothing is told. No character of the text needs to be escaped but quotes.
 /// Nothing throws. Application's thread.
-std::string inAppTCData(const KeyValueStore& store);
+VXPRIVACY_EXPORT std::string inAppTCData(const KeyValueStore& store);
 
 } // namespace vx::services
