@@ -90,7 +90,7 @@ public:
         gtk_box_pack_start(GTK_BOX(box_), pageOf(surface), TRUE, TRUE, 0);
         g_signal_connect(window_, "delete-event", G_CALLBACK(closed), nullptr);
     }
-    ~Window() { gtk_widget_destroy(window_); }
+    ~Window() override { gtk_widget_destroy(window_); }
 
     // The center of the categories has no button to save, and may be left without deciding.
     void addSaveBar(const std::string& save, const std::string& leave) {
