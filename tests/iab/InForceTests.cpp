@@ -35,7 +35,8 @@ constexpr std::string_view kList = R"({
         "4": {"id": 4, "name": "Interest", "legIntPurposes": [7], "flexiblePurposes": [7]},
         "5": {"id": 5, "name": "Rigid", "purposes": [7], "legIntPurposes": [2]},
         "6": {"id": 6, "name": "Deleted", "purposes": [1], "legIntPurposes": [2],
-              "specialPurposes": [1], "deletedDate": "2024-01-31T00:00:00Z"}}})";
+              "specialPurposes": [1], "deletedDate": "2024-01-31T00:00:00Z"},
+        "06": {"id": 6, "name": "Again", "purposes": [1], "specialPurposes": [1]}}})";
 
 TCFLibrary::Settings inForce() {
     return {.profile = TCFProfile::InForce,
@@ -101,6 +102,19 @@ TEST(InForce, TakesEachFieldFromItsSource) {
     EXPECT_EQ(application.stored("UseNonStandardTexts"), "0");
     EXPECT_EQ(application.stored("UseNonStandardStacks"), "absent");
     EXPECT_EQ(application.library.getCreatedDate(), "1699920000");
+}
+
+TEST(InForce, KnowsCountries) {
+    const std::pair<std::string, std::string> cases[] = {{"fr", "FR"},  {"ZZ", "AA"}, {"", "AA"},
+                                                         {"FRA", "AA"}, {"F ", "AA"}, {"AA", "AA"}};
+    for (const auto& [country, written] : cases) {
+        TCFLibrary::Settings settings = inForce();
+        settings.publisherCountry = country;
+        tests::IABApplication application({}, settings);
+        EXPECT_EQ(saved(application, everything("1")).publisherCC, written) << country;
+        EXPECT_EQ(application.stored("PublisherCC"), written);
+        EXPECT_EQ(application.lines.size(), written == "FR" ? 0u : 1u) << country;
+    }
 }
 
 TEST(InForce, KnowsAnObjectionFromALegitimateInterestThatLeavesNoChoice) {

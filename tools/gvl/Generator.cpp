@@ -95,7 +95,9 @@ JSON urls(const std::string& host, Chance& chance) {
     JSON urls = JSON::array();
     for (const std::string language : {"en", "de", "fr", "es"})
         if (language == "en" || chance.percent(15)) {
-            const std::string folder = language == "en" ? host : host + '/' + language;
+            std::string folder = host;
+            if (language != "en")
+                folder.append("/").append(language);
             urls.push_back({{"langId", language}, {"privacy", folder + "/privacy"}});
             if (chance.percent(80))
                 urls.back()["legIntClaim"] = folder + "/legitimate-interest";

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 
-#include "tools/tc/Countries.h"
+#include "vxprivacy/services/iab/Countries.h"
 #include "vxprivacy/services/iab/Decoder.h"
 #include "vxprivacy/services/iab/InForceRules.h"
 
@@ -151,7 +151,7 @@ void Checker::purposes() {
 }
 
 void Checker::country() {
-    if (kCountries.find(' ' + model_.publisherCC) == std::string_view::npos)
+    if (!isCountry(model_.publisherCC))
         find("country", "Core.PublisherCC",
              '"' + model_.publisherCC + "\" is no country of ISO 3166-1",
              formats("The Core String") + ", PublisherCC");

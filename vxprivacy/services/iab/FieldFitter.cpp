@@ -2,11 +2,14 @@
 
 #include <algorithm>
 
+#include "vxprivacy/services/iab/Countries.h"
 #include "vxprivacy/services/iab/Layout.h"
 
 namespace vx::services::tcf {
 
 namespace {
+
+constexpr const char* kNoLetters = "AA";
 
 constexpr std::uint64_t greatestIn(unsigned width) {
     return (std::uint64_t{1} << width) - 1;
@@ -14,6 +17,12 @@ constexpr std::uint64_t greatestIn(unsigned width) {
 
 char upperCase(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+std::string inUpperCase(std::string_view text) {
+    std::string upper(text);
+    std::ranges::transform(upper, upper.begin(), upperCase);
+    return upper;
 }
 
 bool isUpperCase(char c) {
@@ -44,12 +53,19 @@ std::uint64_t FieldFitter::time(std::string_view field, std::int64_t seconds) co
 }
 
 std::string FieldFitter::letters(std::string_view field, std::string_view value) const {
-    std::string upper(value);
-    std::ranges::transform(upper, upper.begin(), upperCase);
+    std::string upper = inUpperCase(value);
     if (upper.size() == 2 && std::ranges::all_of(upper, isUpperCase))
         return upper;
     leftOut(field, "\"" + std::string(value) + "\"");
-    return "AA";
+    return kNoLetters;
+}
+
+std::string FieldFitter::country(std::string_view field, std::string_view value) const {
+    std::string upper = inUpperCase(value);
+    if (upper.size() == 2 && isCountry(upper))
+        return upper;
+    leftOut(field, "\"" + std::string(value) + "\", which is no country");
+    return kNoLetters;
 }
 
 } // namespace vx::services::tcf

@@ -20,6 +20,8 @@ public:
     std::uint64_t time(std::string_view field, std::int64_t seconds) const;
     /// Two letters in either case, in upper case.
     std::string letters(std::string_view field, std::string_view value) const;
+    /// The same of a country's code, of ISO 3166-1.
+    std::string country(std::string_view field, std::string_view value) const;
     /// Logs that `field` cannot hold `what`.
     void leftOut(std::string_view field, const std::string& what) const;
 

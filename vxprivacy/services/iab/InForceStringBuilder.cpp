@@ -57,7 +57,7 @@ TCModel InForceStringBuilder::model(bool withPublisherTC) const {
                   .tcfPolicyVersion = shown_.list.policyVersion,
                   .isServiceSpecific = true, // formats, IsServiceSpecific: always 1
                   .useNonStandardStacks = settings_.nonStandardTexts,
-                  .publisherCC = fitter_.letters("PublisherCC", settings_.publisherCountry),
+                  .publisherCC = fitter_.country("PublisherCC", settings_.publisherCountry),
                   .publisherRestrictions = inForce(rules_.encoded, shown_.list)};
     fillIn(choice_, shown_.vendors, shown_.list, model);
     if (withPublisherTC)

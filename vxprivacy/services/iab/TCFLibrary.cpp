@@ -106,6 +106,8 @@ void TCFLibrary::saveConsentString(std::string_view consent) {
 
 void TCFLibrary::setDisclosedVendors(CoreStringBuilder::Identifiers vendors,
                                      const JSONValue& vendorList) {
+    if (!inForce())
+        return;
     disclosed_ = std::make_unique<Disclosed>();
     disclosed_->vendorList = vendorList;
     for (std::int32_t vendor : vendors)

@@ -25,8 +25,8 @@ enum class TCFProfile {
 struct VXPRIVACY_EXPORT TCFSettings {
     /// By which rules the strings are made.
     TCFProfile profile = TCFProfile::Specified;
-    /// Of the law that counts, ISO 3166-1 alpha-2: "FR". What is no two letters becomes "AA",
-    /// unknown, and is logged.
+    /// Of the law that counts, ISO 3166-1 alpha-2: "FR". What is no such code becomes "AA",
+    /// unknown, and is logged with each string: validators object to it.
     std::string publisherCountry = "AA";
     /// 2 to 4095, as the IAB gave it to the application; with any other there is no string.
     std::int32_t cmpID = kCMPID;

@@ -50,8 +50,8 @@ void addVendor(const JSONValue& record, Purposes known, VendorList& list) {
             vendor.hasSpecialPurposes = !value.elements().empty();
         else if (name == "deletedDate")
             isDeleted = true;
-    if (vendor.id == 0)
-        return;
+    if (vendor.id == 0 || list.live.contains(vendor.id) || list.deleted.contains(vendor.id))
+        return; // of two that claim one ID the first counts
     vendor.consent &= known;
     vendor.legitimateInterest &= known;
     vendor.flexible &= known;

@@ -39,7 +39,7 @@ struct ListedVendor {
 /// "Consent string and vendor list formats").
 struct VendorList {
     /// From the list's document. What it lacks, or what no field of a TC string can hold, is 0 or
-    /// left out.
+    /// left out; of two vendors with one ID the second is.
     static VendorList of(const JSONValue& document);
 
     std::uint32_t format = 0;

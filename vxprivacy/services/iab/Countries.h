@@ -1,8 +1,9 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
-namespace vx::tools::tc {
+namespace vx::services::tcf {
 
 /// The officially assigned codes of ISO 3166-1 alpha-2, each behind a blank.
 inline constexpr std::string_view kCountries =
@@ -16,4 +17,9 @@ inline constexpr std::string_view kCountries =
     " TH TJ TK TL TM TN TO TR TT TV TW TZ UA UG UM US UY UZ VA VC VE VG VI VN VU WF WS YE YT ZA ZM"
     " ZW";
 
-} // namespace vx::tools::tc
+/// Whether the two letters are one of them.
+inline bool isCountry(std::string_view code) {
+    return kCountries.find(std::string(" ").append(code)) != std::string_view::npos;
+}
+
+} // namespace vx::services::tcf
