@@ -3,8 +3,10 @@ import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
 import { readFile } from "node:fs/promises";
 import { TCString } from "../tcf/node_modules/@iabtechlabtcf/core/lib/mjs/index.js";
+import { Codec } from "../tcf/codec.mjs";
 import { closeBrowser, expectStates, listOfFormat3 } from "./browser.mjs";
 import { expectSound, failuresButRefusals, happened, openStudio, showColumn } from "./studio.mjs";
+import * as webview from "./webview.mjs";
 
 after(closeBrowser);
 
@@ -179,6 +181,12 @@ test("with the framework in force the string says whom the user was shown, and i
   for (const path of ["privacy", "legitimate-interest", "device-storage.json"])
     await center(page).getByText(`https://adquarry.example/${path}`).waitFor();
   await expectSound(page, 1280);
+  const codec = new Codec();
+  t.after(() => codec.close());
+  const toldOf = async (event) =>
+    codec.ask({ event, store: Object.fromEntries((await stateOf(page)).store) });
+  const { page: article } = await webview.webView(t, (await toldOf("cmpuishown")).script);
+  await webview.call(article, "addEventListener", 2);
   await center(page).getByRole("switch", { name: "AdQuarry: Consent", exact: true }).click();
   await center(page).getByRole("button", { name: "Purposes" }).click();
   for (const purpose of ["Keep and read information on this device", "Choose articles and videos by what you see"])
@@ -199,12 +207,18 @@ test("with the framework in force the string says whom the user was shown, and i
   assert.deepEqual(idsOf(model.vendorsDisclosed), shown);
   assert.deepEqual([...store.IABTCF_DisclosedVendors].flatMap((bit, index) => (bit === "1" ? [index + 1] : [])), shown);
 
+  await article.evaluate((await toldOf("useractioncomplete")).update);
+  const [[before], [heard]] = (await webview.heard(article))[0];
+  assert.deepEqual([before.eventStatus, before.tcString], ["cmpuishown", ""]);
+  assert.deepEqual([heard.eventStatus, heard.tcString], ["useractioncomplete", store.IABTCF_TCString]);
+  assert.deepEqual(webview.idsOf(heard.vendor.disclosedVendors), shown);
+
   await page.getByRole("switch", { name: /^Framework in force/ }).click();
   await page.getByText("Running, launch 3").waitFor();
   await page.getByRole("button", { name: "Refuse all" }).click();
   await panel(page).getByText("0 with consent, 0 with legitimate interest, of 39").waitFor();
-  const before = Object.fromEntries((await stateOf(page)).store);
-  assert.deepEqual([TCString.decode(before.IABTCF_TCString).policyVersion, before.IABTCF_DisclosedVendors], [2, undefined]);
+  const specified = Object.fromEntries((await stateOf(page)).store);
+  assert.deepEqual([TCString.decode(specified.IABTCF_TCString).policyVersion, specified.IABTCF_DisclosedVendors], [2, undefined]);
   assert.deepEqual(page.failures, []);
 });
 

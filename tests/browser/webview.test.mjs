@@ -9,7 +9,8 @@ import { TCString } from "../tcf/node_modules/@iabtechlabtcf/core/lib/mjs/index.
 import { Codec } from "../tcf/codec.mjs";
 import { randomChoice, randomList } from "../tcf/inforce.mjs";
 import { Random } from "../tcf/random.mjs";
-import { closeBrowser, open } from "./browser.mjs";
+import { closeBrowser } from "./browser.mjs";
+import { call, heard, idsOf, webView } from "./webview.mjs";
 
 const stub = await readFile(createRequire(import.meta.url).resolve("@iabtechlabtcf/stub"), "utf8");
 const codec = new Codec();
@@ -23,36 +24,7 @@ before(start);
 after(closeBrowser);
 after(() => codec.close());
 
-const site = "https://app.test/";
-const html = (body, headers) => ({ contentType: "text/html", body, headers });
-
-/// A page under a strict policy, which runs `scripts` before its own, with frames of two other
-/// origins, one of them opaque.
-async function webView(t, ...scripts) {
-  const page = await open(t, "about:blank");
-  await page.route(site, (route) => route.fulfill(html(
-    `<!doctype html><title>Article</title><p>Text</p><iframe src="https://ads.test/"></iframe>
-     <iframe sandbox="allow-scripts" src="https://ads.test/"></iframe>`,
-    { "Content-Security-Policy": "default-src 'none'; frame-src https://ads.test" })));
-  await page.route("https://ads.test/", (route) => route.fulfill(html("<!doctype html><p>Ad</p>")));
-  for (const script of scripts) await page.addInitScript(script);
-  await page.goto(site);
-  return { page, frames: page.frames().filter((frame) => frame.url() === "https://ads.test/") };
-}
-
-/// Calls __tcfapi and collects what it answers, as [first, second] of each call of the callback.
-function call(page, ...given) {
-  return page.evaluate(([command, version, parameter]) => {
-    const answers = [];
-    globalThis.heard ??= [];
-    heard.push(answers);
-    __tcfapi(command, version, (...answer) => answers.push(answer), parameter);
-    return answers;
-  }, given);
-}
-const heard = (page) => page.evaluate(() => heard);
-
-/// The same by a message from a frame, as an object or as text; resolves once there is an answer.
+/// Calls __tcfapi by a message from a frame, as an object or as text; resolves once there is an answer.
 function post(frame, callId, command, version, parameter, asText = false) {
   return frame.evaluate(([call, asText]) => new Promise((done) => {
     globalThis.returns ??= [];
@@ -68,7 +40,6 @@ function post(frame, callId, command, version, parameter, asText = false) {
 const returned = (frame, count) => frame.waitForFunction(
   (count) => globalThis.returns.length >= count && globalThis.returns, count).then((h) => h.jsonValue());
 
-const idsOf = (flags) => Object.entries(flags).filter(([, is]) => is).map(([id]) => Number(id));
 const setOf = (vector) => [...vector].filter(([, is]) => is).map(([id]) => id);
 
 /// What the IAB's library reads in the string, in the words of TCData.

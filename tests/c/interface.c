@@ -175,6 +175,13 @@ static void test_iab(vx_settings* settings) {
     CHECK(vx_vendor_accepted(module, 1015, &vendor) == VX_OK && vendor == 1);
     CHECK(vx_stored_text(module, "IABTCF_TCString", 15, &text, &length) == VX_OK && length > 40);
     vx_free(text);
+    CHECK(vx_tcfapi_script(module, VX_TCF_LOADED, &text, &length) == VX_OK);
+    CHECK(strstr(text, "\\\"gdprApplies\\\":1") && strstr(text, ",\"tcloaded\");"));
+    vx_free(text);
+    CHECK(vx_tcfapi_update(module, VX_TCF_CENTER_SHOWN, &text, &length) == VX_OK);
+    CHECK(strstr(text, ",\"cmpuishown\");") == text + length - 15);
+    vx_free(text);
+    CHECK(vx_tcfapi_update(module, 0, &text, &length) == VX_INVALID_ARGUMENT);
     vx_destroy(module);
 }
 

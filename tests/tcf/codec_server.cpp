@@ -1,8 +1,8 @@
 // Encodes and decodes TC strings for the tests in JavaScript: for each line of standard input,
 // {"encode":MODEL} or {"decode":TEXT}, one line {"text":...}, {"model":...} or {"error":...}. Of
 // the profile in force: {"list":TEXT,"cmpID":...} chooses the vendor list, and for {"choice":...}
-// there is the string with its findings. {"event":NAME} asks for what the application's own web
-// views are given then: the script and the update.
+// there is the string with its findings. {"event":NAME} asks for what the application's own
+// web views are given then, script and update, by its store or by the entries {"store":...}.
 
 #include <iostream>
 #include <optional>
@@ -77,15 +77,7 @@ public:
                 {"findings", vx::tools::tc::asJSON(vx::tools::tc::check(text, lists))}};
     }
 
-    JSON toldToPages(const std::string& name) const {
-        using vx::web::TCFEvent;
-        const TCFEvent event = name == "cmpuishown"           ? TCFEvent::CenterShown
-                               : name == "useractioncomplete" ? TCFEvent::UserActionComplete
-                                                              : TCFEvent::Loaded;
-        const std::string data = vx::services::inAppTCData(store_);
-        return {{"script", vx::web::tcfAPIScript(data, event)},
-                {"update", vx::web::tcfAPIUpdate(data, event)}};
-    }
+    const vx::KeyValueStore& store() const { return store_; }
 
 private:
     void log(std::string_view message, int) override { std::cerr << message << '\n'; }
@@ -95,6 +87,16 @@ private:
     vx::services::TCFLibrary library_;
 };
 
+JSON toldToPages(const std::string& name, const vx::KeyValueStore& store) {
+    using vx::web::TCFEvent;
+    const TCFEvent event = name == "cmpuishown"           ? TCFEvent::CenterShown
+                           : name == "useractioncomplete" ? TCFEvent::UserActionComplete
+                                                          : TCFEvent::Loaded;
+    const std::string data = vx::services::inAppTCData(store);
+    return {{"script", vx::web::tcfAPIScript(data, event)},
+            {"update", vx::web::tcfAPIUpdate(data, event)}};
+}
+
 JSON answerTo(const JSON& request, std::optional<InForce>& inForce) {
     if (request.contains("encode"))
         return encoded(request["encode"]);
@@ -102,8 +104,10 @@ JSON answerTo(const JSON& request, std::optional<InForce>& inForce) {
         return decoded(request["decode"].get<std::string>());
     if (request.contains("choice"))
         return inForce->saved(request["choice"]);
+    if (request.contains("store"))
+        return toldToPages(request["event"], vx::recording::MemoryStore(request["store"]));
     if (request.contains("event"))
-        return inForce->toldToPages(request["event"]);
+        return toldToPages(request["event"], inForce->store());
     inForce.emplace(request);
     return JSON::object();
 }

@@ -235,6 +235,26 @@ enum {
 
 VX_API vx_result vx_center_close(vx_center* center, vx_closing closing);
 
+/* For pages in the application's own web views, whose scripts ask __tcfapi for the consent of IAB
+   mode. docs/web-views.md says what the web view does with these, and what pages hear. Not within a
+   save, which has not stored everything yet. */
+
+/** What the privacy center does. */
+typedef int vx_tcf_event;
+enum {
+    VX_TCF_LOADED = 1,              /**< it is not shown; for whatever else has changed */
+    VX_TCF_CENTER_SHOWN = 2,        /**< it is shown, first or again */
+    VX_TCF_USER_ACTION_COMPLETE = 3 /**< the user's choice was saved */
+};
+
+/** To be run at the start of each page from now on; VX_TCF_CENTER_SHOWN while the center is on the
+    screen, else VX_TCF_LOADED. */
+VX_API vx_result vx_tcfapi_script(vx_module* module, vx_tcf_event event, char** script,
+                                  size_t* length);
+/** To be evaluated in the page that is shown. */
+VX_API vx_result vx_tcfapi_update(vx_module* module, vx_tcf_event event, char** script,
+                                  size_t* length);
+
 /* What pages need beside their own; part of the library, as long as it is loaded. */
 
 /** The file of that number, from 0; no more files: VX_INVALID_ARGUMENT. The name ("surface.css")
