@@ -1,5 +1,5 @@
-# Installs the list of parts that the package was built with, as SPDX 2.3, in share/doc/vxprivacy. Versions are
-# those found here; one that a library does not tell is left out.
+# Installs the list of parts that the package was built with and of its files, as SPDX 2.3, in share/doc/vxprivacy.
+# Versions are those found here; one that a library does not tell is left out.
 
 # vxprivacy_part(NAME LICENCE RELATION VERSION): DEPENDS_ON what is linked or loaded, CONTAINS what is compiled
 # in from headers.
@@ -60,6 +60,7 @@ function(vxprivacy_find_parts)
     endif()
 endfunction()
 
+# To be called after all else that is installed.
 function(vxprivacy_install_parts_list)
     vxprivacy_find_parts()
     get_property(parts GLOBAL PROPERTY VXPRIVACY_PARTS)
@@ -67,6 +68,7 @@ function(vxprivacy_install_parts_list)
     string(UUID number NAMESPACE 6ba7b811-9dad-11d1-80b4-00c04fd430c8 TYPE SHA1
         NAME "${PROJECT_VERSION}${parts}")
     set(file ${PROJECT_BINARY_DIR}/vxprivacy.spdx.json)
+    set(list ${CMAKE_INSTALL_DATADIR}/doc/vxprivacy/vxprivacy.spdx.json)
     file(WRITE ${file}.in "{
   \"spdxVersion\": \"SPDX-2.3\",
   \"dataLicense\": \"CC0-1.0\",
@@ -83,21 +85,27 @@ function(vxprivacy_install_parts_list)
       \"SPDXID\": \"SPDXRef-VXPrivacy\",
       \"versionInfo\": \"${PROJECT_VERSION}\",
       \"downloadLocation\": \"NOASSERTION\",
-      \"filesAnalyzed\": false,
+      \"packageVerificationCode\": {
+        \"packageVerificationCodeValue\": \"@verification@\",
+        \"packageVerificationCodeExcludedFiles\": [\"./${list}\"]
+      },
       \"licenseDeclared\": \"Apache-2.0\"
     }${parts}
+  ],
+  \"files\": [@files@
   ],
   \"relationships\": [
     {
       \"spdxElementId\": \"SPDXRef-DOCUMENT\",
       \"relationshipType\": \"DESCRIBES\",
       \"relatedSpdxElement\": \"SPDXRef-VXPrivacy\"
-    }${relations}
+    }${relations}@contains@
   ]
 }
 ")
     # The time is that of the installation, or SOURCE_DATE_EPOCH's.
     install(CODE "
+        include(\"${CMAKE_CURRENT_FUNCTION_LIST_DIR}/InstalledFiles.cmake\")
         string(TIMESTAMP created \"%Y-%m-%dT%H:%M:%SZ\" UTC)
         string(TIMESTAMP number \"%s\" UTC)
         configure_file(\"${file}.in\" \"${file}\" @ONLY)"
