@@ -50,3 +50,31 @@ test("large letters leave room for the list in a low window, and go without a tr
     assert.equal(await stacked(), before, screen);
   }
 });
+
+test("from right to left, justified texts begin at the right too, and English hints end with their full stop", async (t) => {
+  const page = await open(t, await serve(t, sampleIn("ar"), "ar", ...listsIn("ar")));
+  for await (const screen of iabScreens(page)) {
+    const amiss = await page.evaluate(() => {
+      const range = document.createRange();
+      const beginsAtTheLeft = (text) => {
+        range.selectNodeContents(text);
+        const lines = [...range.getClientRects()];
+        const bottom = Math.max(...lines.map((line) => line.bottom));
+        const begin = Math.max(...lines.map((line) => line.bottom === bottom ? line.right : 0));
+        return begin < text.getBoundingClientRect().right - 12 - parseFloat(getComputedStyle(text).paddingRight);
+      };
+      const placeOf = (text, index) => {
+        range.setStart(text.firstChild, index);
+        range.setEnd(text.firstChild, index + 1);
+        return range.getBoundingClientRect().left;
+      };
+      const endsAtTheLeft = (text) =>
+        text.checkVisibility() && placeOf(text, text.textContent.length - 1) <= placeOf(text, 0);
+      const justified = [...document.querySelectorAll(".label")]
+        .filter((each) => getComputedStyle(each).textAlign === "justify" && each.textContent);
+      return [...justified.filter(beginsAtTheLeft), ...[...document.querySelectorAll("p.hint, .hint p")].filter(endsAtTheLeft)]
+        .map(({ textContent }) => textContent);
+    });
+    assert.deepEqual(amiss, [], screen);
+  }
+});
