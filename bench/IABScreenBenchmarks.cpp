@@ -99,13 +99,14 @@ void showVendors(benchmark::State& state, const std::string& vendorList) {
         state.PauseTiming();
         auto center = std::make_unique<Center>();
         load(*center, First::PopUp);
-        const auto before = center->vendorContentView(); // which does not go meanwhile
+        auto before = center->vendorContentView(); // which does not go meanwhile
         state.ResumeTiming();
         center->displayVendorList();
         auto surface = std::make_unique<web::WebSurface>(center->view());
         benchmark::DoNotOptimize(surface->render());
         state.PauseTiming();
         surface.reset();
+        before.reset();
         center.reset();
         tidyUpHeap();
         state.ResumeTiming();

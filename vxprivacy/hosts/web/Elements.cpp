@@ -30,6 +30,11 @@ std::shared_ptr<View> Elements::view(std::string_view id) const {
     return element && element->id() == id ? element->view.lock() : nullptr;
 }
 
+std::shared_ptr<View> Elements::view(unsigned number) const {
+    const Element* element = find(number);
+    return element ? element->view.lock() : nullptr;
+}
+
 void Elements::forgetGone() {
     for (auto& block : blocks_) {
         if (!block)

@@ -24,6 +24,8 @@ struct Element {
     unsigned title = 0;
     unsigned text = 0;
     unsigned description = 0;
+    /// The element of the label that stands right after it in its container. 0: none.
+    unsigned following = 0;
     /// Whether the label that names it counts switches.
     bool counts = false;
     /// The item of a list; a row of several views has an element of its own for that.
@@ -39,8 +41,6 @@ struct Element {
     std::string_view grid;
     /// What its container says of its height.
     Height height;
-    /// The label that stands right after it in its container.
-    std::weak_ptr<View> following;
 };
 
 /// The elements of a page, each with an id that stays while its view lives.
@@ -50,6 +50,8 @@ public:
     Element& of(View& view);
     /// The view of the element with this id; null when there is none (any more).
     std::shared_ptr<View> view(std::string_view id) const;
+    /// The same by its number.
+    std::shared_ptr<View> view(unsigned number) const;
     /// Drops the elements whose views are gone.
     void forgetGone();
 

@@ -11,6 +11,10 @@ namespace {
 // Few enough that little is laid out in vain, enough that a browser has few runs to watch.
 constexpr std::size_t kRowsOfRun = 10;
 
+bool isSame(const std::weak_ptr<Label>& one, const std::weak_ptr<Label>& other) {
+    return !one.owner_before(other) && !other.owner_before(one);
+}
+
 } // namespace
 
 bool isItemAlone(const GridPlan& plan, std::size_t index) {
@@ -20,8 +24,8 @@ bool isItemAlone(const GridPlan& plan, std::size_t index) {
     const auto belongs = [&](std::size_t other) {
         const Row* neighbour =
             other < plan.items.size() ? plan.items[other].view->row().get() : nullptr;
-        return neighbour && (neighbour == row || (!row->title.expired() &&
-                                                  neighbour->section.lock() == row->title.lock()));
+        return neighbour && (neighbour == row ||
+                             (isSame(neighbour->section, row->title) && !row->title.expired()));
     };
     return !belongs(index - 1) && !belongs(index + 1); // before the first one stands none
 }

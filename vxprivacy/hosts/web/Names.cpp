@@ -44,7 +44,7 @@ std::string descriptionsOf(const Element& control) {
 }
 
 void nameControls(Elements& elements, View& container, const GridPlan& plan) {
-    const auto following = elements.of(container).following.lock();
+    const auto following = elements.view(elements.of(container).following);
     for (const auto& item : plan.items) {
         const View::Kind kind = item.view->kind();
         if (kind != View::Kind::Switch && kind != View::Kind::Button)

@@ -123,7 +123,8 @@ std::string document(const Page& page) {
     const std::string end = after.end("div").end("main").end("html").take() + "\n";
     std::string text = "<!doctype html>\n" + before.take();
     text.reserve(text.size() + page.screen.size() + end.size());
-    return text.append(page.screen).append(end);
+    text.append(page.screen).append(end);
+    return text;
 }
 
 } // namespace vx::web

@@ -238,9 +238,9 @@ void Painter::place(Element& element, const GridPlan& plan, std::size_t index, b
     element.placement = styles_.keep(placement(plan, plan.items[index], stack, height));
     element.height = heightOf(plan, index);
     element.isListItem = stack && isItemAlone(plan, index);
-    element.following.reset();
+    element.following = 0;
     if (index + 1 < plan.items.size() && isText(*plan.items[index + 1].view))
-        element.following = plan.items[index + 1].view->weak_from_this();
+        element.following = elements_.of(*plan.items[index + 1].view).number;
 }
 
 } // namespace vx::web

@@ -16,6 +16,8 @@ struct Found {
     std::optional<Colour> ground;
     std::optional<Colour> line;
     std::optional<Colour> accent;
+
+    bool isComplete() const { return text && ground && line && accent; }
 };
 
 void keepFirst(std::optional<Colour>& found, const std::optional<Colour>& colour) {
@@ -24,6 +26,8 @@ void keepFirst(std::optional<Colour>& found, const std::optional<Colour>& colour
 }
 
 void collect(const View& view, Found& found) {
+    if (found.isComplete())
+        return;
     keepFirst(found.line, view.border().colour);
     visit(view,
           Overloaded{[&](const Label& label) { keepFirst(found.text, label.textColor()); },

@@ -90,7 +90,8 @@ std::string formatted(std::string_view format, std::initializer_list<FormatArgum
             ++next;
         format.remove_prefix(replaced ? placeholder.length : 1);
     }
-    return text.append(format);
+    text.append(format);
+    return text;
 }
 
 std::string numberedKey(std::string_view prefix, std::int32_t number) {
@@ -98,7 +99,8 @@ std::string numberedKey(std::string_view prefix, std::int32_t number) {
     char* end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
     std::string key;
     key.reserve(prefix.size() + sizeof digits);
-    return key.append(prefix).append(std::begin(digits), end);
+    key.append(prefix).append(std::begin(digits), end);
+    return key;
 }
 
 std::vector<std::string_view> split(std::string_view text, char separator) {

@@ -170,9 +170,12 @@ void placeLooseRows(GridAxis::Result& rows) {
 // Goes through the rows from the top, knowing which columns are taken.
 bool anyShareASpot(const std::vector<GridPlan::Item>& items) {
     std::vector<const GridPlan::Item*> beginning;
+    beginning.reserve(items.size());
     for (const auto& item : items)
         beginning.push_back(&item);
-    std::ranges::sort(beginning, {}, [](const auto* item) { return item->row.first; });
+    const auto first = [](const auto* item) { return item->row.first; };
+    if (!std::ranges::is_sorted(beginning, {}, first)) // most are, and the sort takes long
+        std::ranges::sort(beginning, {}, first);
     const auto reachesInto = [](const auto* item, const auto* next) {
         return next->row.first < item->row.last;
     };

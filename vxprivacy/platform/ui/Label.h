@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -63,27 +64,45 @@ public:
     Alignment alignment() const { return alignment_; }
     void setAlignment(Alignment alignment) { set(alignment_, alignment); }
     /// Absent unless told otherwise. It stays where it is when the text changes.
-    const std::optional<Link>& link() const { return link_; }
-    void setLink(const std::optional<Link>& link) { set(link_, link); }
+    const std::optional<Link>& link() const { return additions().link; }
+    void setLink(const std::optional<Link>& link) {
+        if (link != this->link())
+            set(ownAdditions().link, link);
+    }
     /// The rank of a heading: 1 for that of the screen, 2 of a section, 3 of an item; 0: a text.
     std::int32_t headingLevel() const { return headingLevel_; }
     void setHeadingLevel(std::int32_t level) { set(headingLevel_, level); }
     /// Absent where there is nothing to count. A host shows it beside the text.
-    const std::optional<Count>& count() const { return count_; }
+    const std::optional<Count>& count() const { return additions().count; }
     void setCount(const Count& count) {
-        set(count_, std::optional(count),
-            count_ ? ViewChange::What::State : ViewChange::What::Properties);
+        set(ownAdditions().count, std::optional(count),
+            this->count() ? ViewChange::What::State : ViewChange::What::Properties);
     }
 
 private:
+    // What few labels have, of the thousands that a screen has.
+    struct Additions {
+        std::optional<Link> link;
+        std::optional<Count> count;
+    };
+
+    const Additions& additions() const {
+        static const Additions none;
+        return additions_ ? *additions_ : none;
+    }
+    Additions& ownAdditions() {
+        if (!additions_)
+            additions_ = std::make_unique<Additions>();
+        return *additions_;
+    }
+
     std::string text_;
     std::optional<Font> font_;
     std::optional<Colour> colour_;
     std::int32_t lines_ = 1;
     Alignment alignment_ = Alignment::Natural;
-    std::optional<Link> link_;
     std::int32_t headingLevel_ = 0;
-    std::optional<Count> count_;
+    std::unique_ptr<Additions> additions_;
 };
 
 } // namespace vx
