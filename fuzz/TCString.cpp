@@ -1,4 +1,5 @@
 // Any text is a TC string or none; what is read from one is written, and read again, as the same.
+// Whatever a store holds, what pages are told of it is JSON.
 
 #include <algorithm>
 #include <cstddef>
@@ -7,8 +8,11 @@
 #include <string>
 #include <variant>
 
+#include "vxprivacy/platform/foundation/JSONValue.h"
 #include "vxprivacy/services/iab/Decoder.h"
 #include "vxprivacy/services/iab/Encoder.h"
+#include "vxprivacy/services/iab/InAppTCData.h"
+#include "vxprivacy/testing/MemoryStore.h"
 
 namespace {
 
@@ -27,6 +31,13 @@ void check(std::string_view text) {
     } else if (std::get<TCError>(result).bit > 6 * text.size()) {
         std::abort();
     }
+    const std::string stored(text);
+    const vx::recording::MemoryStore store({{"IABTCF_TCString", stored},
+                                            {"IABTCF_CmpSdkID", stored},
+                                            {"IABTCF_gdprApplies", stored},
+                                            {"IABTCF_AddtlConsent", stored}});
+    if (!vx::JSONValue::parse(vx::services::inAppTCData(store)).isObject())
+        std::abort();
 }
 
 } // namespace

@@ -102,16 +102,17 @@ function expectShape(value, shape, place) {
 
 const steps = (answers) => answers.map(([data]) => data.eventStatus);
 
-for (const withStub of [false, true])
-  test(`a page and its frames hear a choice, ${withStub ? "with" : "without"} the IAB's stub`, async (t) => {
+for (const order of ["without the IAB's stub", "behind the IAB's stub", "before the IAB's stub"])
+  test(`a page and its frames hear a choice, ${order}`, async (t) => {
     await start();
     const { script } = await told("tcloaded");
-    const { page, frames } = await webView(t, ...(withStub ? [stub] : [script]));
+    const { page, frames } = await webView(t,
+      ...(order.startsWith("without") ? [script] : order.startsWith("behind") ? [stub] : [script, stub]));
     const [frame, opaque] = frames;
     await call(page, "ping", 2);
     await call(page, "addEventListener", 2);
     await call(page, "removeEventListener", 1, 1);
-    if (withStub) {
+    if (order.startsWith("behind")) {
       assert.equal((await heard(page))[0][0][0].cmpStatus, "stub");
       await page.evaluate(script);
       await page.evaluate(script);

@@ -2,7 +2,9 @@
 
 #include "vxprivacy/hosts/web/TCFAPI.h"
 
-using namespace vx::web;
+using vx::web::tcfAPIScript;
+using vx::web::tcfAPIUpdate;
+using vx::web::TCFEvent;
 
 TEST(TCFAPI, PutsAnyTextIntoAScript) {
     const std::string update = tcfAPIUpdate("\"</script>\\\u2028\n\xFF", TCFEvent::CenterShown);

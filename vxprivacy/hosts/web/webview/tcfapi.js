@@ -9,8 +9,7 @@
     } catch { /* no platform at all */ }
     return !loaded;
   };
-  const found = window.__tcfapi;
-  if (window.__vxTCFAPI || window.parent !== window || (found && !isStub(found))) return;
+  if (window.__vxTCFAPI || window.parent !== window) return;
 
   const listenersOfAFrame = 1000; // at most; a page's own scripts may have any number
   const listeners = new Map(); // by their numbers
@@ -134,6 +133,20 @@
     else call(callback, null, false);
   }
 
+  // In a stub's place, whether it came before or after. Whether there is no other platform.
+  function takeOver() {
+    const found = window.__tcfapi;
+    if (found === api) return true;
+    if (found && !isStub(found)) return false;
+    let queue = [];
+    try {
+      queue = found?.() ?? [];
+    } catch { /* no stub */ }
+    window.__tcfapi = api;
+    if (Array.isArray(queue)) for (const asked of queue) answer(...Array.from(asked ?? []).slice(0, 4));
+    return true;
+  }
+
   function callIn(data) {
     if (typeof data !== "string") return data?.__tcfapiCall;
     if (!data.includes("__tcfapiCall")) return undefined;
@@ -156,7 +169,7 @@
   function hearFrame(event) {
     const asked = callIn(event.data);
     const { source, origin } = event;
-    if (typeof asked !== "object" || !asked || window.__tcfapi !== api) return;
+    if (typeof asked !== "object" || !asked || !takeOver()) return;
     const { command, version, parameter, callId } = asked;
     if (!source || !["string", "number"].includes(typeof callId)) return;
     const target = origin.startsWith("http") ? origin : "*"; // no other origin can be named
@@ -198,17 +211,14 @@
     tcData = tcDataOf(stored);
     const isNews = isOther || isShownAnew || event === "useractioncomplete";
     for (const [id, { isTold }] of [...listeners]) if (isNews || !isTold) tell(id);
+    takeOver();
   }
 
-  let queue = [];
-  try {
-    queue = found?.() ?? [];
-  } catch { /* no stub */ }
-  window.__tcfapi = api;
+  if (!takeOver()) return;
+  document.addEventListener("DOMContentLoaded", takeOver);
   window.addEventListener("message", hearFrame);
   Object.defineProperty(window, "__vxTCFAPI", { value: Object.freeze({ update }) });
   if (!addLocator())
     new MutationObserver((_, observer) => addLocator() && observer.disconnect())
       .observe(document, { childList: true, subtree: true });
-  if (Array.isArray(queue)) for (const asked of queue) api(...Array.from(asked ?? []));
 })();
