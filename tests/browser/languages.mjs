@@ -1,7 +1,7 @@
 // The sample configuration of the IAB center, with texts in further languages.
 import { existsSync } from "node:fs";
 import { readFile } from "node:fs/promises";
-import { iabSample, vendorList } from "./browser.mjs";
+import { iabSample, listOfFormat3, vendorList } from "./browser.mjs";
 
 const texts = {
   el: {
@@ -68,8 +68,10 @@ export function sampleIn(language) {
 }
 
 /// What is to be given to `serve` for the IAB center in a language: the published translation of
-/// purposes and features, where VXPRIVACY_DATA has it.
+/// purposes and features, where VXPRIVACY_DATA has it. In German there is a list of format 3, of
+/// which more is shown.
 export function listsIn(language) {
+  if (language === "de") return [listOfFormat3, listOfFormat3.replace("vendor-list", "purposes-de")];
   const published = `${process.env.VXPRIVACY_DATA}/gvl/purposes-${language}.json`;
   return existsSync(published) ? [vendorList, published] : [vendorList];
 }
