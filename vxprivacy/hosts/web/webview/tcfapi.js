@@ -13,7 +13,7 @@
 
   const listenersOfAFrame = 1000; // at most; a page's own scripts may have any number
   const listeners = new Map(); // by their numbers
-  const counts = new WeakMap(); // of the listeners of each frame
+  const numbersOf = new WeakMap(); // of the listeners of each frame, the oldest first
   let told; // the text of the last update
   let stored = {}; // InAppTCData, or a part of it
   let gdprApplies; // does not become unknown again while a page is shown
@@ -77,8 +77,7 @@
   }
 
   function forget(id) {
-    const listener = listeners.get(id);
-    if (listener?.frame) counts.set(listener.frame, counts.get(listener.frame) - 1);
+    numbersOf.get(listeners.get(id)?.frame)?.delete(id);
     return listeners.delete(id);
   }
 
@@ -97,12 +96,17 @@
     return high * 2 ** 21 + (low >>> 11) + 1;
   }
 
+  // A frame that shows one advertisement after the other never ends the listeners of those before.
+  function noteNumber(frame, id) {
+    const numbers = numbersOf.get(frame) ?? new Set();
+    numbersOf.set(frame, numbers.add(id));
+    if (numbers.size > listenersOfAFrame) forget(numbers.values().next().value);
+  }
+
   function listen(callback, frame, once) {
-    const count = counts.get(frame) ?? 0;
-    if (count >= listenersOfAFrame) return call(callback, null, false);
-    if (frame) counts.set(frame, count + 1);
     const id = newNumber();
     listeners.set(id, { callback, frame, once, isTold: false });
+    if (frame) noteNumber(frame, id);
     tell(id);
   }
 
