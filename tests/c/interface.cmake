@@ -1,4 +1,4 @@
-# Runs PROGRAM with two directories of packaged documents, one for each mode.
+# Runs the programs in C with two directories of packaged documents, one for each mode.
 cmake_policy(VERSION 3.23)
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${SOURCE_DIR}/examples/embedding/resources/privacy.json DESTINATION ${WORK}/category)

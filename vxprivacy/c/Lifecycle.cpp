@@ -23,7 +23,6 @@ vx_result vx_create(const vx_settings* settings, vx_module** module) {
         const vx_settings& given = handles<vx_settings>()[settings];
         require(!given.services.store.empty(), VX_INVALID_ARGUMENT);
         vx_module*& handle = outOf(module);
-        require(handles<vx_module>().empty(), VX_WRONG_STATE);
         handle = handles<vx_module>().add(std::make_unique<vx_module>(given));
     });
 }

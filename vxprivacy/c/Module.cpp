@@ -43,10 +43,6 @@ vx_module::vx_module(const vx_settings& given)
 
 vx_module::~vx_module() = default;
 
-void vx_module::onItsThread() const {
-    require(std::this_thread::get_id() == thread_, VX_WRONG_THREAD);
-}
-
 void vx_module::start() {
     vx::VXMobilePrivacy& engine = vx::VXMobilePrivacy::sharedInstance();
     engine.registerCallback(std::make_shared<Callbacks>(*this));
@@ -74,9 +70,7 @@ void vx_module::openURL(std::string_view address) {
 namespace vx::c {
 
 vx_module& asked(vx_module* handle) {
-    vx_module& module = handles<vx_module>()[handle];
-    module.onItsThread();
-    return module;
+    return handles<vx_module>()[handle];
 }
 
 vx_module& started(vx_module* handle) {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
 
 #include "vxprivacy/c/Guard.h"
 #include "vxprivacy/c/Settings.h"
@@ -29,6 +29,18 @@ struct Hook {
     void* context = nullptr;
 };
 
+/// There is one of these at a time; the second one throws `Misuse`. Any thread.
+class OnlyOne {
+public:
+    OnlyOne() { require(!taken_.exchange(true), VX_WRONG_STATE); }
+    ~OnlyOne() { taken_ = false; }
+    OnlyOne(const OnlyOne&) = delete;
+    OnlyOne& operator=(const OnlyOne&) = delete;
+
+private:
+    inline static std::atomic<bool> taken_ = false;
+};
+
 } // namespace vx::c
 
 /// The services, the runtime on them and who hears of it.
@@ -37,8 +49,6 @@ public:
     explicit vx_module(const vx_settings& given);
     ~vx_module() override;
 
-    /// Throws `Misuse` on another thread than the one that made it.
-    void onItsThread() const;
     void start();
 
     /// Calls the application: until that returns, it may ask the module and do nothing else.
@@ -52,6 +62,10 @@ public:
     }
     bool calling() const { return calling_ > 0; }
 
+private:
+    const vx::c::OnlyOne onlyOne_{}; // first: it is free when all else has ended
+
+public:
     const vx_settings settings;
     vx::c::Hook<vx_event_function> onEvent;
     vx::c::Hook<vx_open_function> onOpen;
@@ -67,7 +81,6 @@ private:
     void log(std::string_view line, int level) override;
     void openURL(std::string_view address) override;
 
-    std::thread::id thread_ = std::this_thread::get_id();
     int calling_ = 0;
     vx::services::Services services_;
     vx::KeyValueStore& store_;

@@ -28,9 +28,9 @@
  *   that `length` does not count; it is the caller's, who gives it to vx_free.
  * - A handle that was never made, or is gone, is an error and not a crash, as long as no new one
  *   stands at its address.
- * - All is called on the thread that called vx_create, the application's, but for vx_free,
- *   vx_result_text and what tells of static files, which any thread may call. Nothing waits for the
- *   network. A choice is durable when the function that saves it returns.
+ * - All, settings too, is called on the thread that calls vx_create, the application's, but for
+ *   vx_free, vx_result_text and what tells of static files, which any thread may call. Nothing
+ * waits for the network. A choice is durable when the function that saves it returns.
  * - Functions of the application's are called on that thread too, in the middle of something, but
  *   for the wake-up. They may ask the module (vx_must_ask, vx_category_accepted and the like);
  *   whatever else they call answers VX_WRONG_STATE. They must not unwind past their end, by longjmp
@@ -63,7 +63,7 @@ enum {
     VX_OK = 0,
     VX_INVALID_ARGUMENT = 1, /**< a null pointer, a number out of range, a text that is not UTF-8 */
     VX_INVALID_HANDLE = 2,   /**< a handle that is null, gone or of another kind */
-    VX_WRONG_THREAD = 3,     /**< not the thread that called vx_create */
+    VX_WRONG_THREAD = 3,     /**< not the thread that made what the handle is of */
     VX_WRONG_STATE = 4, /**< too early, too late, or from within a function of the application's */
     VX_NO_MEMORY = 5,
     VX_FAILED = 6 /**< anything else; the log says more */
