@@ -1,6 +1,7 @@
 // Any vendor list, configured vendors and publisher restrictions, from registration over accept-all
 // and refuse-all and every control of a screen, which the input's length chooses, to the TC string,
-// which must be one that can be read again.
+// which must be one that can be read again. A list of format 3 meets the framework in force, which
+// may refuse to make one.
 
 #include <variant>
 #include <vector>
@@ -18,10 +19,17 @@ namespace {
 using namespace vx;
 using fuzz::require;
 
-void requireReadable(const recording::Event& event) {
-    if (const auto text = event.find("tc"); text != event.end())
+void requireReadable(const recording::Event& event, services::TCFProfile profile) {
+    const auto text = event.find("tc");
+    if (text != event.end() && (profile == services::TCFProfile::Specified || *text != ""))
         require(std::holds_alternative<services::tcf::TCModel>(
             services::tcf::decode(text->get<std::string>())));
+}
+
+services::TCFProfile profileFor(const std::string& list) {
+    const JSONValue format = JSONValue::parse(list)["gvlSpecificationVersion"];
+    return format.integerValue() == 3 ? services::TCFProfile::InForce
+                                      : services::TCFProfile::Specified;
 }
 
 void askForLists() {
@@ -76,13 +84,15 @@ void touchScreen(std::size_t which) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto [list, vendors, restrictions] = fuzz::parts<3>(fuzz::text(data, size));
     const recording::Event configuration = {{"information", {{"vendors", vendors}}}};
+    const services::TCFProfile profile = profileFor(list);
     recording::World world(
         {.files = {{"vendor-list", list},
                    {"privacy",
                     configuration.dump(-1, ' ', true, recording::Event::error_handler_t::replace)},
                    {"VXIABPublisherRestrictions", restrictions}},
-         .iab = true},
-        requireReadable);
+         .iab = true,
+         .tcf = {.profile = profile, .publisherCountry = "FR"}},
+        [profile](const recording::Event& event) { requireReadable(event, profile); });
     world.engine().setSiteID(12, 5);
     world.engine().useCustomPublisherRestrictions();
     world.engine().setGeneratePublisherTC(true);
