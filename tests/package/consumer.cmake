@@ -9,13 +9,24 @@ function(run)
     execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-# build_and_run(PROJECT FOLDER): the project's executable has its name.
-function(build_and_run project folder)
+# build_project(PROJECT FOLDER)
+function(build_project project folder)
     set(build "${work}/build of ${project}")
     run(${CMAKE_COMMAND} -S "${SOURCE_DIR}/${folder}" -B "${build}" -G Ninja
         "-DCMAKE_PREFIX_PATH=${work}/moved" -DCMAKE_BUILD_TYPE=Debug)
     run(${CMAKE_COMMAND} --build "${build}")
-    run(${CMAKE_COMMAND} -E chdir "${work}" "${build}/${project}")
+endfunction()
+
+# build_and_run(PROJECT FOLDER): the project's executable has its name.
+function(build_and_run project folder)
+    build_project(${project} ${folder})
+    run(${CMAKE_COMMAND} -E chdir "${work}" "${work}/build of ${project}/${project}")
+endfunction()
+
+# Runs a program that is to be the one of the README.
+function(run_readme program)
+    run(${CMAKE_COMMAND} "-DPROGRAM=${work}/${program}" "-DWORK=${work}/run"
+        -P "${SOURCE_DIR}/examples/embedding/run.cmake")
 endfunction()
 
 run(${CMAKE_COMMAND} --install "${BINARY_DIR}" --prefix "${work}/installed")
@@ -64,6 +75,9 @@ endif()
 build_and_run(consumer examples/consumer)
 build_and_run(testing examples/testing)
 build_and_run(application tests/package/application)
+run_readme("build of application/readme")
+build_project(in_c tests/package/in_c)
+run_readme("build of in_c/in_c")
 
 # build_by_pkg_config(PROGRAM COMPILER SOURCE MODULE...)
 find_program(PKG_CONFIG pkg-config REQUIRED)
@@ -79,11 +93,10 @@ endfunction()
 
 cmake_path(GET modules PARENT_PATH libraries)
 set(ENV{LD_LIBRARY_PATH} "${libraries}")
-build_by_pkg_config("by pkg-config" "${CXX};-std=c++20" examples/consumer/main.cpp vxprivacy-services)
-run(${CMAKE_COMMAND} -E chdir "${work}" "./by pkg-config")
+build_by_pkg_config("by pkg-config" "${CXX};-std=c++20" examples/embedding/main.cpp vxprivacy-services)
+run_readme("by pkg-config")
 build_by_pkg_config("in C" ${CC} examples/c/main.c vxprivacy-c)
-run(${CMAKE_COMMAND} "-DPROGRAM=${work}/in C" "-DWORK=${work}/c run"
-    -P "${SOURCE_DIR}/examples/embedding/run.cmake")
+run_readme("in C")
 
 # A shared library shows what the installed headers declare: no class of its inside, nothing of the libraries in it.
 file(GLOB shared "${libraries}/libvxprivacy_*.so")

@@ -6,7 +6,7 @@ function(run)
 endfunction()
 
 run(${CMAKE_COMMAND} -S ${CMAKE_CURRENT_LIST_DIR}/fetched -B ${WORK}/build -G Ninja
-    -DVXPRIVACY_SOURCE=${SOURCE_DIR} -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0)
+    -DFETCHCONTENT_SOURCE_DIR_VXPRIVACY=${SOURCE_DIR} -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0)
 run(${CMAKE_COMMAND} --build ${WORK}/build --target fetched)
 run(${CMAKE_COMMAND} --install ${WORK}/build --prefix ${WORK}/installed)
 run(${CMAKE_COMMAND} -E chdir ${WORK} installed/bin/fetched)

@@ -182,14 +182,15 @@ def lists():
 
 
 def examples_in_docs():
-    """Every block of code in the documentation stands, letter for letter, in an example that is compiled or run."""
-    suffixes = {"cpp": ".cpp", "c": ".c", "python": ".py"}
+    """Every block of code in the documentation stands, letter for letter, in what is compiled or run."""
+    suffixes = {"cpp": ".cpp", "c": ".c", "python": ".py", "cmake": "CMakeLists.txt"}
     for page in [ROOT / "README.md", *sorted((ROOT / "docs").glob("*.md"))]:
-        for language, block in re.findall(r"^```(cpp|c|python)\n(.*?)^```",
+        for language, block in re.findall(r"^```(cpp|c|python|cmake)\n(.*?)^```",
                                           page.read_text(encoding="utf-8"), re.M | re.S):
-            examples = (ROOT / "examples").rglob("*" + suffixes[language])
+            folder = "tests/package" if language == "cmake" else "examples"
+            examples = (ROOT / folder).rglob("*" + suffixes[language])
             if not any(block in example.read_text(encoding="utf-8") for example in examples):
-                yield f"{page.name}: not in examples/:\n{block}"
+                yield f"{page.name}: not in {folder}/:\n{block}"
 
 
 def prose(page):
