@@ -5,7 +5,7 @@ import { readFile } from "node:fs/promises";
 import { TCString } from "../tcf/node_modules/@iabtechlabtcf/core/lib/mjs/index.js";
 import { Codec } from "../tcf/codec.mjs";
 import { closeBrowser, expectStates, listOfFormat3 } from "./browser.mjs";
-import { expectSound, failuresButRefusals, happened, openStudio, showColumn } from "./studio.mjs";
+import { expectSameWhenOpened, expectSound, failuresButRefusals, happened, openStudio, showColumn } from "./studio.mjs";
 import * as webview from "./webview.mjs";
 
 after(closeBrowser);
@@ -130,6 +130,7 @@ test("the panel says what a save changed", async (t) => {
   await compare.getByRole("row", { name: "PRIVACY_CONSENT none 0" }).waitFor();
   await compare.getByLabel("From").selectOption({ index: await compare.getByLabel("From").locator("option").count() - 1 });
   await compare.getByText("Nothing differs.").waitFor();
+  await expectSameWhenOpened(page);
   assert.deepEqual(page.failures, []);
 });
 
@@ -266,6 +267,7 @@ test("killed with the popup open, the application still asks", async (t) => {
   const page = await openPanel(t);
   await killWhile(page, "Popup", (screen) => screen.getByRole("button", { name: "Refuse all" }).waitFor());
   await page.getByText("First start: no choice was ever made.").waitFor();
+  await expectSameWhenOpened(page);
 });
 
 test("killed with the vendors half edited, the application keeps what was saved", async (t) => {

@@ -67,3 +67,26 @@ export async function showColumn(page, name) {
   const button = page.getByRole("navigation", { name: "Shown" }).getByRole("button", { name });
   if (await button.isVisible()) await button.click();
 }
+
+const isStep = (line) => line !== "" && !line.startsWith("#");
+const isQuestion = (line) => ["store", "sdkData", "screen", "model"].includes(JSON.parse(line).do);
+
+/** The studio's session, exported, opened in its page and run, is exported as the same steps; then all is as it was. */
+export async function expectSameWhenOpened(page) {
+  const ask = async (path) => (await page.request.get(new URL(path, page.url()).href)).text();
+  const storeOf = async () => JSON.parse(await ask("/api/state")).application.store;
+  const steps = async () => (await ask("/api/session")).split("\n").filter(isStep);
+  const deeds = (steps) => steps.filter((line) => !isQuestion(line));
+  const [script, store, before] = [await ask("/api/session"), await storeOf(), await steps()];
+  await page.locator("#session-file").setInputFiles({ name: "session.jsonl", mimeType: "text/plain", buffer: Buffer.from(script) });
+  await page.getByText(`${before.length} steps`, { exact: true }).waitFor();
+  await page.getByRole("button", { name: "Run all" }).click();
+  await page.getByText(`${before.length} of ${before.length} steps played`, { exact: true }).waitFor();
+  await page.getByRole("list", { name: "Steps of the session" }).locator("[aria-current]")
+    .getByText(String(before.length), { exact: true }).waitFor();
+  assert.deepEqual(deeds(await steps()), deeds(before));
+  await page.getByRole("button", { name: "Close session" }).click();
+  await page.locator("#playback").waitFor({ state: "hidden" });
+  await happened(page, "The session was closed");
+  assert.deepEqual(await storeOf(), store);
+}

@@ -1,7 +1,7 @@
 import { after, test } from "node:test";
 import assert from "node:assert/strict";
 import { closeBrowser, expectStates, switchOf } from "./browser.mjs";
-import { expectSound, failuresButRefusals, happened, openStudio, showColumn } from "./studio.mjs";
+import { expectSameWhenOpened, expectSound, failuresButRefusals, happened, openStudio, showColumn } from "./studio.mjs";
 
 after(closeBrowser);
 
@@ -49,6 +49,7 @@ test("the privacy center in the phone: open, switch, leave, open again", async (
   await page.getByRole("button", { name: "Kill hard" }).click();
   await page.getByText("Running, launch 2").waitFor();
   assert.equal(await page.locator("iframe").count(), 0);
+  await expectSameWhenOpened(page);
   assert.deepEqual(failuresButRefusals(page), []);
 });
 

@@ -51,6 +51,8 @@ TEST(PlayerErrors, LinesThatAreNoStep) {
     for (const auto& [line, column] : columns)
         expectError(line, "not valid JSON at column " + std::to_string(column));
     expectError(R"({"do":"set","vendorListVersion":1e999})", "not valid JSON");
+    expectError("\xEF\xBB\xBF{}",
+                "a byte order mark at column 1; save the session in UTF-8 without one");
     for (const char* line : {"[]", "null", "\"store\"", "1"})
         expectError(line, "not a JSON object");
     expectError(std::string(100000, '['), "not valid JSON at column 100001");

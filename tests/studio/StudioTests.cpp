@@ -179,4 +179,75 @@ TEST(Studio, AResetIsAFreshInstallation) {
     EXPECT_NE(storeOf(studio.post("accept")).at("VXSDKIdentifier"), identifier);
 }
 
+TEST(Studio, WhatIsNoSessionIsRefusedWithItsPlace) {
+    StudioProcess studio;
+    const std::pair<std::string, const char*> cases[] = {
+        {"# nothing\n\n", "no step"},
+        {"\xEF\xBB\xBF# a session\n", "line 1: a byte order mark at column 1"},
+        {"# a session\r\n\r\n{\"do\":}", "line 3: not valid JSON at column 7"},
+        {studio.get("sample").dump(2), "line 1: not valid JSON at column 2; the file is one JSON"},
+        {R"({"do":"fly"})", "line 1: unknown step: fly"},
+        {R"({"do":"dismiss","name":"it"})", "line 1: dismiss has no argument name"},
+        {R"({"do":"tap","name":)" + std::string(1'000'000, '[') + std::string(1'000'000, ']') + "}",
+         "line 1: nested too deeply"},
+        {std::string((8 << 20) + 1, '#'), "8 MiB at most"},
+    };
+    for (const auto& [script, problem] : cases) {
+        const std::string error = studio.post("session", script).value("error", "");
+        EXPECT_NE(error.find(problem), std::string::npos) << problem << ", not: " << error;
+    }
+    EXPECT_TRUE(studio.post("session/next").contains("error"));
+    EXPECT_EQ(studio.get("state")["process"]["launches"], 1);
+}
+
+TEST(Studio, ASessionIsPlayedInAWorldOfItsOwn) {
+    StudioProcess studio;
+    const Json before = studio.post("accept");
+    const struct {
+        const char* step;
+        bool isDone;
+        const char* note;
+    } steps[] = {
+        {R"({"do":"setSiteID","siteID":12,"privacyID":5})", true, ""}, // in the usual world
+        {R"({"do":"refuseAllConsent"})", true, ""},
+        {R"({"do":"store"})", true, "a question"},
+        {R"({"do":"notify","name":"Any"})", false, "no counterpart"},
+        {R"({"do":"tap","name":"saveBtn"})", false, "no privacy center is open"},
+        {R"({"do":"setLanguage"})", false, "setLanguage lacks code"},
+        {R"({"do":"registerCallback","answers":["consentOutdated"]})", false, "all callbacks"},
+        {R"({"do":"world","iab":true,"now":5,"store":{"A":"1"},"sdkData":{"a":"b"},"height":9})",
+         false, "without sdkData, height"},
+        {R"({"do":"present","center":"iab"})", true, ""},
+        {R"({"do":"tap","name":"nowhere"})", false, "no view \"nowhere\""},
+    };
+    std::string script;
+    for (const auto& each : steps)
+        script += std::string(each.step) + "\n";
+    EXPECT_EQ(studio.post("session", script)["application"], before["application"]);
+    std::size_t number = 0;
+    for (const auto& [step, isDone, note] : steps) {
+        SCOPED_TRACE(step);
+        EXPECT_EQ(studio.post("session/next")["playback"]["played"], ++number);
+        const Json told = studio.get("session/steps?from=" + std::to_string(number))[0];
+        EXPECT_EQ(told["done"], isDone);
+        const std::string said = told["note"];
+        EXPECT_TRUE(*note ? said.find(note) != std::string::npos : said.empty()) << said;
+        if (number == 2) {
+            EXPECT_EQ(studio.get("state")["application"]["engine"]["privacyState"], 2);
+        }
+    }
+    const Json played = studio.get("state");
+    EXPECT_EQ(storeOf(played).at("A"), "1");
+    EXPECT_EQ(storeOf(played).count("PRIVACY_CONSENT"), 0u);
+    EXPECT_FALSE(played["application"]["center"].is_null());
+    for (const char* action : {"session/next", "configuration", "restrictions", "mode"})
+        EXPECT_TRUE(studio.post(action, R"({"iab":false,"information":{}})").contains("error"))
+            << action;
+    const Json after = studio.post("session/close");
+    for (const char* section : {"session", "clock", "published"})
+        EXPECT_EQ(after[section], before[section]);
+    for (const char* part : {"decision", "store", "sdk", "engine", "configuration"})
+        EXPECT_EQ(after["application"][part], before["application"][part]);
+}
+
 } // namespace vx::tests

@@ -3,39 +3,23 @@
 #include <istream>
 #include <ostream>
 
+#include "tools/play/Script.h"
+
 namespace vx::tools::play {
-
-namespace {
-
-// Blank lines and comments are no steps and have no number.
-bool isStep(const std::string& line) {
-    return !line.starts_with('#') && line.find_first_not_of(" \t\r") != std::string::npos;
-}
-
-const Action& actionNamed(const std::string& name) {
-    for (const auto& actions :
-         {worldActions(), engineActions(), centerActions(), questions(), documentQuestions()})
-        for (const Action& action : actions)
-            if (action.name == name)
-                return action;
-    throw StepError("unknown step: " + name);
-}
-
-} // namespace
 
 Player::Player(std::ostream& output)
     : output_(output), session_([this](const recording::Event& event) { print(event); }) {}
 
 bool Player::run(std::istream& input) {
     std::string line;
-    for (int number = 1; output_ && std::getline(input, line); ++number) {
+    for (std::size_t number = 1; output_ && std::getline(input, line); ++number) {
         if (!isStep(line))
             continue;
         ++step_;
         try {
             runLine(line);
         } catch (const StepError& error) {
-            print({{"error", "line " + std::to_string(number) + ": " + error.what()}});
+            print({{"error", errorAt(number, error)}});
             return false;
         }
     }
@@ -43,8 +27,8 @@ bool Player::run(std::istream& input) {
 }
 
 void Player::runLine(const std::string& line) {
-    const Step step = Step::parse(line);
-    actionNamed(step.name()).run(session_, step);
+    const Step step = stepIn(line);
+    actionNamed(step.name()).perform(session_, step);
 }
 
 void Player::print(const recording::Event& event) {

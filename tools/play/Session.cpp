@@ -45,4 +45,13 @@ void Session::viewControllerPopped(ViewController&, bool) {
     dismiss();
 }
 
+const Action& actionNamed(const std::string& name) {
+    for (const auto& actions :
+         {worldActions(), engineActions(), centerActions(), questions(), documentQuestions()})
+        for (const Action& action : actions)
+            if (action.name == name)
+                return action;
+    throw StepError("unknown step: " + name);
+}
+
 } // namespace vx::tools::play

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -105,5 +106,7 @@ std::span<const Action> centerActions();
 std::span<const Action> questions();
 /// Questions about a configuration document of their own.
 std::span<const Action> documentQuestions();
+/// Any of these. Throws a `StepError` when there is none of that name.
+const Action& actionNamed(const std::string& name);
 
 } // namespace vx::tools::play

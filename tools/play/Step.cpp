@@ -11,6 +11,8 @@ namespace vx::tools::play {
 
 namespace {
 
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // the library would skip it
+
 // A number out of range, the other reason not to be JSON, has no place.
 std::string placeOf(const nlohmann::json::exception& error) {
     const auto* parsing = dynamic_cast<const nlohmann::json::parse_error*>(&error);
@@ -27,6 +29,8 @@ bool isWordOf(std::string_view words, std::string_view word) {
 
 Step Step::parse(const std::string& line) {
     Step step;
+    if (line.starts_with(kByteOrderMark))
+        throw StepError("a byte order mark at column 1; save the session in UTF-8 without one");
     try {
         step.object_ = Json::parse(line);
     } catch (const Json::exception& error) {

@@ -9,6 +9,7 @@
 
 #include "tools/studio/application/StudioReport.h"
 #include "vxprivacy/hosts/web/Addresses.h"
+#include "vxprivacy/platform/ui/Touch.h"
 #include "vxprivacy/platform/ui/ViewKinds.h"
 
 namespace vx::tools::studio {
@@ -16,6 +17,9 @@ namespace vx::tools::studio {
 namespace {
 
 constexpr double kHeightOfWidth = 844.0 / 390; // as a phone's display
+// Points, of a popup that no page has measured: as `vxprivacy play` has it.
+constexpr double kUnseenFrame = 500;
+constexpr double kUnseenContent = 2000;
 
 // The title of the row that a view belongs to; empty where it is in none.
 std::string rowOf(const View& view) {
@@ -60,6 +64,21 @@ CenterDisplay::CenterDisplay(SessionSteps& steps) : steps_(steps) {
 }
 
 void CenterDisplay::present(Mode mode, const Presentation& presentation) {
+    show(mode, presentation);
+    surface_->whenLaidOut([this] { center_->controller().viewDidAppear(true); });
+    steps_.step({{"do", "screen"}});
+}
+
+void CenterDisplay::presentUnseen(Mode mode, const Presentation& presentation) {
+    show(mode, presentation);
+    isPlayed_ = true;
+    if (ScrollView* popup = center_->popup())
+        popup->setMeasures(kUnseenFrame, kUnseenContent);
+    center_->controller().viewDidAppear(true);
+    steps_.step({{"do", "screen"}});
+}
+
+void CenterDisplay::show(Mode mode, const Presentation& presentation) {
     steps_.step(presenting(mode, presentation));
     report("screen", "Privacy center opened");
     center_ = mode == Mode::IAB ? iabCenter(presentation.first) : categoryCenter();
@@ -74,10 +93,9 @@ void CenterDisplay::present(Mode mode, const Presentation& presentation) {
     surface_ = std::make_unique<web::WebSurface>(controller.view(),
                                                  web::PageSettings{.surfaceJS = "center.js"});
     surface_->whenTouched([this](View& view) { touched(view); });
-    surface_->whenLaidOut([&controller] { controller.viewDidAppear(true); });
     ++number_;
     reading_ = {};
-    steps_.step({{"do", "screen"}});
+    isPlayed_ = false;
 }
 
 void CenterDisplay::dismiss() {
@@ -96,8 +114,48 @@ void CenterDisplay::leave() {
 
 std::string CenterDisplay::dispatch(std::string_view event) {
     event_ = web::eventIn(event);
+    if (isOldNews(event_))
+        return surface_->dispatch(dumped({{"page", event_.page}}));
     std::string patch = surface_->dispatch(event);
     tellScrolling();
+    endEvent();
+    return patch;
+}
+
+bool CenterDisplay::tap(const std::string& name, std::optional<std::size_t> character) {
+    const std::shared_ptr<View>* found = center_->names().find(name);
+    const std::shared_ptr<View> view = found ? *found : nullptr;
+    if (!view || !view->isDescendantOf(*center_->controller().view()))
+        return false;
+    event_ = {};
+    event_.kind = web::Event::Kind::Tap;
+    event_.character = character;
+    touched(*view);
+    if (character)
+        view->tap(*character);
+    else
+        touch(*view);
+    endEvent();
+    return true;
+}
+
+bool CenterDisplay::scroll(double y, double frameHeight, double contentHeight) {
+    ScrollView* popup = center_->popup();
+    if (!popup)
+        return false;
+    popup->setMeasures(frameHeight, contentHeight);
+    popup->scrolledTo({0, y});
+    tellScrolling();
+    return true;
+}
+
+// Of a session that is played: that the page followed it. What the user reads further counts.
+bool CenterDisplay::isOldNews(const web::Event& event) const {
+    return isPlayed_ && event.kind == web::Event::Kind::Scroll && center_->popup() &&
+           event.offset.y <= reading_.y;
+}
+
+void CenterDisplay::endEvent() {
     if (std::exchange(tapped_, false))
         steps_.step({{"do", "screen"}});
     for (const std::string& address : std::exchange(opened_, {}))
@@ -105,7 +163,6 @@ std::string CenterDisplay::dispatch(std::string_view event) {
     reportSwitching();
     if (closed_)
         leave();
-    return patch;
 }
 
 Json CenterDisplay::state() const {

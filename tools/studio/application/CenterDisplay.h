@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +30,8 @@ public:
     /// Shows a new center, of the configuration as it is now. One that was shown must be dismissed
     /// before.
     void present(Mode mode, const Presentation& presentation);
+    /// The same as a step of a session that is played, which waits for no page to be laid out.
+    void presentUnseen(Mode mode, const Presentation& presentation);
 
     // The rest needs a center that is shown.
 
@@ -39,6 +43,13 @@ public:
     /// The page's patch for an event of the user's.
     std::string dispatch(std::string_view event);
 
+    // Steps of a session that is played; false when the screen shown now has no such view.
+
+    /// The view of this layout name is tapped, at this character where one is said.
+    bool tap(const std::string& name, std::optional<std::size_t> character);
+    /// The popup's content stands at `y`; frame and content are as high as said.
+    bool scroll(double y, double frameHeight, double contentHeight);
+
     /// Null while no center is shown; else "number", which is another for each center, "revision",
     /// which is another when its pages have something new to show, "saveButton", what leaving it is
     /// called, or null, and "closesItself", whether it has buttons of its own for that.
@@ -49,7 +60,10 @@ public:
 private:
     void viewControllerDismissed(ViewController& controller, bool animated) override;
     void viewControllerPopped(ViewController& controller, bool animated) override;
+    void show(Mode mode, const Presentation& presentation);
     void leave();
+    void endEvent();
+    bool isOldNews(const web::Event& event) const;
     void touched(View& view);
     void tellTouch(View& view);
     void tellScrolling();
@@ -64,6 +78,7 @@ private:
     // By the event under way.
     web::Event event_;
     bool closed_ = false; // itself
+    bool isPlayed_ = false;
     bool tapped_ = false;
     std::vector<std::string> opened_;
     std::shared_ptr<Switch> switched_;

@@ -52,6 +52,8 @@ void ReportingCallbacks::consentCategoryChanged() {
 
 std::uint64_t MovableClock::nowMilliseconds() const {
     using namespace std::chrono;
+    if (standsAt_)
+        return *standsAt_;
     const auto now = duration_cast<milliseconds>(system_clock::now().time_since_epoch());
     return static_cast<std::uint64_t>(std::max<std::int64_t>((now + offset_).count(), 0));
 }

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -54,14 +55,19 @@ private:
     std::string cause_;
 };
 
-/// The system's clock, put forward or back.
+/// The system's clock, put forward or back, or one that stands.
 class MovableClock : public Clock {
 public:
     std::uint64_t nowMilliseconds() const override;
-    void setOffset(std::chrono::milliseconds offset) { offset_ = offset; }
+    void setOffset(std::chrono::milliseconds offset) {
+        offset_ = offset;
+        standsAt_.reset();
+    }
+    void standAt(std::uint64_t milliseconds) { standsAt_ = milliseconds; }
 
 private:
     std::chrono::milliseconds offset_{0};
+    std::optional<std::uint64_t> standsAt_;
 };
 
 /// Another clock, read once for all that is done in one go: what the engine does at one moment can

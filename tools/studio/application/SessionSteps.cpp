@@ -53,6 +53,11 @@ void addDocument(Json& files, const std::string& name, const std::string& text) 
 
 Json documentsAtHand(const Launch& launch) {
     Json files = Json::object();
+    if (!launch.played.empty()) {
+        for (const auto& [name, text] : launch.played["files"].items())
+            addDocument(files, name, text.get<std::string>());
+        return files;
+    }
     for (const auto& [name, text] : storedDocuments(launch.store, launch.inForce))
         addDocument(files, name, text);
     if (launch.packaged.empty())
@@ -82,13 +87,17 @@ std::string createdDate(const Json& entries) {
 void SessionSteps::launch(const Launch& launch, const std::string& userAgent) {
     told_ = clock_.nowMilliseconds();
     Json entries = storedState(launch.store)["entries"];
+    std::string created = createdDate(entries);
+    if (created.empty() && !launch.played.empty())
+        created = launch.played.value("createdDate", "");
     report({{"kind", kind::kLaunch},
             {"body",
              {{"now", told_},
               {"iab", launch.mode == Mode::IAB},
               {"inForce", launch.inForce ? kPublisherCountry : ""},
               {"userAgent", userAgent},
-              {"createdDate", createdDate(entries)},
+              {"createdDate", created},
+              {"isFresh", launch.played.contains("store")},
               {"files", documentsAtHand(launch)},
               {"store", std::move(entries)}}}});
 }

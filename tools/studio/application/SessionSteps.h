@@ -24,7 +24,8 @@ public:
 
     /// What the process begins with: "now", "iab", "inForce", "userAgent", the store's entries as
     /// pairs in "store", the texts of the documents at hand by name in "files" and, in IAB mode,
-    /// "createdDate" of the stored TC string. Before anything opens the store.
+    /// "createdDate" of the stored TC string; "isFresh" where a played session makes it so. Before
+    /// anything opens the store.
     void launch(const Launch& launch, const std::string& userAgent);
     /// A step, with the time before it where that moved on.
     void step(const Json& step);

@@ -29,7 +29,7 @@ public:
 
     const char* choicesQuestion() const override { return "screen"; }
     const ViewsDictionary& names() const override { return center_.viewsDictionary(); }
-    const ScrollView* popup() const override { return nullptr; }
+    ScrollView* popup() const override { return nullptr; }
     std::optional<std::string> leaveText() const override { return center_.getSaveButtonText(); }
     bool closesItself() const override { return false; }
 
@@ -55,7 +55,7 @@ public:
         return screen ? screen->viewsDictionary() : center_.viewsDictionary();
     }
 
-    const ScrollView* popup() const override {
+    ScrollView* popup() const override {
         const auto& popup = center_.popupContentView();
         return popup && popup == center_.currentScreen() ? popup->scrollView().get() : nullptr;
     }

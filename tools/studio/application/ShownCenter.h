@@ -26,7 +26,7 @@ public:
     /// The views of the screen shown now, by layout name.
     virtual const ViewsDictionary& names() const = 0;
     /// The scroll view of the popup, while that is shown; else null.
-    virtual const ScrollView* popup() const = 0;
+    virtual ScrollView* popup() const = 0;
     /// What leaving is called; nothing where the center has no word for it, or its own buttons.
     virtual std::optional<std::string> leaveText() const = 0;
     /// Whether the user leaves by the center's own buttons alone.

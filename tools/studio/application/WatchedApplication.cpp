@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "tools/studio/application/State.h"
+#include "tools/studio/application/StepPlayer.h"
 #include "tools/studio/application/StudioReport.h"
 #include "vxprivacy/engine/VXMobilePrivacy.h"
 
@@ -16,9 +17,6 @@ namespace {
 using std::chrono::milliseconds;
 
 constexpr const char* kUserAgent = "HarbourWeekly/1.0 (VXPrivacy studio)";
-// As the engine asks for them.
-constexpr const char* kCallbacks[] = {"consentUpdated:", "consentOutdated:",
-                                      "significantChangesInPrivacy:", "consentCategoryChanged:"};
 
 void reportHit(std::string_view name, bool sent, const Json& data) {
     report("hit", std::string(name) + (sent ? " sent" : " dropped"),
@@ -40,6 +38,19 @@ services::TCFSettings tcfSettings(const Launch& launch) {
     return {.profile = services::TCFProfile::InForce, .publisherCountry = kPublisherCountry};
 }
 
+// The store of a session that is played, where that begins.
+void makeStore(const std::filesystem::path& file, const Json& played, Logger& logger) {
+    if (!played.contains("store"))
+        return;
+    services::Settings settings{.store = file};
+    settings.logger = &logger;
+    services::Services services(settings);
+    StoreTransaction whole(services.platform().store);
+    for (const auto& [key, value] : played["store"].items())
+        services.platform().store.set(key, value.get<std::string>());
+    whole.commit();
+}
+
 void reportSent(const services::TagSDK::Hit& hit) {
     reportHit(hit.data, true, sortedData(hit.permanentData));
 }
@@ -52,6 +63,12 @@ WatchedApplication::WatchedApplication(const Launch& launch, const system::WakeU
       callbacks_(std::make_shared<ReportingCallbacks>(launch.cause)),
       tcString_(launch.tcStringBefore) {
     services_.setWakeUp([&wakeUp] { wakeUp.signal(); });
+    if (!launch.played.value("bare", false))
+        start(launch);
+}
+
+void WatchedApplication::start(const Launch& launch) {
+    isStarted_ = true;
     VXMobilePrivacy& engine = VXMobilePrivacy::sharedInstance();
     steps_.step({{"do", "registerCallback"}, {"answers", kCallbacks}});
     engine.registerCallback(callbacks_);
@@ -78,6 +95,8 @@ Reply WatchedApplication::perform(const Command& command) {
         setPublisherTC(command.argument.get<bool>());
     else if (command.name == command::kLanguage)
         return setLanguage(command.argument.get<std::string>());
+    else if (command.name == command::kStep)
+        return play(command.argument.get<std::string>());
     else
         return performOnDisplay(command);
     return std::string();
@@ -91,6 +110,8 @@ void WatchedApplication::poll() {
 }
 
 void WatchedApplication::reportState() {
+    if (!isStarted_)
+        return;
     Json state = applicationState(*sdk_, *callbacks_, store_);
     state["vendorList"] = iab_ ? vendorList_.state() : Json();
     state["tcString"] = iab_ ? tcString_.state(state["store"]) : Json();
@@ -105,8 +126,14 @@ void WatchedApplication::reportState() {
 // The settings of services that are about to open the store.
 services::Settings WatchedApplication::begin(const Launch& launch) {
     clock_.setOffset(launch.clockOffset);
+    std::string userAgent = kUserAgent;
+    if (!launch.played.empty()) {
+        clock_.standAt(launch.played.value("now", std::uint64_t{0}));
+        userAgent = launch.played.value("userAgent", userAgent);
+        makeStore(store_, launch.played, servicesLogger_);
+    }
     turn_.readAgain();
-    steps_.launch(launch, kUserAgent);
+    steps_.launch(launch, userAgent);
     services::Settings settings;
     settings.store = store_;
     settings.packaged = launch.packaged;
@@ -117,7 +144,7 @@ services::Settings WatchedApplication::begin(const Launch& launch) {
                           .consentCollector = launch.host};
     if (launch.inForce)
         settings.vendorListFormat = 3;
-    settings.userAgent = kUserAgent;
+    settings.userAgent = userAgent;
     settings.logger = &servicesLogger_;
     settings.clock = &clock_;
     settings.notifications = &notifications_;
@@ -127,9 +154,12 @@ services::Settings WatchedApplication::begin(const Launch& launch) {
 Platform WatchedApplication::doors(const Launch& launch) {
     const Platform platform = services_.platform();
     if (launch.mode == Mode::IAB)
-        iab_.emplace(platform.store, servicesLogger_, tcfSettings(launch));
+        iab_.emplace(platform.store, servicesLogger_, tcfSettings(launch),
+                     launch.played.value("createdDate", ""));
+    if (!launch.played.empty())
+        documents_.emplace(launch.played["files"].get<recording::Texts>());
     return {.store = platform.store,
-            .documents = platform.documents,
+            .documents = documents_ ? *documents_ : platform.documents,
             .notifications = platform.notifications,
             .logger = logger_,
             .clock = turn_,
@@ -189,6 +219,21 @@ void WatchedApplication::setPublisherTC(bool on) {
 void WatchedApplication::sendHit(const std::string& name) {
     if (!sdk_->accept(name))
         reportHit(name, false, Json::object());
+}
+
+Reply WatchedApplication::play(const std::string& step) {
+    if (!documents_)
+        return Problem{"no session is played"};
+    isStarted_ = isStarted_ || !isOfBeginning(step);
+    return playStep({.mode = iab_ ? Mode::IAB : Mode::Category,
+                     .clock = clock_,
+                     .turn = turn_,
+                     .steps = steps_,
+                     .display = display_,
+                     .documents = *documents_,
+                     .sdk = sdk_,
+                     .callbacks = callbacks_},
+                    step);
 }
 
 // As an application that comes to the foreground after a long time does.

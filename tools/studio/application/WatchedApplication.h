@@ -7,6 +7,7 @@
 #include <string>
 
 #include "tools/studio/application/CenterDisplay.h"
+#include "tools/studio/application/PlayedTCFLibrary.h"
 #include "tools/studio/application/ReportingDoors.h"
 #include "tools/studio/application/SessionSteps.h"
 #include "tools/studio/application/TCStringView.h"
@@ -15,8 +16,8 @@
 #include "tools/system/WakeUp.h"
 #include "vxprivacy/platform/core/Runtime.h"
 #include "vxprivacy/services/core/Services.h"
-#include "vxprivacy/services/iab/TCFLibrary.h"
 #include "vxprivacy/services/sdk/TagSDK.h"
+#include "vxprivacy/testing/DocumentTexts.h"
 
 namespace vx::tools::studio {
 
@@ -31,12 +32,13 @@ public:
     Reply perform(const Command& command);
     /// Does what the services have waiting for this thread.
     void poll();
-    /// Reports how things stand, as far as that is not as it was.
+    /// Reports how things stand, as far as that is not as it was, once the engine was started.
     void reportState();
 
 private:
     services::Settings begin(const Launch& launch);
     Platform doors(const Launch& launch);
+    void start(const Launch& launch);
     void setUpIAB(const Launch& launch);
     Reply performOnDisplay(const Command& command);
     Reply setLanguage(const std::string& code);
@@ -44,6 +46,7 @@ private:
     void setPublisherTC(bool on);
     void sendHit(const std::string& name);
     void moveClock(std::chrono::milliseconds offset);
+    Reply play(const std::string& step);
 
     const std::filesystem::path store_;
     MovableClock clock_;
@@ -54,12 +57,14 @@ private:
     ReportingNotifications notifications_{[this] { steps_.lookForDocuments(); }};
     CenterDisplay display_{steps_};
     services::Services services_;
-    std::optional<services::TCFLibrary> iab_; // in IAB mode
+    std::optional<recording::DocumentTexts> documents_; // of a session that is played
+    std::optional<PlayedTCFLibrary> iab_;               // in IAB mode
     Runtime runtime_;
     std::shared_ptr<services::TagSDK> sdk_;
     std::shared_ptr<ReportingCallbacks> callbacks_;
     VendorListView vendorList_;
     TCStringView tcString_;
+    bool isStarted_ = false; // before, there is nothing to report
     Json reported_ = Json::object();
 };
 

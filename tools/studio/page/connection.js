@@ -5,17 +5,17 @@ import { follow } from "./stream.js";
 
 const token = document.querySelector('meta[name="studio-token"]').content;
 
-/** Posts to /api/ACTION; says what went wrong in the toast and throws. */
-export async function post(action, body) {
+/** Posts to /api/ACTION; says what went wrong, after the name of a file, in the toast and throws. */
+export async function post(action, body, { file, isQuiet = false } = {}) {
   const response = await fetch(`/api/${action}`, {
     method: "POST",
     headers: { "X-Studio-Token": token, "Content-Type": "application/json" },
-    body: typeof body === "string" ? body : JSON.stringify(body ?? {}),
+    body: typeof body === "string" || body instanceof Blob ? body : JSON.stringify(body ?? {}),
   }).catch(() => undefined);
   const answer = await response?.json().catch(() => undefined);
   if (response?.ok) return answer;
   const problem = answer?.error ?? "The studio does not answer.";
-  showProblem(problem);
+  if (!isQuiet) showProblem(file ? `${file.name}: ${problem}` : problem);
   throw new Error(problem);
 }
 

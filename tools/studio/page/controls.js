@@ -8,8 +8,8 @@ let clockOffset = 0;
 let networkOn = true;
 
 function describeOffset(offset) {
-  if (offset === 0) return "";
   const days = Math.round((offset / kDay) * 100) / 100;
+  if (days === 0) return "";
   return `${days > 0 ? "+" : "\u2212"}${Math.abs(days)} ${Math.abs(days) === 1 ? "day" : "days"}`;
 }
 

@@ -170,20 +170,21 @@ export function wireEditor() {
 }
 
 // Whether the application would find something new if it started again.
-function offerRelaunch(application) {
+function offerRelaunch({ application, playback }) {
   const has = application?.configuration.version ?? 0;
-  byId("come-back").hidden = !application || has >= publishedVersion;
+  byId("come-back").hidden = !application || Boolean(playback?.played) || has >= publishedVersion;
   setText(byId("come-back"), `Relaunch with version ${publishedVersion}`);
 }
 
 /** Another page may have published: what is being edited here stays. */
-export function renderEditor({ published, session, application }) {
+export function renderEditor(state) {
+  const { published, session, application } = state;
   byId("tab-editor").hidden = session.live;
   vendorList = application?.vendorList;
   if (!published || published.iab !== session.iab) return; // between two modes
   const isNew = published.version !== publishedVersion;
   publishedVersion = published.version;
-  offerRelaunch(application);
+  offerRelaunch(state);
   if (!isNew && session.store === store) return;
   byId("published").textContent = `v${publishedVersion}`;
   byId("named").hidden = !published.iab;

@@ -9,6 +9,7 @@ import { renderEditor, wireEditor } from "./editor.js";
 import { addHit, renderInspector, wireInspector } from "./inspector.js";
 import { wirePanes } from "./panes.js";
 import { renderPhone, wirePhone } from "./phone.js";
+import { renderPlayback, wirePlayback } from "./playback.js";
 import { renderRestrictions, wireRestrictions } from "./restrictions.js";
 import { wireSession } from "./session.js";
 import { wireTabs } from "./tabs.js";
@@ -33,6 +34,7 @@ function render() {
   renderCompare(state);
   renderCopying(state);
   renderRestrictions(state);
+  renderPlayback(state);
 }
 
 function take(entry) {
@@ -53,6 +55,7 @@ wireEditor();
 wireTCString();
 wireRestrictions();
 wireSession();
+wirePlayback();
 wireCompare();
 wireTabs(document.querySelector('[role="tablist"]'));
 listen({ onState: (news) => { state = news; render(); }, onEntry: take });

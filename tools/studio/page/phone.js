@@ -13,8 +13,14 @@ const kDisplayWidth = 390; // points
 
 const mayOpen = (address) => /^(https?:\/\/|mailto:)/i.test(address);
 
+// A page that asks what is new, when the center is gone already, has nothing to tell.
+function isQuestion(event) {
+  const { tap, set } = JSON.parse(event);
+  return tap === undefined && set === undefined;
+}
+
 async function send(event) {
-  const patch = await post("center/event", event);
+  const patch = await post("center/event", event, { isQuiet: isQuestion(event) });
   return JSON.stringify({ ...patch, open: patch.open?.filter(mayOpen) });
 }
 

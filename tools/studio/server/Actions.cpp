@@ -114,6 +114,10 @@ constexpr Action kActions[] = {
     {"/api/language", setLanguage},
     {"/api/publisher-tc", setPublisherTC},
     {"/api/in-force", setInForce},
+    {"/api/session/next",
+     [](StudioSession& session, const std::string&) { return session.playStep(); }},
+    {"/api/session/close",
+     [](StudioSession& session, const std::string&) { return session.closeScript(); }},
     {"/api/restrictions", [](StudioSession& session,
                              const std::string& body) { return session.shipRestrictions(body); }},
 };
@@ -149,6 +153,12 @@ void addActions(httplib::Server& server, StudioSession& session, const EventStre
         });
     post("/api/configuration", [&](const std::string& body, httplib::Response& response) {
         publish(session, body, response);
+    });
+    post("/api/session", [&](const std::string& body, httplib::Response& response) {
+        if (const Reply opened = session.openScript(body))
+            answer(response, events.state());
+        else
+            answerError(response, 422, opened.problem());
     });
     // These change nothing, but are work.
     post("/api/rehearse", [&](const std::string& body, httplib::Response& response) {

@@ -90,10 +90,19 @@ void PageServer::addQueries(httplib::Server& server) {
            [this](const httplib::Request& request, httplib::Response& response) {
                channel_.serve(request, response);
            });
-    addGet(server, "/api/session", [this](const httplib::Request&, httplib::Response& response) {
+    addGet(server, "/api/session/steps",
+           [this](const httplib::Request& request, httplib::Response& response) {
+               const Result<Json> steps = session_.scriptSteps(
+                   std::strtoull(request.get_param_value("from").c_str(), nullptr, 10));
+               if (steps)
+                   answer(response, *steps);
+               else
+                   answerError(response, 404, steps.problem());
+           });
+    // These are posted as well.
+    server.Get("/api/session", [this](const httplib::Request&, httplib::Response& response) {
         answerScript(response, session_.script());
     });
-    // These are posted as well.
     server.Get("/api/configuration", [this](const httplib::Request&, httplib::Response& response) {
         answerText(response, session_.published().text, "application/json");
     });

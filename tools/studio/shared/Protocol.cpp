@@ -19,7 +19,8 @@ Json asJSON(const Launch& launch) {
             {"language", launch.language},
             {"publisherTC", launch.publisherTC},
             {"inForce", launch.inForce},
-            {"packaged", launch.packaged.string()}};
+            {"packaged", launch.packaged.string()},
+            {"played", launch.played}};
 }
 
 Json asJSON(const Presentation& presentation) {
@@ -51,7 +52,8 @@ Launch launchIn(const Json& json) {
             .language = json.value("language", ""),
             .publisherTC = json.value("publisherTC", false),
             .inForce = json.value("inForce", false),
-            .packaged = json.value("packaged", "")};
+            .packaged = json.value("packaged", ""),
+            .played = json.value("played", Json::object())};
 }
 
 Presentation presentationIn(const Json& json) {

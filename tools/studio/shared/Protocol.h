@@ -37,6 +37,7 @@ inline constexpr const char* kDismiss = "dismiss";
 inline constexpr const char* kPage = "page";     ///< asks for the privacy center's page,
 inline constexpr const char* kLayout = "layout"; ///< for its generated style sheet,
 inline constexpr const char* kEvent = "event";   ///< for the patch for this event of the page
+inline constexpr const char* kStep = "step";     ///< a step of `vxprivacy play`, as text on a line
 } // namespace command
 
 /// The publisher's, in strings of the framework in force.
@@ -63,6 +64,13 @@ struct Launch {
     bool publisherTC = false;       ///< `generatePublisherTC`
     bool inForce = false;           ///< `TCFProfile::InForce`, with lists of format 3
     std::filesystem::path packaged; ///< where the restrictions lie; empty: it ships none
+
+    /// Of an application in a session that is played: the time at which its clock stands ("now"),
+    /// the documents at hand, texts by name, in place of all others ("files"), "userAgent", when
+    /// its TC string was created unless the store says so ("createdDate"), the entries of the store
+    /// where that is to be made ("store"), and whether all that starts the engine is left to the
+    /// session's steps ("bare"). Empty: none is played.
+    Json played = Json::object();
 };
 
 /// How the application shows its privacy center.

@@ -2,16 +2,13 @@
 
 #include "tools/studio/world/Rehearsal.h"
 
-#include <cerrno>
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
-#include <system_error>
 
 #include "tools/studio/shared/EventStream.h"
 #include "tools/studio/world/ApplicationProcess.h"
 #include "tools/studio/world/Backend.h"
+#include "tools/studio/world/ScratchDirectory.h"
 #include "tools/studio/world/SessionRecord.h"
 
 namespace vx::tools::studio {
@@ -22,28 +19,6 @@ using RehearsalClock = std::chrono::steady_clock;
 
 constexpr const char* kOfEveryLaunch = "consentUpdated:"; // for what was restored
 constexpr std::chrono::seconds kRehearsalPatience{15};    // with a document to arrive
-
-/// A new directory, which goes with its content.
-class ScratchDirectory {
-public:
-    ScratchDirectory() {
-        std::string name = (std::filesystem::temp_directory_path() / "rehearsal-XXXXXX").string();
-        if (!::mkdtemp(name.data()))
-            throw std::system_error(errno, std::generic_category(), name);
-        path_ = name;
-    }
-    ~ScratchDirectory() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
 
 bool hasDocuments(const Json& state, const Launch& launch, const Edition& edition) {
     const Json application = state.value("application", Json::object());

@@ -46,9 +46,9 @@ Json worldOf(const Json& start) {
 
 void SessionRecord::launched(Json start) {
     const std::lock_guard lock(mutex_);
-    const bool isContinued = !chapters_.empty() && iab_ == start["iab"] &&
-                             inForce_ == start.value("inForce", "") && store_ == start["store"] &&
-                             files_ == start["files"];
+    const bool isContinued = !chapters_.empty() && !start.value("isFresh", false) &&
+                             iab_ == start["iab"] && inForce_ == start.value("inForce", "") &&
+                             store_ == start["store"] && files_ == start["files"];
     chapters_.push_back({.number = ++launches_,
                          .after = events_.lastEntry(),
                          .isContinued = isContinued,
@@ -92,12 +92,22 @@ void SessionRecord::stored(const Json& entries) {
         chapters_.back().sdkIdentifier = sdkIdentifierIn(entries);
 }
 
+void SessionRecord::begin() {
+    const std::lock_guard lock(mutex_);
+    first_ = launches_ + 1;
+}
+
+void SessionRecord::end() {
+    const std::lock_guard lock(mutex_);
+    first_ = 1;
+}
+
 Reply SessionRecord::script() const {
     const std::lock_guard lock(mutex_);
-    if (chapters_.empty())
+    if (chapters_.empty() || chapters_.back().number < first_)
         return Problem{"the session since the last launch is longer than what is kept of one, "
                        "8 MiB: relaunch the application to begin anew"};
-    return sessionScript(chapters_, events_.entriesAfter(0));
+    return sessionScript(chapters_, first_, events_.entriesAfter(0));
 }
 
 } // namespace vx::tools::studio

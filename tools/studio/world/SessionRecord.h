@@ -26,6 +26,11 @@ public:
     /// The store's entries are these, pairs of key and value.
     void stored(const Json& entries);
 
+    /// The session begins with the next launch: one is played. What came before it is kept.
+    void begin();
+    /// It is the whole again.
+    void end();
+
     /// The session since the oldest launch that there is room for; a problem when there is none for
     /// the last one.
     Reply script() const;
@@ -41,6 +46,7 @@ private:
     std::deque<SessionChapter> chapters_;
     std::size_t bytes_ = 0;
     std::uint64_t launches_ = 0;
+    std::uint64_t first_ = 1; // launch of the session
     // As the last process left it.
     bool iab_ = false;
     std::string inForce_; // the publisher's country

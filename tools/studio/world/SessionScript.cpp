@@ -73,17 +73,20 @@ std::string worldWith(const std::string& world, const std::string& sdkIdentifier
 
 } // namespace
 
-std::string sessionScript(const std::deque<SessionChapter>& chapters,
+std::string sessionScript(const std::deque<SessionChapter>& chapters, std::uint64_t first,
                           const EventStream::Entries& timeline) {
     Writer writer(timeline);
-    if (chapters.front().number > 1) {
-        writer.line("# Begins at launch " + std::to_string(chapters.front().number) +
+    const auto begin = std::find_if(chapters.begin(), chapters.end(), [first](const auto& chapter) {
+        return chapter.number >= first;
+    });
+    if (begin->number > first)
+        writer.line("# Begins at launch " + std::to_string(begin->number) +
                     "; what came before it is no longer kept.");
-        writer.skipTo(chapters.front().after);
-    }
-    for (auto chapter = chapters.begin(); chapter != chapters.end(); ++chapter) {
+    if (begin->number > 1)
+        writer.skipTo(begin->after);
+    for (auto chapter = begin; chapter != chapters.end(); ++chapter) {
         writer.commentTo(chapter->after);
-        if (chapter->isContinued && chapter != chapters.begin()) {
+        if (chapter->isContinued && chapter != begin) {
             writer.line(R"({"do":"clock","now":)" + std::to_string(chapter->now) + '}');
             writer.line(R"({"do":"relaunch"})");
         } else {

@@ -30,9 +30,9 @@ struct SessionChapter {
     std::size_t bytes = 0; ///< of all that
 };
 
-/// A session for `vxprivacy play`. What the timeline has and play has no line for stands between
-/// the steps as comments.
-std::string sessionScript(const std::deque<SessionChapter>& chapters,
+/// The session from launch `first` on, for `vxprivacy play`. What the timeline has and play has no
+/// line for stands between the steps as comments.
+std::string sessionScript(const std::deque<SessionChapter>& chapters, std::uint64_t first,
                           const EventStream::Entries& timeline);
 
 } // namespace vx::tools::studio

@@ -14,6 +14,8 @@ namespace vx::tools::studio {
 
 namespace {
 
+const Problem kIsPlayed{"a session is played, with documents of its own: close it first"};
+
 // The vendor list's own language, for which nothing is called.
 const std::string kEnglish = "en";
 
@@ -40,7 +42,7 @@ StudioSession::StudioSession(const WorldOptions& options, Installations installa
       rehearsal_(options.site, options.privacy, std::move(vendorLists)) {
     reportSession();
     reportCode();
-    events_.setState("clock", {{"offset", 0}});
+    reportClock();
 }
 
 Reply StudioSession::start(int port) {
@@ -86,8 +88,10 @@ Reply StudioSession::moveClock(std::chrono::milliseconds offset) {
     {
         const std::lock_guard lock(mutex_);
         clockOffset_ = offset;
+        if (played_)
+            played_->launch["now"] = currentTime() + offset.count();
     }
-    events_.setState("clock", {{"offset", offset.count()}});
+    reportClock();
     events_.append("studio", "The application's clock was moved",
                    {{"milliseconds ahead of the system's", offset.count()}});
     return application_.perform({.name = command::kMoveClock, .argument = offset.count()});
@@ -115,6 +119,8 @@ Reply StudioSession::setMode(Mode mode) {
     const Operation operation(operation_);
     if (mode == mode_)
         return std::string();
+    if (played_)
+        return kIsPlayed;
     application_.end();
     {
         const std::lock_guard lock(mutex_);
@@ -157,6 +163,8 @@ Reply StudioSession::setInForce(bool on) {
     const Operation operation(operation_);
     if (on == inForce_)
         return std::string();
+    if (played_)
+        return kIsPlayed;
     {
         const std::lock_guard lock(mutex_);
         inForce_ = on;
@@ -175,6 +183,8 @@ std::string StudioSession::restrictions() const {
 
 Reply StudioSession::shipRestrictions(const std::string& text) {
     const Operation operation(operation_);
+    if (played_)
+        return kIsPlayed;
     Reply shipped = ship(text);
     if (!shipped)
         return shipped;
@@ -206,6 +216,8 @@ Result<Edition> StudioSession::publish(const std::string& text) {
     const std::lock_guard lock(mutex_);
     if (options_.live)
         return Problem{"with --live the configuration is the host's"};
+    if (played_)
+        return kIsPlayed;
     const Result<Edition> edition = installation().publication.publish(text);
     if (!edition)
         return edition;
@@ -223,6 +235,8 @@ Result<Json> StudioSession::rehearse(const std::string& text) {
         const std::lock_guard lock(mutex_);
         if (options_.live)
             return Problem{"with --live the configuration is the host's"};
+        if (played_)
+            return kIsPlayed;
         inForce = installation().publication.inForce();
         launch = launchOf({});
     }
@@ -255,7 +269,7 @@ Reply StudioSession::launch(const Known& known) {
 
 Launch StudioSession::launchOf(const Known& known) const {
     const bool iab = mode_ == Mode::IAB;
-    return {.store = installation().store,
+    return {.store = store(),
             .site = options_.site,
             .privacy = options_.privacy,
             .mode = mode_,
@@ -267,7 +281,8 @@ Launch StudioSession::launchOf(const Known& known) const {
             .language = language_,
             .publisherTC = publisherTC_,
             .inForce = inForce_,
-            .packaged = iab ? installations_.restrictions.directory() : ""};
+            .packaged = iab ? installations_.restrictions.directory() : "",
+            .played = played_ ? played_->launch : Json::object()};
 }
 
 StudioSession::Known StudioSession::known() const {
@@ -282,7 +297,7 @@ StudioSession::Known StudioSession::known() const {
 void StudioSession::deleteStore() const {
     for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
         std::error_code absent;
-        std::filesystem::remove(installation().store.string() + suffix, absent);
+        std::filesystem::remove(store().string() + suffix, absent);
     }
 }
 
@@ -296,7 +311,15 @@ void StudioSession::reportSession() {
                                                 : inForce_    ? format3_
                                                               : format2_},
                                  {"vendorListHost", options_.vendorListHost},
-                                 {"store", installation().store.string()}});
+                                 {"store", store().string()}});
+}
+
+void StudioSession::reportClock() {
+    events_.setState("clock", {{"offset", clockOffset_.count()}});
+}
+
+std::filesystem::path StudioSession::store() const {
+    return played_ ? played_->store() : installation().store;
 }
 
 void StudioSession::reportCode() {

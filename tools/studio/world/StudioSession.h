@@ -1,8 +1,11 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <mutex>
+#include <optional>
 #include <shared_mutex>
 #include <string>
 
@@ -11,7 +14,9 @@
 #include "tools/studio/world/ApplicationProcess.h"
 #include "tools/studio/world/Backend.h"
 #include "tools/studio/world/Installation.h"
+#include "tools/studio/world/Playback.h"
 #include "tools/studio/world/Rehearsal.h"
+#include "tools/studio/world/ScratchDirectory.h"
 #include "tools/studio/world/ServedVendorList.h"
 #include "tools/studio/world/SessionRecord.h"
 #include "tools/studio/world/WorldOptions.h"
@@ -79,8 +84,23 @@ public:
     /// Ships `text` with it, or none where that is blank, and launches it anew.
     Reply shipRestrictions(const std::string& text);
 
-    /// The session so far, for `vxprivacy play`; a problem when it grew too long to be kept.
+    /// The session so far, for `vxprivacy play`; a problem when it grew too long to be kept. While
+    /// one is played: that one as it was played.
     Reply script() const { return record_.script(); }
+
+    // Another session, opened to be played step by step. From its first step on the application has
+    // a store and documents of its own, and a clock that stands.
+
+    /// Opens the session in `script`, in place of one that is open. State "playback" then says how
+    /// far it was played, as `Playback::state` does, with "opened", another number for each; it is
+    /// null when none is open.
+    Reply openScript(const std::string& script);
+    /// Plays the next step.
+    Reply playStep();
+    /// Closes it: the application comes back on its own store, which is as it was.
+    Reply closeScript();
+    /// Its steps, as `Playback::steps` tells them; a problem when none is open.
+    Result<Json> scriptSteps(std::size_t first) const;
 
     /// The published configuration; not that of the real hosts.
     Edition published() const;
@@ -100,6 +120,17 @@ private:
         std::string tcStringBefore;
     };
 
+    // An application in a session that is played, and what it left for it.
+    struct Played {
+        Json launch; // `Launch::played`
+        Mode mode;
+        bool inForce;
+        std::chrono::milliseconds clockOffset;
+        Known known;
+        ScratchDirectory directory{};
+        std::filesystem::path store() const { return directory.path() / "store.sqlite"; }
+    };
+
     using Operation = std::lock_guard<std::shared_mutex>;
 
     Reply perform(Command command);
@@ -107,6 +138,16 @@ private:
     Reply launch(const Known& known);
     Launch launchOf(const Known& known) const;
     Reply launchAnew();
+    Playback::Outcome play(const std::string& line);
+    Reply perform(const play::Step& step, const std::string& line);
+    Reply enterWorld(PlayedWorld world);
+    Reply relaunchPlayed();
+    Reply launchPlayed(const Known& known, Json beginning);
+    Reply leavePlayed();
+    void noteClock(std::uint64_t now);
+    void reportPlayback();
+    void reportClock();
+    std::filesystem::path store() const;
     Known known() const;
     Installation& installation() { return installations_.in(mode_); }
     const Installation& installation() const { return installations_.in(mode_); }
@@ -124,9 +165,10 @@ private:
     // Held alone by what ends and starts the application, shared by what tells it something, which
     // the application takes one after the other.
     std::shared_mutex operation_;
+    std::mutex playing_;       // held by what opens, plays or closes a session, before any other
     std::mutex network_;       // held by what turns the network on or off
     mutable std::mutex mutex_; // held to change installations, mode and clock, and to read them
-                               // without the one above; never while anything waits
+                               // without the one above, and playback; never while anything waits
     Installations installations_;
     Mode mode_;
     std::string language_; // of the application's code; empty: it sets none
@@ -138,6 +180,9 @@ private:
     ApplicationProcess application_;
     Rehearsal rehearsal_;
     std::chrono::milliseconds clockOffset_{0};
+    std::optional<Playback> playback_;
+    std::uint64_t opened_ = 0;     // sessions
+    std::optional<Played> played_; // from the first step that was played on
 };
 
 } // namespace vx::tools::studio

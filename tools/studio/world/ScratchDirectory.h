@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+namespace vx::tools::studio {
+
+/// A new directory, which goes with its content.
+class ScratchDirectory {
+public:
+    /// Throws std::system_error when it cannot be made.
+    ScratchDirectory() {
+        std::string name = (std::filesystem::temp_directory_path() / "vxprivacy-XXXXXX").string();
+        if (!::mkdtemp(name.data()))
+            throw std::system_error(errno, std::generic_category(), name);
+        path_ = name;
+    }
+    ~ScratchDirectory() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    ScratchDirectory(const ScratchDirectory&) = delete;
+    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+} // namespace vx::tools::studio
