@@ -75,18 +75,20 @@ const isQuestion = (line) => ["store", "sdkData", "screen", "model"].includes(JS
 export async function expectSameWhenOpened(page) {
   const ask = async (path) => (await page.request.get(new URL(path, page.url()).href)).text();
   const storeOf = async () => JSON.parse(await ask("/api/state")).application.store;
-  const steps = async () => (await ask("/api/session")).split("\n").filter(isStep);
-  const deeds = (steps) => steps.filter((line) => !isQuestion(line));
-  const [script, store, before] = [await ask("/api/session"), await storeOf(), await steps()];
+  const stepsIn = (script) => script.split("\n").filter(isStep);
+  const deedsIn = (script) => stepsIn(script).filter((line) => !isQuestion(line));
+  const [store, script] = [await storeOf(), await ask("/api/session")];
+  const steps = stepsIn(script).length;
   await page.locator("#session-file").setInputFiles({ name: "session.jsonl", mimeType: "text/plain", buffer: Buffer.from(script) });
-  await page.getByText(`${before.length} steps`, { exact: true }).waitFor();
+  await page.getByText(`${steps} steps`, { exact: true }).waitFor();
   await page.getByRole("button", { name: "Run all" }).click();
-  await page.getByText(`${before.length} of ${before.length} steps played`, { exact: true }).waitFor();
+  await page.getByText(`${steps} of ${steps} steps played`, { exact: true }).waitFor();
   await page.getByRole("list", { name: "Steps of the session" }).locator("[aria-current]")
-    .getByText(String(before.length), { exact: true }).waitFor();
-  assert.deepEqual(deeds(await steps()), deeds(before));
+    .getByText(String(steps), { exact: true }).waitFor();
+  assert.deepEqual(deedsIn(await ask("/api/session")), deedsIn(script));
+  const closed = page.waitForResponse("**/api/session/close");
   await page.getByRole("button", { name: "Close session" }).click();
+  await closed;
   await page.locator("#playback").waitFor({ state: "hidden" });
-  await happened(page, "The session was closed");
   assert.deepEqual(await storeOf(), store);
 }

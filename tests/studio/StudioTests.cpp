@@ -223,7 +223,7 @@ TEST(Studio, ASessionIsPlayedInAWorldOfItsOwn) {
     std::string script;
     for (const auto& each : steps)
         script += std::string(each.step) + "\n";
-    EXPECT_EQ(studio.post("session", script)["application"], before["application"]);
+    EXPECT_EQ(studio.post("session", script)["process"], before["process"]);
     std::size_t number = 0;
     for (const auto& [step, isDone, note] : steps) {
         SCOPED_TRACE(step);

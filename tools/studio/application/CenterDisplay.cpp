@@ -74,6 +74,7 @@ void CenterDisplay::presentUnseen(Mode mode, const Presentation& presentation) {
     isPlayed_ = true;
     if (ScrollView* popup = center_->popup())
         popup->setMeasures(kUnseenFrame, kUnseenContent);
+    reading_ = {0, kUnseenFrame, kUnseenContent}; // nobody's
     center_->controller().viewDidAppear(true);
     steps_.step({{"do", "screen"}});
 }
