@@ -1,10 +1,10 @@
 // screenshots.mjs DIRECTORY: the pictures of docs/, of the sample configurations: category-center-light,
 // -dark and, with the colours that it sets, -themed; iab- and the name of each of the IAB center's screens,
-// and some of them -searched, -french, -dark and -themed; studio, studio-findings and studio-iab.
+// and some of them -searched, -french, -dark, -themed and -in-force; studio, studio-findings and studio-iab.
 import { readFile } from "node:fs/promises";
 import { test, after } from "node:test";
 import { fileURLToPath } from "node:url";
-import { closeBrowser, iabSample, iabScreens, open, sample, serve, switchOf, tap, vendorList } from "./browser.mjs";
+import { closeBrowser, iabSample, iabScreens, listOfFormat3, open, sample, serve, switchOf, tap, vendorList } from "./browser.mjs";
 import { openStudio } from "./studio.mjs";
 
 after(closeBrowser);
@@ -59,6 +59,15 @@ for (const [name, configuration, language, wanted, options] of [
       return picture(page, `iab-${screen}-${name}`);
     }
   });
+
+test("the IAB center with the framework in force", async (t) => {
+  const page = await open(t, await serve(t, plainIAB, "en", listOfFormat3), { deviceScaleFactor: 2 });
+  for await (const screen of iabScreens(page)) {
+    if (screen !== "vendor details") continue;
+    await page.locator(".scroll").evaluate((list) => list.scrollTo(0, list.scrollHeight));
+    await picture(page, "iab-vendor-details-in-force");
+  }
+});
 
 const desk = { width: 1440, height: 900 };
 
