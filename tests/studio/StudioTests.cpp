@@ -135,7 +135,11 @@ TEST(Studio, APublishedVersionReachesTheNextLaunch) {
             EXPECT_NE(error.find(problem), std::string::npos) << error;
         }
     }
+    for (const char* over : {"4", "0"})
+        EXPECT_EQ(studio.post("configuration?over=" + std::string(over), sample.dump())["error"],
+                  "version 5 was published meanwhile");
     EXPECT_EQ(studio.get("state")["published"]["version"], version);
+    EXPECT_EQ(studio.post("configuration?over=5", sample.dump())["version"], 6);
 }
 
 TEST(Studio, ABeaconWaitsForTheNetworkAndOutlivesTheProcess) {

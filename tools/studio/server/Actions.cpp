@@ -6,6 +6,8 @@
 #include <chrono>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -122,12 +124,16 @@ constexpr Action kActions[] = {
                              const std::string& body) { return session.shipRestrictions(body); }},
 };
 
-void publish(StudioSession& session, const std::string& text, httplib::Response& response) {
-    const Result<Edition> edition = session.publish(text);
+void publish(StudioSession& session, const httplib::Request& request, const std::string& text,
+             httplib::Response& response) {
+    std::optional<std::int64_t> over;
+    if (request.has_param("over"))
+        over = std::strtoll(request.get_param_value("over").c_str(), nullptr, 10);
+    const Result<Edition> edition = session.publish(text, over);
     if (edition)
         answer(response, {{"version", edition->version}, {"text", edition->text}});
     else
-        answerError(response, 422, edition.problem());
+        answerError(response, edition.problem().isConflict ? 409 : 422, edition.problem());
 }
 
 void rehearse(StudioSession& session, const std::string& text, httplib::Response& response) {
@@ -145,31 +151,32 @@ void addActions(httplib::Server& server, StudioSession& session, const EventStre
         addPost(server, path, kLargestBody, std::move(take));
     };
     for (const Action& action : kActions)
-        post(action.path, [&](const std::string& body, httplib::Response& response) {
-            if (const Reply reply = action.perform(session, body))
-                answer(response, events.state());
-            else
-                answerError(response, 409, reply.problem());
-        });
-    post("/api/configuration", [&](const std::string& body, httplib::Response& response) {
-        publish(session, body, response);
-    });
-    post("/api/session", [&](const std::string& body, httplib::Response& response) {
-        if (const Reply opened = session.openScript(body))
-            answer(response, events.state());
-        else
-            answerError(response, 422, opened.problem());
-    });
+        post(action.path,
+             [&](const httplib::Request&, const std::string& body, httplib::Response& response) {
+                 if (const Reply reply = action.perform(session, body))
+                     answer(response, events.state());
+                 else
+                     answerError(response, 409, reply.problem());
+             });
+    post("/api/configuration",
+         [&](const httplib::Request& request, const std::string& body,
+             httplib::Response& response) { publish(session, request, body, response); });
+    post("/api/session",
+         [&](const httplib::Request&, const std::string& body, httplib::Response& response) {
+             if (const Reply opened = session.openScript(body))
+                 answer(response, events.state());
+             else
+                 answerError(response, 422, opened.problem());
+         });
     // These change nothing, but are work.
-    post("/api/rehearse", [&](const std::string& body, httplib::Response& response) {
-        rehearse(session, body, response);
-    });
-    post("/api/tc", [](const std::string& body, httplib::Response& response) {
-        answer(response, tc::decodedAsJSON(body));
-    });
-    post("/api/lint", [](const std::string& body, httplib::Response& response) {
-        answer(response, lint::asJSON(lint::lint(body)));
-    });
+    post("/api/rehearse", [&](const httplib::Request&, const std::string& body,
+                              httplib::Response& response) { rehearse(session, body, response); });
+    post("/api/tc", [](const httplib::Request&, const std::string& body,
+                       httplib::Response& response) { answer(response, tc::decodedAsJSON(body)); });
+    post("/api/lint",
+         [](const httplib::Request&, const std::string& body, httplib::Response& response) {
+             answer(response, lint::asJSON(lint::lint(body)));
+         });
 }
 
 } // namespace vx::tools::studio

@@ -42,7 +42,7 @@ void addCenter(httplib::Server& server, StudioSession& session) {
     for (const web::StaticFile& file : web::staticFiles())
         serveFile(server, "/center/" + std::string(file.name), file);
     addPost(server, "/api/center/event", kLongestEvent,
-            [&](const std::string& event, httplib::Response& response) {
+            [&](const httplib::Request&, const std::string& event, httplib::Response& response) {
                 answerWith(response, session.centerEvent(event), "application/json", 409);
             });
 }

@@ -9,6 +9,7 @@ namespace vx::tools::studio {
 /// Why something was not done: one line for the user to read.
 struct Problem {
     std::string text;
+    bool isConflict = false; ///< with what somebody else did meanwhile
 };
 
 /// What came of something: a value, or the problem that is in its way.

@@ -84,7 +84,7 @@ void addPost(httplib::Server& server, const std::string& path, std::size_t most,
         if (request.is_multipart_form_data())
             refuseForm(read, response);
         else if (const auto body = readBody(request, read, most, response))
-            take(*body, response);
+            take(request, *body, response);
     });
     server.Get(path, [](const httplib::Request& request, httplib::Response& response) {
         refuseMethod(request, response, "POST");

@@ -15,7 +15,8 @@ inline constexpr std::size_t kLargestBody = 8u << 20;
 void addGet(httplib::Server& server, const std::string& path, httplib::Server::Handler answer);
 
 /// Takes a body that was read whole, unpacked where it came packed.
-using TakeBody = std::function<void(const std::string& body, httplib::Response& response)>;
+using TakeBody = std::function<void(const httplib::Request& request, const std::string& body,
+                                    httplib::Response& response)>;
 
 /// Makes `server` answer POST requests for `path`. A form, a body of more than `most` bytes, packed
 /// or not, and one that cannot be read are refused before anything takes them.

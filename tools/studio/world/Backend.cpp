@@ -69,11 +69,12 @@ void Backend::addRoutes(httplib::Server& server) {
            [this](const httplib::Request& request, httplib::Response& response) {
                answerVendorList(request, response);
            });
-    addPost(server, kCollector, kLongestBeacon,
-            [this](const std::string& beacon, httplib::Response& response) {
-                collect(beacon);
-                response.set_content("{}", "application/json");
-            });
+    addPost(
+        server, kCollector, kLongestBeacon,
+        [this](const httplib::Request&, const std::string& beacon, httplib::Response& response) {
+            collect(beacon);
+            response.set_content("{}", "application/json");
+        });
     refuseOthers(server);
     // Before the answer goes out, so that it stands before what the answer causes. What other sites
     // ask for is left out: they could fill the timeline.

@@ -1,5 +1,6 @@
 #include "tools/studio/world/SessionRecord.h"
 
+#include <functional>
 #include <utility>
 
 #include "tools/studio/shared/EventStream.h"
@@ -27,6 +28,10 @@ std::string sdkIdentifierIn(const Json& entries) {
     return "";
 }
 
+std::size_t digestOf(const Json& value) {
+    return std::hash<Json>()(value);
+}
+
 Json worldOf(const Json& start) {
     Json world = {{"do", "world"},
                   {"now", start["now"]},
@@ -46,9 +51,12 @@ Json worldOf(const Json& start) {
 
 void SessionRecord::launched(Json start) {
     const std::lock_guard lock(mutex_);
+    std::map<std::string, std::size_t> files;
+    for (const auto& [name, text] : start["files"].items())
+        files[name] = digestOf(text);
     const bool isContinued = !chapters_.empty() && !start.value("isFresh", false) &&
                              iab_ == start["iab"] && inForce_ == start.value("inForce", "") &&
-                             store_ == start["store"] && files_ == start["files"];
+                             store_ == digestOf(start["store"]) && files_ == files;
     chapters_.push_back({.number = ++launches_,
                          .after = events_.lastEntry(),
                          .isContinued = isContinued,
@@ -58,8 +66,8 @@ void SessionRecord::launched(Json start) {
                          .steps = {}});
     iab_ = start["iab"] == true;
     inForce_ = start.value("inForce", "");
-    store_ = std::move(start["store"]);
-    files_ = std::move(start["files"]);
+    store_ = digestOf(start["store"]);
+    files_ = std::move(files);
     add(chapters_.back().world.size());
 }
 
@@ -68,7 +76,7 @@ void SessionRecord::add(const Json& step) {
     if (chapters_.empty())
         return;
     if (step.is_object() && step.value("do", "") == "install")
-        files_[step.value("name", "")] = step["text"];
+        files_[step.value("name", "")] = digestOf(step["text"]);
     std::string line = step.is_string() ? "# " + step.get<std::string>() : dumped(step);
     const std::size_t size = sizeof(SessionChapter::Step) + line.size();
     chapters_.back().steps.push_back({events_.lastEntry(), std::move(line)});
@@ -87,7 +95,7 @@ void SessionRecord::add(std::size_t bytes) {
 
 void SessionRecord::stored(const Json& entries) {
     const std::lock_guard lock(mutex_);
-    store_ = entries;
+    store_ = digestOf(entries);
     if (!chapters_.empty())
         chapters_.back().sdkIdentifier = sdkIdentifierIn(entries);
 }

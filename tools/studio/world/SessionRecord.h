@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <mutex>
+#include <string>
 
 #include "tools/studio/shared/Json.h"
 #include "tools/studio/shared/Protocol.h"
@@ -50,8 +52,9 @@ private:
     // As the last process left it.
     bool iab_ = false;
     std::string inForce_; // the publisher's country
-    Json store_ = Json::array();
-    Json files_ = Json::object(); // by name
+    // Digests: the texts are as large as the session.
+    std::size_t store_ = 0;
+    std::map<std::string, std::size_t> files_; // by name
 };
 
 } // namespace vx::tools::studio

@@ -106,8 +106,9 @@ public:
     Edition published() const;
     /// The sample configuration for the mode.
     std::string sample() const;
-    /// Throws std::system_error when it cannot be kept.
-    Result<Edition> publish(const std::string& text);
+    /// Publishes `text` over version `over`, where one is said: a conflict when another one is in
+    /// force by now. Throws std::system_error when it cannot be kept.
+    Result<Edition> publish(const std::string& text, std::optional<std::int64_t> over);
     /// What would be published for `text` ("version", "text"), over what ("over", the same of the
     /// edition in force), and what that means to users who have answered, as `Rehearsal` finds it,
     /// or the "problem" of finding it. Nothing changes.
