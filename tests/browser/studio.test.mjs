@@ -241,10 +241,18 @@ test("before it is published, an edition says what it changes and does", async (
     assert.equal(await editor.inputValue(), draft);
   }
   await ask();
+  await dialog.getByRole("heading", { name: "Publish version 3?" }).waitFor();
+  await other.evaluate((body) => fetch("/api/configuration", {
+    method: "POST", body,
+    headers: { "X-Studio-Token": document.querySelector('meta[name="studio-token"]').content },
+  }), published.replace('"Local news"', '"Towns"'));
+  await dialog.getByRole("button", { name: "Publish and relaunch" }).click();
+  await dialog.getByText("Version 3 was published elsewhere while you were editing version 1.").waitFor();
+  await dialog.getByText('"Towns"').waitFor();
   await dialog.getByRole("button", { name: "Publish and relaunch" }).click();
   await page.getByText("Running, launch 5").waitFor();
-  await page.getByText("Version 3 is published.").waitFor();
-  assert.deepEqual(page.failures, []);
+  await page.getByText("Version 4 is published.").waitFor();
+  assert.deepEqual(failuresButRefusals(page), []);
 });
 
 test("findings follow what is typed, and lead to their place", async (t) => {
@@ -320,6 +328,10 @@ test("of 5,000 entries those in view are in the page, and every one is in reach"
   await page.getByText("111 of 5000").waitFor();
   assert.ok(await timeline.evaluate((view) =>
     view.querySelector("article").getBoundingClientRect().top < view.getBoundingClientRect().top));
+  await page.getByRole("searchbox").fill('"lines"'); // beacons stand open, the others are folded
+  await page.getByText("1000 of 5000").waitFor();
+  await timeline.locator('[data-kind="log"] .folded').first().waitFor();
+  assert.equal(await timeline.locator('[data-kind="beacon"] .folded').first().isVisible(), false);
   await page.getByRole("searchbox").fill("entry 25");
   await timeline.hover();
   for (let at; at !== 0;) {

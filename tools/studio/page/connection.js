@@ -16,7 +16,7 @@ export async function post(action, body, { file, isQuiet = false } = {}) {
   if (response?.ok) return answer;
   const problem = answer?.error ?? "The studio does not answer.";
   if (!isQuiet) showProblem(file ? `${file.name}: ${problem}` : problem);
-  throw new Error(problem);
+  throw Object.assign(new Error(problem), { isConflict: response?.status === 409 });
 }
 
 /** Posts for an event handler: the problem was shown, there is nothing left to do. */

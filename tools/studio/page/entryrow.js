@@ -35,11 +35,20 @@ function details(record, head, onResized) {
   return node;
 }
 
-const entries = new WeakMap(); // by row
+const records = new WeakMap(); // by row
 /** Whose row it is. */
-export const entryOf = (row) => entries.get(row);
+export const entryOf = (row) => records.get(row).entry;
 
-/** The row of a record {entry, open}, which keeps whether the reader opened it. */
+/** Says at a row whose body is folded when what is searched for lies there. */
+export function markFolded(row, wanted) {
+  const { entry, text } = records.get(row);
+  const isThere = wanted !== "" && text.slice(entry.title.toLowerCase().length).includes(wanted);
+  const mark = row.querySelector(".folded");
+  if (isThere && !mark) row.querySelector("summary")?.append(element("span", { class: "folded", text: "match inside" }));
+  else if (!isThere) mark?.remove();
+}
+
+/** The row of a record {entry, text, open}, which keeps whether the reader opened it. */
 export function entryRow(record, onResized) {
   const { entry } = record;
   const head = [
@@ -50,6 +59,6 @@ export function entryRow(record, onResized) {
   const row = element("article",
     { "data-kind": entry.kind, "data-level": entry.level, "aria-label": `${kindOf(entry)}: ${entry.title}`, tabindex: "-1" },
     isEmpty(entry.body) ? element("div", { class: "line" }, ...head) : details(record, head, onResized));
-  entries.set(row, entry);
+  records.set(row, record);
   return row;
 }

@@ -77,7 +77,10 @@ export async function askAndPublish(text, begunWith) {
   allow(true);
   const how = await closed;
   if (!how) return undefined;
-  const edition = await post("configuration", text);
+  const edition = await post(`configuration?over=${outcome.over.version}`, text).catch((error) => {
+    if (!error.isConflict) throw error;
+  });
+  if (!edition) return askAndPublish(text, begunWith); // there is more to look at by now
   if (how === "relaunch") await act("relaunch");
   return edition;
 }
@@ -87,5 +90,10 @@ export function wirePublishing() {
   byId("publish-only").addEventListener("click", () => end("publish"));
   byId("publish-relaunch").addEventListener("click", () => end("relaunch"));
   byId("publish-cancel").addEventListener("click", () => dialog.close());
-  dialog.addEventListener("close", () => { answer?.(undefined); allow(false); asked += 1; });
+  dialog.addEventListener("close", () => {
+    if (dialog.open) return; // it asks again already: the event comes with a frame
+    answer?.(undefined);
+    allow(false);
+    asked += 1;
+  });
 }

@@ -1,7 +1,7 @@
 // Everything that happened, oldest first.
 
 import { byId, element, setText } from "./dom.js";
-import { entryRow, isOpenAtFirst, targetOf } from "./entryrow.js";
+import { entryRow, isOpenAtFirst, markFolded, targetOf } from "./entryrow.js";
 import { highlight } from "./highlight.js";
 import { VirtualList } from "./virtuallist.js";
 
@@ -76,6 +76,7 @@ function applyFilter() {
 }
 
 function showState() {
+  for (const row of list.rows) markFolded(row, wanted);
   highlight(list.rows, wanted);
   byId("newest").hidden = !list.isBehind;
   setText(byId("found"), shown === records ? "" : `${shown.length} of ${records.length}`);
