@@ -131,7 +131,7 @@ void publish(StudioSession& session, const httplib::Request& request, const std:
         over = std::strtoll(request.get_param_value("over").c_str(), nullptr, 10);
     const Result<Edition> edition = session.publish(text, over);
     if (edition)
-        answer(response, {{"version", edition->version}, {"text", edition->text}});
+        answer(response, {{"version", edition->version}, {"text", *edition->text}});
     else
         answerError(response, edition.problem().isConflict ? 409 : 422, edition.problem());
 }

@@ -104,7 +104,7 @@ void PageServer::addQueries(httplib::Server& server) {
         answerScript(response, session_.script());
     });
     server.Get("/api/configuration", [this](const httplib::Request&, httplib::Response& response) {
-        answerText(response, session_.published().text, "application/json");
+        answerText(response, *session_.published().text, "application/json");
     });
     server.Get("/api/restrictions", [this](const httplib::Request&, httplib::Response& response) {
         answerText(response, session_.restrictions(), "application/json");

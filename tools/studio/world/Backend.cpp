@@ -46,12 +46,12 @@ bool Backend::start(int port) {
     return server_.start(port) || server_.start(0);
 }
 
-void Backend::publish(std::string document) {
+void Backend::publish(std::shared_ptr<const std::string> document) {
     const std::lock_guard lock(mutex_);
     document_ = std::move(document);
 }
 
-std::string Backend::published() const {
+std::shared_ptr<const std::string> Backend::published() const {
     const std::lock_guard lock(mutex_);
     return document_;
 }
@@ -63,7 +63,7 @@ void Backend::addRoutes(httplib::Server& server) {
         });
     addGet(server, configurationPath_,
            [this](const httplib::Request& request, httplib::Response& response) {
-               answerDocument(published(), request, response);
+               answerDocument(*published(), request, response);
            });
     addGet(server, "/v([23])/([^/]+)",
            [this](const httplib::Request& request, httplib::Response& response) {

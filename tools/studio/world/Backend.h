@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <string>
 
@@ -31,8 +32,8 @@ public:
     std::string address() const { return server_.address(); }
 
     /// Serves `document` as the privacy configuration from now on.
-    void publish(std::string document);
-    std::string published() const;
+    void publish(std::shared_ptr<const std::string> document);
+    std::shared_ptr<const std::string> published() const;
 
 private:
     void addRoutes(httplib::Server& server);
@@ -43,7 +44,7 @@ private:
     const ServedVendorLists vendorLists_;
     EventStream& events_;
     mutable std::mutex mutex_; // guards document_
-    std::string document_;
+    std::shared_ptr<const std::string> document_ = std::make_shared<const std::string>();
     std::atomic<std::uint64_t> arrived_ = 0; // beacons
     system::LoopbackServer server_;
 };

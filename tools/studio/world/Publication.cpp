@@ -1,6 +1,7 @@
 #include "tools/studio/world/Publication.h"
 
 #include <limits>
+#include <memory>
 #include <utility>
 
 #include "tools/studio/shared/Json.h"
@@ -29,11 +30,11 @@ Result<Edition> editionOf(const std::string& text, std::int64_t above) {
         !document["information"].is_object())
         return Problem{"the document needs an object \"information\", which holds the version"};
     if (const std::int64_t version = versionOf(document); version > above)
-        return Edition{text, version};
+        return Edition{std::make_shared<const std::string>(text), version};
     if (above >= kHighestVersion)
         return Problem{"no version number is left above the published one"};
     document["information"]["version"] = above + 1;
-    return Edition{document.dump(2) + "\n", above + 1};
+    return Edition{std::make_shared<const std::string>(document.dump(2) + "\n"), above + 1};
 }
 
 Publication::Publication(Edition inForce, std::filesystem::path file)
@@ -44,7 +45,7 @@ Result<Edition> Publication::publish(const std::string& text) {
     if (!edition)
         return edition;
     if (!file_.empty())
-        system::writeFile(file_, edition->text);
+        system::writeFile(file_, *edition->text);
     inForce_ = *edition;
     return edition;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "tools/studio/shared/Result.h"
@@ -10,7 +11,8 @@ namespace vx::tools::studio {
 
 /// One version of the privacy configuration.
 struct Edition {
-    std::string text;
+    /// Never null in one that was made; shared, since it may have 8 MiB.
+    std::shared_ptr<const std::string> text;
     std::int64_t version = 0;
 };
 

@@ -247,8 +247,8 @@ Result<Json> StudioSession::rehearse(const std::string& text) {
     if (!next)
         return next.problem();
     Json answer = {{"version", next->version},
-                   {"text", next->text},
-                   {"over", {{"version", inForce.version}, {"text", inForce.text}}}};
+                   {"text", *next->text},
+                   {"over", {{"version", inForce.version}, {"text", *inForce.text}}}};
     if (const Result<Json> outcome = rehearsal_.run(launch, inForce, *next))
         answer.update(*outcome);
     else
