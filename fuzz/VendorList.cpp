@@ -21,9 +21,11 @@ using fuzz::require;
 
 void requireReadable(const recording::Event& event, services::TCFProfile profile) {
     const auto text = event.find("tc");
-    if (text != event.end() && (profile == services::TCFProfile::Specified || *text != ""))
-        require(std::holds_alternative<services::tcf::TCModel>(
-            services::tcf::decode(text->get<std::string>())));
+    if (text == event.end())
+        return;
+    const auto written = text->get<std::string>();
+    if (profile == services::TCFProfile::Specified || !written.empty())
+        require(std::holds_alternative<services::tcf::TCModel>(services::tcf::decode(written)));
 }
 
 services::TCFProfile profileFor(const std::string& list) {

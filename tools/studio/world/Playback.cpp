@@ -9,10 +9,10 @@ namespace vx::tools::studio {
 
 namespace {
 
-constexpr std::size_t kLongestShown = 300; // bytes of a step's arguments
+constexpr std::size_t kLongestArguments = 300; // bytes of a step's arguments
 constexpr std::uint64_t kUsualNow = 1700000000000;
-constexpr const char* kUserAgent = "kVXPredefinedVariable_UserAgent";
-constexpr const char* kSDKIdentifier = "kVXPredefinedVariable_SDKID";
+constexpr const char* kUserAgentVariable = "kVXPredefinedVariable_UserAgent";
+constexpr const char* kSDKVariable = "kVXPredefinedVariable_SDKID";
 
 constexpr const char* kQuestions[] = {"store",  "sdkData",       "screen",       "model",
                                       "engine", "registrations", "restrictions", "ask"};
@@ -41,7 +41,7 @@ std::string argumentsIn(const std::string& line) {
     Json step = Json::parse(line);
     step.erase("do");
     std::string text = step.empty() ? "" : dumped(step);
-    return text.size() <= kLongestShown ? text : text.substr(0, kLongestShown) + "\u2026";
+    return text.size() <= kLongestArguments ? text : text.substr(0, kLongestShown) + "\u2026";
 }
 
 template <class Dictionary>
@@ -128,10 +128,10 @@ PlayedWorld playedWorld(const play::Step& step) {
     world.launch = {{"now", step.optional(&Step::milliseconds, "now").value_or(kUsualNow)},
                     {"files", textsOf(step, "files")},
                     {"createdDate", step.optional(&Step::text, "createdDate").value_or("")}};
-    if (variables.contains(kUserAgent))
-        world.launch["userAgent"] = variables[kUserAgent];
-    if (variables.contains(kSDKIdentifier))
-        store["VXSDKIdentifier"] = variables[kSDKIdentifier];
+    if (variables.contains(kUserAgentVariable))
+        world.launch["userAgent"] = variables[kUserAgentVariable];
+    if (variables.contains(kSDKVariable))
+        store["VXSDKIdentifier"] = variables[kSDKVariable];
     world.launch["store"] = std::move(store);
     world.mode = step.optional(&Step::boolean, "iab").value_or(false) ? Mode::IAB : Mode::Category;
     const auto country = step.optional(&Step::text, "inForce");
@@ -139,7 +139,7 @@ PlayedWorld playedWorld(const play::Step& step) {
     if (country && *country != kPublisherCountry)
         addName(world.leftOut, "the country of inForce");
     for (const auto& variable : variables.items())
-        if (variable.key() != kUserAgent && variable.key() != kSDKIdentifier)
+        if (variable.key() != kUserAgentVariable && variable.key() != kSDKVariable)
             addName(world.leftOut, variable.key());
     if (!step.optional(&Step::boolean, "sdk").value_or(true))
         addName(world.leftOut, "sdk");
