@@ -41,7 +41,7 @@ std::string argumentsIn(const std::string& line) {
     Json step = Json::parse(line);
     step.erase("do");
     std::string text = step.empty() ? "" : dumped(step);
-    return text.size() <= kLongestArguments ? text : text.substr(0, kLongestShown) + "\u2026";
+    return text.size() <= kLongestArguments ? text : text.substr(0, kLongestArguments) + "\u2026";
 }
 
 template <class Dictionary>
