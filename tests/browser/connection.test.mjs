@@ -115,6 +115,11 @@ test("a page whose center was replaced says so, takes no more taps and leads on"
     (page) => open(t, page.url()), // another tab; each visit opens the center anew
     (page) => page.route("**/event", (route) => route.continue({ url: `${restarted}/event` })),
     (page) => page.route("**/event", (route) => route.fulfill({ status: 404 })),
+    async (page) => { // back to what the browser kept of it, which lacks what was tapped
+      for (let i = 0; i < 2; ++i) await tap(page, switchOf(page, "Personalisation"));
+      await page.goto("about:blank");
+      await page.goBack();
+    },
   ]) {
     const page = await open(t, address);
     await replace(page);

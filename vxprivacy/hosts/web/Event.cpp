@@ -1,6 +1,5 @@
-// {"page":"7-1","n":4,"set":"v12","on":true}, or "tap":"v13", "tap":"v14","character":9, or
-// "scroll":"v3","x":0,"y":120,
-// "frame":600,"content":900.
+// {"page":"7-1","run":"0.25","n":4,"set":"v12","on":true}, or "tap":"v13", or
+// "tap":"v14","character":9, or "scroll":"v3","x":0,"y":120,"frame":600,"content":900.
 
 #include "vxprivacy/hosts/web/Event.h"
 
@@ -57,6 +56,7 @@ Event eventIn(std::string_view text) {
     if (!json.is_object())
         return event;
     event.page = textOf(json, "page").value_or("");
+    event.run = textOf(json, "run").value_or("");
     event.number = valueOf<std::uint64_t>(json, "n", &Json::is_number_unsigned).value_or(0);
     readWhatWasDone(json, event);
     return event;

@@ -20,6 +20,7 @@ struct Event {
     };
 
     std::string page;         ///< the page's id
+    std::string run;          ///< which of the runs of the page's script says it; empty: not said
     std::uint64_t number = 0; ///< higher than that of the page's events before; 0: not said
     Kind kind = Kind::None;
     std::string element;

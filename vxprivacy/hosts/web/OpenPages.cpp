@@ -28,9 +28,13 @@ OpenPage& OpenPages::add() {
     return pages_.emplace_back(OpenPage{.id = name_ + "-" + std::to_string(++made_)});
 }
 
-OpenPage* OpenPages::find(std::string_view id) {
+OpenPage* OpenPages::find(std::string_view id, std::string_view run) {
     const auto page = std::ranges::find(pages_, id, &OpenPage::id);
     if (page == pages_.end())
+        return nullptr;
+    if (page->run.empty())
+        page->run = run;
+    if (page->run != run)
         return nullptr;
     pages_.splice(pages_.end(), pages_, page);
     return &pages_.back();

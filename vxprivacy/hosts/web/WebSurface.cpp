@@ -163,7 +163,7 @@ std::string WebSurface::Parts::page() {
 }
 
 std::string WebSurface::Parts::answer(const Event& event) {
-    OpenPage* page = pages.find(event.page);
+    OpenPage* page = pages.find(event.page, event.run);
     if (!page)
         return kGone;
     if (event.number != 0 && event.number <= page->number) // sent again
@@ -181,7 +181,7 @@ std::string WebSurface::Parts::answer(const Event& event) {
                change.what == ViewChange::What::Scrolling;
     });
     note(changes);
-    page = pages.find(event.page); // what was done may have made pages
+    page = pages.find(event.page, event.run); // what was done may have made pages
     if (!page)
         return kGone;
     if (const auto what = view ? owed(event, *view) : std::nullopt)

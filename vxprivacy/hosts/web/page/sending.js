@@ -9,6 +9,7 @@ import { clearAlert, showAlert } from "./notices.js";
 import { show } from "./showing.js";
 
 const { page, events } = document.documentElement.dataset;
+const run = String(Math.random()); // a page that a browser kept has another in each of its tabs
 const patience = 20_000; // milliseconds
 const longestPause = 30_000;
 
@@ -42,7 +43,7 @@ let tryNow = () => {};
 export function send(event) {
   const last = queue.length > 1 ? queue.at(-1) : undefined;
   if (event.scroll && last?.scroll === event.scroll) return Object.assign(last, event);
-  queue.push({ page, n: ++number, ...event });
+  queue.push({ page, run, n: ++number, ...event });
   if (queue.length === 1) deliver();
   else tryNow();
 }
