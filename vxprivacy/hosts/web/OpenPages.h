@@ -13,7 +13,7 @@ namespace vx::web {
 
 /// A page in a browser, as far as the surface knows what it shows.
 struct OpenPage {
-    std::string id; ///< of this page alone, also among those of other surfaces and processes
+    std::string id;       ///< of this page alone, also among those of other surfaces and processes
     std::string run = {}; ///< of its script, as its first event said; empty before that
     /// The number of its last event, and the answer, in case that is lost on its way; 0 and empty
     /// before the first.
@@ -32,8 +32,8 @@ public:
     OpenPages();
 
     OpenPage& add();
-    /// Null for a page that is forgotten or was never one of these, and for one that a browser shows
-    /// again from its cache: its script runs anew, and what it shows is out of date.
+    /// Null for a page that is forgotten or was never one of these, and for one that a browser
+    /// shows again from its cache: its script runs anew, and what it shows is out of date.
     OpenPage* find(std::string_view id, std::string_view run);
     /// The screen changed; no page knows.
     void note(const std::vector<ViewChange>& changes);
