@@ -57,7 +57,7 @@ Present takeAway(const fs::path& store) {
     return std::make_shared<fs::path>(writeFile(store.parent_path(), ""));
 }
 
-std::vector<Fault> faults(const SilentServer& silent) {
+std::vector<Fault> faults(const SilentServer& server) {
     return {
         {"none", [](const fs::path&) { return Present(); }},
         {"a locked file", [](const fs::path& it) { return std::make_shared<LockedFile>(it); }},
@@ -65,8 +65,8 @@ std::vector<Fault> faults(const SilentServer& silent) {
         {"no file, nor a place for it", takeAway},
         {"no descriptors", [](const fs::path&) { return std::make_shared<NoDescriptors>(); }},
         {"no threads", [](const fs::path&) { return std::make_shared<NoThreads>(); }},
-        {"a silent collector", [](const fs::path&) { return Present(); }, silent.host(),
-         [&] { silent.awaitConnection(); }},
+        {"a silent collector", [](const fs::path&) { return Present(); }, server.host(),
+         [&] { server.awaitConnection(); }},
         {"a silent name server",
          [](const fs::path&) { return std::make_shared<SilentNameServer>(); },
          "https://collector.example", [] { waitUntil(SilentNameServer::isAsked); }},
