@@ -37,7 +37,8 @@ struct Application : ViewControllerDelegate {
         center.reset();
     }
 
-    recording::World world{{.files = {{"vendor-list", R"({"purposes":{"1":{"id":1}},"vendors":{
+    recording::World world{{.files = {{"vendor-list", R"({"purposes":{"1":{"id":1}},
+                       "specialFeatures":{"1":{"id":1}},"vendors":{
                        "7":{"id":7,"purposes":[1],"policyUrl":"https://seven.example/"},
                        "8":{"id":7,"name":"the same ID","purposes":[1]}}})"},
                                       {"privacy", "{}"}},
@@ -156,7 +157,37 @@ TEST(IABCenter, OpensEveryScreenAtItsTop) {
     center.popupContentView()->scrollView()->setContentOffset({0, 90});
     center.displayPurposeScreen();
     center.displayPopUpScreen();
-    EXPECT_EQ(center.popupContentView()->scrollView()->contentOffset(), ScrollView::Offset());
+    ScrollView& scroll = *center.popupContentView()->scrollView();
+    EXPECT_EQ(scroll.contentOffset(), ScrollView::Offset());
+    scroll.scrolledTo({0, 5}); // nothing was measured yet
+    EXPECT_EQ(scroll.contentOffset(), (ScrollView::Offset{0, 1}));
+}
+
+TEST(IABCenter, KeepsLongTextsFromSqueezingWhatIsBesideThem) {
+    Application application;
+    application.show();
+    Center& center = *application.center;
+    center.displayPurposeScreen();
+    EXPECT_EQ(application.named("PSpeFeatureName1")->compressionResistance(), 250);
+    center.displayVendorList();
+    touch(*center.vendorContentView()->detailBtns().front()->originalBtn());
+    const auto policy =
+        application.named("privacyPolicyBTN" + std::to_string(center.numberOfViews()));
+    EXPECT_EQ(dynamic_cast<Button&>(*policy).minimumScaleFactor(), 0.5);
+}
+
+TEST(IABCenter, HasWhatNoScreenUses) {
+    Application application;
+    application.show();
+    Center& center = *application.center;
+    EXPECT_EQ(center.currentContentView(), center.popupContentView()->containerView());
+    center.setNumberOfViews(7);
+    center.attachFormattedConstraint("H:|-%d-[contentView]", *center.view());
+    EXPECT_EQ(center.view()->constraints().back().text, "H:|-7-[contentView]");
+    EXPECT_FALSE(center.globalConsent());
+    EXPECT_TRUE(center.purposeContentView()->vendorList().empty());
+    EXPECT_TRUE(center.vendorContentView()->stackList().empty());
+    EXPECT_TRUE(center.vendorContentView()->constraintList().empty());
 }
 
 TEST(IABCenter, StatesWhatNamesARowAndWhetherItIsExpanded) {

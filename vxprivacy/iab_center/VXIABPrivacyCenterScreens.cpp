@@ -7,6 +7,7 @@
 #include "vxprivacy/iab_center/VXPopUpContentView.h"
 #include "vxprivacy/iab_center/VXPurposeContentView.h"
 #include "vxprivacy/iab_center/VXVendorContentView.h"
+#include "vxprivacy/platform/foundation/Text.h"
 #include "vxprivacy/platform/iab/VXCMPStorage.h"
 
 namespace vx {
@@ -110,6 +111,15 @@ void VXIABPrivacyCenterViewController::reAttachConstraints() {
 
 void VXIABPrivacyCenterViewController::attachConstraint(std::string_view format, View& view) const {
     view.addConstraints(constraintsWithVisualFormat(format, 0, metrics_, viewsDictionary_));
+}
+
+void VXIABPrivacyCenterViewController::attachFormattedConstraint(std::string_view format,
+                                                                 View& view) const {
+    attachConstraint(formatted(format, {numberOfViews_}), view);
+}
+
+std::shared_ptr<View> VXIABPrivacyCenterViewController::currentContentView() const {
+    return currentScreen_ ? currentScreen_->containerView() : nullptr;
 }
 
 bool VXIABPrivacyCenterViewController::isModal() const {

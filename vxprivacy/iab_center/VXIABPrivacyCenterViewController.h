@@ -31,10 +31,10 @@ class VXVendorContentView;
 /// user, what the user chose for them, and the five screens on which that is read and chosen, of
 /// which one is shown at a time.
 ///
-/// Made after start-up in IAB mode and presented as `ViewController` says; it works on the vendor
-/// list that was there when it was made. Without a list it has nothing to show and nothing to
-/// accept. What `savedConsent` lists is saved when it disappears. User-interface thread, which is
-/// the application's.
+/// Made after start-up in IAB mode and presented as `ViewController` says; it lists what the vendor
+/// list had when it was made, in the words that the list or its translation has when a screen is
+/// built. Without a list it has nothing to show and nothing to accept. What `savedConsent` lists is
+/// saved when it disappears. User-interface thread, which is the application's.
 ///
 /// The publisher may configure vendors ("information" / "vendors" of the privacy configuration).
 /// Then they and what they declare are asked for; otherwise all live vendors of the list are, and
@@ -151,6 +151,12 @@ public:
     /// Makes layout names unique: all screens count on, and none starts again.
     std::int32_t numberOfViews() const { return numberOfViews_; }
     void setNumberOfViews(std::int32_t number) { numberOfViews_ = number; }
+    /// Attach the constraints of a format over `viewsDictionary` and `metrics` to `view`; the
+    /// second puts `numberOfViews` in place of "%d" before.
+    void attachConstraint(std::string_view format, View& view) const;
+    void attachFormattedConstraint(std::string_view format, View& view) const;
+    /// Has the screen shown fill the view. Showing one does so.
+    void reAttachConstraints();
 
     // The screens. Null before the view is loaded.
     const std::shared_ptr<VXPopUpContentView>& popupContentView() const {
@@ -165,6 +171,8 @@ public:
     }
     /// Null while none is shown.
     const std::shared_ptr<ContentView>& currentScreen() const { return currentScreen_; }
+    /// Its root.
+    std::shared_ptr<View> currentContentView() const;
     /// "view" and, while a screen is shown, "contentView".
     const ViewsDictionary& viewsDictionary() const { return viewsDictionary_; }
 
@@ -261,8 +269,6 @@ private:
     void createInterface();
     void showFirstScreen();
     void show(const std::shared_ptr<ContentView>& screen);
-    void reAttachConstraints();
-    void attachConstraint(std::string_view format, View& view) const;
     void close();
     std::string configuredVendors() const;
     std::vector<const VendorRecord*> askedVendors() const;

@@ -6,6 +6,7 @@
 
 #include "vxprivacy/iab_center/SecondLayerContentView.h"
 #include "vxprivacy/iab_center/VXPurposeLegalContentView.h"
+#include "vxprivacy/iab_center/VendorRecord.h"
 
 namespace vx {
 
@@ -40,6 +41,8 @@ public:
     }
     /// Null where it has no text.
     const std::shared_ptr<Button>& vendorBtn() const { return vendorBtn_; }
+    /// Always empty, deliberately: the vendors have a screen of their own.
+    const std::vector<VendorRecord>& vendorList() const { return vendorList_; }
 
 private:
     struct Section;
@@ -58,6 +61,7 @@ private:
     std::vector<std::shared_ptr<VXPurposeLegalContentView>> detailList_;
     std::shared_ptr<VXPurposeLegalContentView> currentDetail_;
     std::shared_ptr<Button> vendorBtn_;
+    std::vector<VendorRecord> vendorList_;
 };
 
 } // namespace vx

@@ -44,6 +44,9 @@ public:
     }
     /// Null where it has no text.
     const std::shared_ptr<Button>& purposeBtn() const { return purposeBtn_; }
+    /// Always empty, deliberately.
+    const ViewsDictionary& stackList() const { return stackList_; }
+    const OrderedDictionary<VisualFormat>& constraintList() const { return constraintList_; }
 
 private:
     void createPurposeViewButton();
@@ -60,6 +63,8 @@ private:
     std::vector<std::shared_ptr<VXVendorDetailContentView>> detailBtns_;
     std::shared_ptr<VXVendorDetailContentView> currentDetail_;
     std::shared_ptr<Button> purposeBtn_;
+    ViewsDictionary stackList_;
+    OrderedDictionary<VisualFormat> constraintList_;
 };
 
 } // namespace vx
