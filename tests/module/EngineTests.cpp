@@ -54,7 +54,10 @@ struct AsksAndSavesAgain : VXPrivacyCallbacks {
         firstAnswer.push_back(VXPrivacyAPI::isCategoryAccepted(1));
         if (firstAnswer.size() == 1)
             VXMobilePrivacy::sharedInstance().saveConsent({{"PRIVACY_CAT_1", "0"}});
+        else if (forgets)
+            VXMobilePrivacy::sharedInstance().resetSavedConsent();
     }
+    bool forgets = false;
     std::vector<bool> firstAnswer;
 };
 
@@ -68,6 +71,20 @@ TEST(Callbacks, SeeTheNewStateAndMaySaveAgain) {
     EXPECT_EQ(world.store().get(kVXPrivacyConsent), "0");
     EXPECT_EQ(world.store().get(kVXSavedCategories), "PRIVACY_CAT_1;");
     EXPECT_EQ(world.engine().privacyState(), 2);
+}
+
+TEST(Callbacks, SaveAndForgetLaterThanTheSaveThatCalledThem) {
+    for (const bool forgets : {false, true}) {
+        SCOPED_TRACE(forgets);
+        World world({.iab = true});
+        auto callback = std::make_shared<AsksAndSavesAgain>();
+        callback->forgets = forgets;
+        world.engine().setSiteID(12, 5);
+        world.engine().registerCallback(callback);
+        world.engine().saveConsent({{"PRIVACY_CAT_1", "1"}, {"PRIVACY_VEN_1001", "1"}});
+        EXPECT_EQ(world.iab().getCreatedDate().empty(), forgets); // of the TC string that is stored
+        EXPECT_EQ(world.engine().maxVendorID(), 0);
+    }
 }
 
 struct AcceptsWhatChanged : VXPrivacyCallbacks {
@@ -86,13 +103,16 @@ struct Throws : VXPrivacyCallbacks {
     void consentUpdated(const ConsentDictionary&) override { throw std::runtime_error("no"); }
 };
 
-TEST(Callbacks, OneThatThrowsLeavesTheStoreAsItWas) {
+TEST(Callbacks, OneThatThrowsLeavesTheDecisionAsItWas) {
     World world;
     world.engine().setSiteID(12, 5);
     const auto before = world.store().entries();
     world.engine().registerCallback(std::make_shared<Throws>());
     EXPECT_THROW(world.engine().saveConsent(kAccepted), std::runtime_error);
     EXPECT_EQ(world.store().entries(), before);
+    world.engine().registerCallback(nullptr);
+    world.engine().saveConsent(kAccepted);
+    EXPECT_EQ(world.store().get(kVXPrivacyConsent), "1");
 }
 
 TEST(Engine, SendsThroughTheCenterItWasGivenAndListensOnTheOldOne) {

@@ -1,12 +1,12 @@
 #include "vxprivacy/engine/ConsentSave.h"
 
 #include "vxprivacy/engine/ConsentBeacon.h"
+#include "vxprivacy/engine/DecisionTransaction.h"
 #include "vxprivacy/engine/SDKSwitch.h"
 #include "vxprivacy/engine/SavedConsent.h"
 #include "vxprivacy/engine/SavedEntries.h"
 #include "vxprivacy/engine/TCStringContents.h"
 #include "vxprivacy/platform/core/VXLogger.h"
-#include "vxprivacy/platform/core/VXUserDefaults.h"
 #include "vxprivacy/platform/foundation/Text.h"
 
 namespace vx {
@@ -48,10 +48,12 @@ void saveConsentInSDK(const ConsentDictionary& consent, Zentrix& vxInstance) {
 } // namespace
 
 void ConsentSave::saveConsent(const ConsentDictionary& consent, EngineState& state) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state);
     checkPrefixes(consent);
+    const std::uint32_t before = state.tcDataChanges;
     propagate(&consent, state);
-    if (state.enableIAB)
+    // What the callback saved or forgot is later than `consent`, and its TC data stands.
+    if (state.enableIAB && state.tcDataChanges == before)
         saveConsentStringV2(consent, state);
     SavedEntries::storeDisplayFlag(kNeedNotDisplay);
     sendConsentHitToVX(state, kBeaconSave, kVXTypeActionSavePrivacyCenter);
@@ -59,7 +61,7 @@ void ConsentSave::saveConsent(const ConsentDictionary& consent, EngineState& sta
 }
 
 void ConsentSave::propagate(const ConsentDictionary* consent, EngineState& state) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state);
     if (consent) {
         saveInSharedPreferences(*consent, state);
         if (const auto vxInstance = state.vxInstance)
@@ -75,7 +77,7 @@ void ConsentSave::propagate(const ConsentDictionary* consent, EngineState& state
 }
 
 void ConsentSave::saveCustomCategories(const ConsentDictionary& consent, EngineState& state) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state);
     bool anyAccepted = false;
     std::string keys;
     for (const auto& [key, value] : consent) {

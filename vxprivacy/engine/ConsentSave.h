@@ -8,7 +8,8 @@ namespace vx {
 /// The saves of consent: each keeps entries, switches the tag SDK and tells whom it concerns, all
 /// in one transaction of the store, so that it is durable on return and whole or not there at all.
 ///
-/// The callback is called within the transaction. A save that it begins belongs to it as well.
+/// The callback is called within the transaction. A save that it begins belongs to it as well, and
+/// is the later one of the two.
 class ConsentSave {
 public:
     /// A privacy center's save: propagates, writes the TC string in IAB mode, clears the display

@@ -39,6 +39,8 @@ struct VXPRIVACY_EXPORT EngineState {
     bool switchDefaultState = true;
     std::int32_t maxVendorID = 0;
     std::optional<std::string> languageCode; // absent: none was selected
+    /// How often TC data was written or forgotten: by it a save knows whether its callback did.
+    std::uint32_t tcDataChanges = 0;
     // Never null once the engine is initialised.
     std::unique_ptr<VXEventSender> senderDelegate;
     std::unique_ptr<VXEventListener> listenerDelegate;

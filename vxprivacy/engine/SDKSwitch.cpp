@@ -2,22 +2,22 @@
 
 #include <utility>
 
+#include "vxprivacy/engine/DecisionTransaction.h"
 #include "vxprivacy/engine/SavedEntries.h"
 #include "vxprivacy/platform/core/VXLogger.h"
 #include "vxprivacy/platform/core/VXNotifications.h"
-#include "vxprivacy/platform/core/VXUserDefaults.h"
 
 namespace vx {
 
 void SDKSwitch::enable(EngineState& state) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state);
     if (turnOn(state))
         SavedEntries::storeGlobalConsent(kConsentAccepted);
     transaction.commit();
 }
 
 void SDKSwitch::disable(EngineState& state) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state);
     if (turnOff(state))
         SavedEntries::storeGlobalConsent(kConsentRefused);
     transaction.commit();

@@ -1,8 +1,8 @@
 #include "vxprivacy/engine/SavedConsent.h"
 
+#include "vxprivacy/engine/DecisionTransaction.h"
 #include "vxprivacy/engine/SDKSwitch.h"
 #include "vxprivacy/engine/SavedEntries.h"
-#include "vxprivacy/platform/core/VXUserDefaults.h"
 #include "vxprivacy/platform/core/VXVariables.h"
 #include "vxprivacy/platform/foundation/Text.h"
 #include "vxprivacy/platform/iab/VXCMPStorage.h"
@@ -58,7 +58,7 @@ void SavedConsent::restore(EngineState& state) {
 }
 
 void SavedConsent::checkValidity(EngineState& state) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state);
     const auto time = SavedEntries::text(kVXConsentTime);
     state.consentExpired = time && isExpired(*time);
     if (state.consentExpired) {
@@ -72,7 +72,7 @@ void SavedConsent::checkValidity(EngineState& state) {
 }
 
 void SavedConsent::reset(EngineState& state) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state);
     state.privacyState = PrivacyState::Undecided;
     const std::string global = SavedEntries::text(kVXPrivacyConsent).value_or("");
     SavedEntries::store(kVXPrivacyConsent, "");
@@ -80,6 +80,7 @@ void SavedConsent::reset(EngineState& state) {
         forgetEntries(state);
     SavedEntries::clearLists();
     if (state.enableIAB) {
+        ++state.tcDataChanges;
         VXCMPStorage::saveConsentString("");
         VXCMPStorage::resetTCData();
     }

@@ -116,6 +116,7 @@ void setIdentity(CoreStringBuilder& builder) {
 } // namespace
 
 void saveConsentStringV2(const ConsentDictionary& consent, EngineState& state) {
+    ++state.tcDataChanges;
     const auto builder = platform().iab->makeCoreStringBuilder();
     const auto list = configurationFile(kVXVendorListConfiguration);
     const std::int32_t version = list ? list->version() : 0;

@@ -13,6 +13,7 @@
 #include "vxprivacy/configuration/VXPrivacyConfiguration.h"
 #include "vxprivacy/engine/ConsentBeacon.h"
 #include "vxprivacy/engine/ConsentSave.h"
+#include "vxprivacy/engine/DecisionTransaction.h"
 #include "vxprivacy/engine/GlobalDecision.h"
 #include "vxprivacy/engine/SDKSwitch.h"
 #include "vxprivacy/engine/SavedConsent.h"
@@ -95,7 +96,7 @@ VXMobilePrivacy& VXMobilePrivacy::reinit() {
 
 void VXMobilePrivacy::setSiteID(const Identifiers& identifiers,
                                 std::shared_ptr<Zentrix> vxInstance) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state_);
     identify(identifiers, std::move(vxInstance));
     files().initWithSiteID(identifiers.site, identifiers.container);
     files().addConfigurationFile(
@@ -130,7 +131,7 @@ void VXMobilePrivacy::setSiteID(std::int32_t siteID, std::int32_t containerID,
 
 void VXMobilePrivacy::customPCMSetSiteID(const Identifiers& identifiers,
                                          std::shared_ptr<Zentrix> vxInstance) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state_);
     identify(identifiers, std::move(vxInstance));
     state_.vendorListVersion = kVendorListVersionOfOwnCenter;
     SavedEntries::armDisplayFlagIfAbsent(); // before the factory is told, deliberately
@@ -210,7 +211,7 @@ void VXMobilePrivacy::refuseAllConsent() {
 }
 
 void VXMobilePrivacy::saveAll(std::string_view value) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state_);
     if (!state_.enableIAB)
         saveConsent(GlobalDecision::ofCategories(value));
     else if (const auto center = GlobalDecision::ofIAB(value))
@@ -290,7 +291,7 @@ void VXMobilePrivacy::changeNotificationCenter(NotificationCenter& center) {
 void VXMobilePrivacy::onNotificationReceived(const Notification& notification) {
     if (notification.name.find(kVXNotification_ConfigurationChanged) == std::string::npos)
         return;
-    StoreTransaction transaction = VXUserDefaults::transaction();
+    DecisionTransaction transaction(state_);
     const auto asksFor = [&](std::string_view key) {
         return notification.userInfo && notification.userInfo->contains(key);
     };

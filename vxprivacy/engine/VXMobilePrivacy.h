@@ -133,7 +133,7 @@ public:
 
     // Reporting. Beacons go out as notifications; nothing is awaited.
 
-    /// Reports that a privacy center was shown. The category privacy center does it itself.
+    /// Reports that a privacy center was shown. The module's privacy centers do it themselves.
     void viewConsent();
     /// Sends a beacon: action 1 is a view, any other a save; types are "pc" and "pc_save".
     void sendConsentHit(std::int32_t action, std::string_view type);

@@ -13,10 +13,10 @@ namespace vx {
 /// Called on the application's thread, in the middle of the operation that caused it; must not
 /// throw. What it asks of `VXPrivacyAPI` is answered from the new state, which is durable when that
 /// operation returns. It may call the engine, register another callback or none, and need not mind
-/// that it lets go of itself; what it saves here is part of the save around it, and it is called
-/// again within. It must not end the `Runtime` or the services. Better note here what is to be
-/// done, and do it later, from the application's loop. docs/embedding.md has the rules of all
-/// callbacks.
+/// that it lets go of itself; what it saves here is part of the save around it and counts as later
+/// than that, and it is called again within. It must not end the `Runtime`, the services or the
+/// privacy center that is closing. Better note here what is to be done, and do it later, from the
+/// application's loop. docs/embedding.md has the rules of all callbacks.
 class VXPRIVACY_EXPORT VXPrivacyCallbacks {
 public:
     virtual ~VXPrivacyCallbacks();
