@@ -63,14 +63,17 @@ int run(CLI::App& app, int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A reader that went away is told of like a full disk, and ends no studio.
-    std::signal(SIGPIPE, SIG_IGN);
+    // A reader that went away and a file that may grow no more are told of like a full disk, and
+    // end no studio.
+    for (const int signal : {SIGPIPE, SIGXFSZ})
+        std::signal(signal, SIG_IGN);
     CLI::App app("Consent management for C++ applications: tools for developers", "vxprivacy");
     describe(app);
     const int status = run(app, argc, argv);
+    errno = 0; // it stays so when an earlier write failed
     if (std::cout.flush())
         return status;
-    std::cerr << "vxprivacy: the output cannot be written: "
-              << std::system_category().message(errno) << '\n';
+    std::cerr << "vxprivacy: the output cannot be written"
+              << (errno == 0 ? "" : ": " + std::system_category().message(errno)) << '\n';
     return kUnwritableOutput;
 }

@@ -79,6 +79,26 @@ TEST(StudioStore, WhatIsNoStoreOfOursIsRefusedAndStaysAsItIs) {
     }
 }
 
+TEST(StudioStore, WhatNothingTellsOfIsRefusedAndStaysAsItIs) {
+    const TemporaryDirectory directory;
+    const std::string store = directory / "store.sqlite";
+    {
+        SQLite::Database other(store, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        other.exec("PRAGMA journal_mode = WAL");
+        other.exec("PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE");
+        const Outcome outcome = startOn(store);
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_NE(outcome.errors.find("locked by another program"), std::string::npos)
+            << outcome.errors;
+    }
+    const std::string published =
+        writeFile(directory / "store.sqlite.published.json", R"({"information": {"version": 9})");
+    const Outcome outcome = startOn(store);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.errors.find(published), std::string::npos) << outcome.errors;
+    EXPECT_EQ(contentOf(published), R"({"information": {"version": 9})");
+}
+
 TEST(StudioStore, TheOtherModesStoreIsLookedAtToo) {
     const TemporaryDirectory directory;
     foreignDatabase(directory / "store-iab.sqlite", 0, false);
@@ -128,12 +148,13 @@ TEST(StudioStore, ThePublicationReplacesLinksAndTellsWhenItCannotBeKept) {
     const TemporaryDirectory directory;
     const std::string store = directory / "store.sqlite";
     const std::string kept = store + ".published.json";
-    const std::string target = writeFile(directory / "precious.txt", "precious");
+    const std::string precious = R"({"information": {"version": 1}})";
+    const std::string target = writeFile(directory / "precious.json", precious);
     fs::create_symlink(target, kept);
     StudioProcess studio(ExistingStore(store), {});
     const std::string text = studio.get("sample").dump();
     EXPECT_EQ(studio.post("configuration", text)["version"], 2);
-    EXPECT_EQ(contentOf(target), "precious");
+    EXPECT_EQ(contentOf(target), precious);
     struct stat status {};
     ASSERT_EQ(::lstat(kept.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode, static_cast<mode_t>(S_IFREG | S_IRUSR | S_IWUSR));

@@ -26,6 +26,7 @@ public:
     std::optional<std::string> nextLine();
     /// The lines that are left of standard error, waited for until its end.
     std::string errors();
+    pid_t pid() const { return pid_; }
     void signal(int number) const;
     /// Waits for the end; gives the exit status, or minus the signal.
     int wait();

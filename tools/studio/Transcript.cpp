@@ -107,6 +107,9 @@ void printTranscript(EventStream& events, const std::string& address, const std:
     printHeading(events, address, token);
     printStartUp(events);
     printOutcome(events.state());
+    if (!std::cout) // while it runs, and not only at its end
+        std::cerr << "vxprivacy studio: the output cannot be written; the page is at " << address
+                  << '/' << std::endl;
 }
 
 } // namespace vx::tools::studio

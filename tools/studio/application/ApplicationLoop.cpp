@@ -52,7 +52,7 @@ private:
         if (application_)
             return application_->perform(command);
         application_ = std::make_unique<WatchedApplication>(launchIn(command.argument), wakeUp_);
-        return std::string();
+        return application_->world();
     }
 
     const system::WakeUp wakeUp_;

@@ -1,5 +1,6 @@
 #include "tools/studio/application/SessionSteps.h"
 
+#include <optional>
 #include <system_error>
 #include <utility>
 #include <variant>
@@ -86,7 +87,9 @@ std::string createdDate(const Json& entries) {
 
 void SessionSteps::launch(const Launch& launch, const std::string& userAgent) {
     told_ = clock_.nowMilliseconds();
-    Json entries = storedState(launch.store)["entries"];
+    Json entries = Json::array(); // of a store that cannot be read the engine knows nothing either
+    if (std::optional<Json> stored = storedState(launch.store))
+        entries = std::move((*stored)["entries"]);
     std::string created = createdDate(entries);
     if (created.empty() && !launch.played.empty())
         created = launch.played.value("createdDate", "");

@@ -104,12 +104,12 @@ sortedData(const services::TagSDK::PermanentData& permanentData) {
 
 Json applicationState(const services::TagSDK& sdk, const ReportingCallbacks& callbacks,
                       const std::filesystem::path& store) {
-    Json stored = storedState(store);
+    Json stored = storedState(store).value_or(Json::object());
     return {{"decision", decision(callbacks.cause())},
             {"engine", engineProperties(VXMobilePrivacy::sharedInstance())},
             {"answers", queryAnswers()},
             {"configuration", configuration()},
-            {"store", std::move(stored["entries"])},
+            {"store", std::move(stored["entries"])}, // null where it cannot be read
             {"waitingBeacons", std::move(stored["waitingBeacons"])},
             {"sdk", sdkState(sdk)}};
 }

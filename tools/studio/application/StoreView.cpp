@@ -17,14 +17,14 @@ Json entries(SQLite::Database& file) {
 
 } // namespace
 
-Json storedState(const std::filesystem::path& store) {
+std::optional<Json> storedState(const std::filesystem::path& store) {
     Json state = {{"entries", Json::array()}, {"waitingBeacons", 0}};
     try {
         SQLite::Database file(store.string(), SQLite::OPEN_READONLY);
         state["entries"] = entries(file);
         state["waitingBeacons"] = file.execAndGet("SELECT count(*) FROM outbox").getInt();
-    } catch (const SQLite::Exception&) {
-        return state; // being made, moved aside or unreadable: the next look shows more
+    } catch (const SQLite::Exception&) { // the next look may show more
+        return exists(store) ? std::nullopt : std::optional(state);
     }
     return state;
 }
@@ -44,7 +44,7 @@ std::map<std::string, std::string> storedDocuments(const std::filesystem::path& 
             documents[name.substr(name.rfind('/') + 1)] = rows.getColumn(1).getString();
         }
     } catch (const SQLite::Exception&) {
-        return documents; // as above
+        return documents;
     }
     return documents;
 }

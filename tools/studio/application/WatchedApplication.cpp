@@ -38,10 +38,10 @@ services::TCFSettings tcfSettings(const Launch& launch) {
     return {.profile = services::TCFProfile::InForce, .publisherCountry = kPublisherCountry};
 }
 
-// The store of a session that is played, where that begins.
-void makeStore(const std::filesystem::path& file, const Json& played, Logger& logger) {
+// The store of a session that is played, where that begins; what is in the way of writing it.
+std::string makeStore(const std::filesystem::path& file, const Json& played, Logger& logger) {
     if (!played.contains("store"))
-        return;
+        return {};
     services::Settings settings{.store = file};
     settings.logger = &logger;
     services::Services services(settings);
@@ -49,6 +49,7 @@ void makeStore(const std::filesystem::path& file, const Json& played, Logger& lo
     for (const auto& [key, value] : played["store"].items())
         services.platform().store.set(key, value.get<std::string>());
     whole.commit();
+    return services.status().storeProblem;
 }
 
 void reportSent(const services::TagSDK::Hit& hit) {
@@ -65,6 +66,15 @@ WatchedApplication::WatchedApplication(const Launch& launch, const system::WakeU
     services_.setWakeUp([&wakeUp] { wakeUp.signal(); });
     if (!launch.played.value("bare", false))
         start(launch);
+}
+
+Reply WatchedApplication::world() const {
+    std::string problem = madeStoreProblem_;
+    if (problem.empty() && documents_)
+        problem = services_.status().storeProblem;
+    if (problem.empty())
+        return std::string();
+    return Problem{"its store cannot be written: " + problem};
 }
 
 void WatchedApplication::start(const Launch& launch) {
@@ -113,9 +123,13 @@ void WatchedApplication::reportState() {
     if (!isStarted_)
         return;
     Json state = applicationState(*sdk_, *callbacks_, store_);
+    for (const char* name : {"store", "waitingBeacons"}) // what was read last, if it cannot be now
+        if (state[name].is_null())
+            state[name] = reported_.value(name, Json());
     state["vendorList"] = iab_ ? vendorList_.state() : Json();
     state["tcString"] = iab_ ? tcString_.state(state["store"]) : Json();
     state["center"] = display_.state();
+    state["storeProblem"] = services_.status().storeProblem;
     Json changes = changed(reported_, state);
     if (changes.empty())
         return;
@@ -130,7 +144,7 @@ services::Settings WatchedApplication::begin(const Launch& launch) {
     if (!launch.played.empty()) {
         clock_.standAt(launch.played.value("now", std::uint64_t{0}));
         userAgent = launch.played.value("userAgent", userAgent);
-        makeStore(store_, launch.played, servicesLogger_);
+        madeStoreProblem_ = makeStore(store_, launch.played, servicesLogger_);
     }
     turn_.readAgain();
     steps_.launch(launch, userAgent);

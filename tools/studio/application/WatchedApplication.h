@@ -29,6 +29,9 @@ public:
     /// work to do.
     WatchedApplication(const Launch& launch, const system::WakeUp& wakeUp);
 
+    /// Whether it is as it was launched: the store of a session that is played may not come about.
+    Reply world() const;
+
     Reply perform(const Command& command);
     /// Does what the services have waiting for this thread.
     void poll();
@@ -56,6 +59,7 @@ private:
     ReportingLogger servicesLogger_{"services"};
     ReportingNotifications notifications_{[this] { steps_.lookForDocuments(); }};
     CenterDisplay display_{steps_};
+    std::string madeStoreProblem_; // of a session that is played
     services::Services services_;
     std::optional<recording::DocumentTexts> documents_; // of a session that is played
     std::optional<PlayedTCFLibrary> iab_;               // in IAB mode

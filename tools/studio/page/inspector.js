@@ -58,7 +58,8 @@ export function addHit(entry) {
 
 export function renderInspector({ application, process }) {
   if (!application) return;
-  const { sdk, engine, answers, store } = application;
+  const { sdk, engine, answers, storeProblem } = application;
+  const store = application.store ?? []; // it may not be readable
   const names = namesOf(application);
   const on = sdk.on && process?.running;
   setText(byId("sdk-switch"), on ? "On" : "Off");
@@ -66,6 +67,9 @@ export function renderInspector({ application, process }) {
   fillList(byId("sdk-numbers"), [["Hits sent", sdk.sent], ["Hits dropped", sdk.dropped]]);
   fillTable(byId("permanent-data"), sdk.permanentData, names);
   setText(byId("store-count"), String(store.length));
+  byId("store-problem").hidden = storeProblem === "";
+  setText(byId("store-problem"), `It cannot be ${application.store ? "written" : "used"} (${storeProblem}). ` +
+    `The application goes on from memory, which ends with it, and tries again.${application.store ? " Below stands what the file has." : ""}`);
   fillTable(byId("store"), store, names);
   fillProperties(byId("engine"), engine);
   fillProperties(byId("answers"), answers);

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "tools/lint/FindingsReport.h"
@@ -129,11 +130,15 @@ void publish(StudioSession& session, const httplib::Request& request, const std:
     std::optional<std::int64_t> over;
     if (request.has_param("over"))
         over = std::strtoll(request.get_param_value("over").c_str(), nullptr, 10);
-    const Result<Edition> edition = session.publish(text, over);
-    if (edition)
-        answer(response, {{"version", edition->version}, {"text", *edition->text}});
-    else
-        answerError(response, edition.problem().isConflict ? 409 : 422, edition.problem());
+    try {
+        const Result<Edition> edition = session.publish(text, over);
+        if (edition)
+            answer(response, {{"version", edition->version}, {"text", *edition->text}});
+        else
+            answerError(response, edition.problem().isConflict ? 409 : 422, edition.problem());
+    } catch (const std::system_error& error) {
+        answerError(response, 500, {std::string("nothing was published: ") + error.what()});
+    }
 }
 
 void rehearse(StudioSession& session, const std::string& text, httplib::Response& response) {

@@ -80,7 +80,7 @@ private:
 } // namespace
 
 void DataWatch::look(const Json& state) {
-    if (state.contains("store")) {
+    if (state.contains("store") && !state["store"].is_null()) {
         const Change change(store_, state["store"]);
         store_ = state["store"];
         record_.stored(store_);
@@ -89,6 +89,8 @@ void DataWatch::look(const Json& state) {
             record_.add({{"do", "store"}});
         }
     }
+    if (state.contains("storeProblem"))
+        record_.kept(state.value("storeProblem", "").empty());
     if (state.contains("sdk")) {
         const Change change(permanentData_, state["sdk"]["permanentData"]);
         permanentData_ = state["sdk"]["permanentData"];

@@ -49,13 +49,17 @@ Result<Publication> publicationOf(const std::filesystem::path& file) {
 }
 
 // The copy published in an earlier run lies beside the store: the store holds its version, and
-// nothing older would be taken for newer.
-Publication publicationBeside(const std::filesystem::path& store, Mode mode) {
+// nothing older would be taken for newer. A damaged one is somebody's work and stays.
+Result<Publication> publicationBeside(const std::filesystem::path& store, Mode mode) {
     const std::filesystem::path file = store.string() + ".published.json";
     std::error_code ignored;
-    if (std::filesystem::exists(file, ignored))
-        if (const Result<Edition> kept = editionOf(system::readFile(file)))
-            return Publication(*kept, file);
+    if (std::filesystem::exists(file, ignored)) {
+        const Result<Edition> kept = editionOf(system::readFile(file));
+        if (!kept)
+            return Problem{file.string() + ", which was published last, is damaged (" +
+                           kept.problem().text + "): mend it or move it away"};
+        return Publication(*kept, file);
+    }
     return Publication(*editionOf(sampleFor(mode)), file);
 }
 

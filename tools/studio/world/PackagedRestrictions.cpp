@@ -51,7 +51,7 @@ Result<std::string> PackagedRestrictions::ship(const std::string& text) {
             system::writeFile(file(), text);
         }
     } catch (const std::system_error& error) {
-        return Problem{error.what()};
+        return Problem{std::string("they cannot be shipped: ") + error.what()};
     }
     return text_ = none ? "" : text;
 }

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <shared_mutex>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "tools/studio/shared/EventStream.h"
@@ -89,6 +90,8 @@ Playback::Outcome StudioSession::play(const std::string& line) {
         return outcome;
     } catch (const play::StepError& error) {
         return outcomeOf(Problem{error.what()});
+    } catch (const std::system_error& error) { // its directory
+        return outcomeOf(Problem{error.what()});
     }
 }
 
@@ -110,14 +113,17 @@ Reply StudioSession::perform(const play::Step& step, const std::string& line) {
 
 Reply StudioSession::enterWorld(PlayedWorld world) {
     const Operation operation(operation_);
-    application_.end();
-    if (!played_) {
-        record_.begin();
-        events_.append("studio", "A session is played, on a store of its own");
+    const bool isFirst = !played_;
+    if (isFirst) { // before anything ends: the directory may not come about
         const std::lock_guard lock(mutex_);
         played_.emplace(Json(), mode_, inForce_, clockOffset_, known());
     }
-    deleteStore();
+    application_.end();
+    if (isFirst) {
+        record_.begin();
+        events_.append("studio", "A session is played, on a store of its own");
+    }
+    const Reply deleted = deleteStore();
     const Json store = std::move(world.launch["store"]);
     world.launch.erase("store");
     {
@@ -130,7 +136,8 @@ Reply StudioSession::enterWorld(PlayedWorld world) {
     reportCode();
     reportSession();
     noteClock(played_->launch["now"].get<std::uint64_t>());
-    return launchPlayed({}, {{"bare", true}, {"store", store}});
+    Reply launched = launchPlayed({}, {{"bare", true}, {"store", store}});
+    return deleted ? launched : deleted;
 }
 
 Reply StudioSession::relaunchPlayed() {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <string>
+#include <system_error>
 
 #include "tools/studio/shared/EventStream.h"
 #include "tools/studio/world/ApplicationProcess.h"
@@ -52,10 +53,10 @@ private:
 
 Result<Json> Rehearsal::run(Launch launch, const Edition& inForce, const Edition& next) {
     const std::lock_guard lock(alone_);
-    const std::shared_ptr<Stage> stage = setUp();
+    const Result<std::shared_ptr<Stage>> stage = setUp();
     if (!stage)
-        return Problem{"the studio is ending"};
-    Result<Json> outcome = stage->perform(std::move(launch), inForce, next);
+        return stage.problem();
+    Result<Json> outcome = (*stage)->perform(std::move(launch), inForce, next);
     const std::lock_guard end(mutex_);
     stage_.reset();
     return outcome;
@@ -68,11 +69,15 @@ void Rehearsal::stop() {
         stage_->close();
 }
 
-std::shared_ptr<Rehearsal::Stage> Rehearsal::setUp() {
+Result<std::shared_ptr<Rehearsal::Stage>> Rehearsal::setUp() {
     const std::lock_guard lock(mutex_);
-    if (!stopped_)
-        stage_ = std::make_shared<Stage>(siteID_, privacyID_, vendorLists_);
-    return stage_;
+    if (stopped_)
+        return Problem{"the studio is ending"};
+    try {
+        return stage_ = std::make_shared<Stage>(siteID_, privacyID_, vendorLists_);
+    } catch (const std::system_error& error) {
+        return Problem{error.what()};
+    }
 }
 
 Result<Json> Rehearsal::Stage::perform(Launch launch, const Edition& inForce, const Edition& next) {
@@ -84,6 +89,12 @@ Result<Json> Rehearsal::Stage::perform(Launch launch, const Edition& inForce, co
         return launched.problem();
     if (const Reply accepted = application_.perform({.name = command::kAccept}); !accepted)
         return accepted.problem();
+    // An answer that is not kept is none to come back with.
+    const Json state = events_.state();
+    if (const std::string problem =
+            state.value(Json::json_pointer("/application/storeProblem"), "");
+        !problem.empty())
+        return Problem{"its store cannot be written: " + problem};
     application_.end();
     const EventStream::Entries before = events_.entriesAfter(0);
     if (const Reply launched = launchWith(launch, next); !launched)

@@ -31,7 +31,7 @@ public:
 private:
     class Stage;
 
-    std::shared_ptr<Stage> setUp();
+    Result<std::shared_ptr<Stage>> setUp();
 
     const std::int32_t siteID_;
     const std::int32_t privacyID_;

@@ -13,9 +13,13 @@ class ScratchDirectory {
 public:
     /// Throws std::system_error when it cannot be made.
     ScratchDirectory() {
-        std::string name = (std::filesystem::temp_directory_path() / "vxprivacy-XXXXXX").string();
-        if (!::mkdtemp(name.data()))
-            throw std::system_error(errno, std::generic_category(), name);
+        std::error_code error;
+        std::string name =
+            (std::filesystem::temp_directory_path(error) / "vxprivacy-XXXXXX").string();
+        if (!error && !::mkdtemp(name.data()))
+            error.assign(errno, std::generic_category());
+        if (error)
+            throw std::system_error(error, "a temporary directory cannot be made");
         path_ = name;
     }
     ~ScratchDirectory() {

@@ -54,7 +54,7 @@ void SessionRecord::launched(Json start) {
     std::map<std::string, std::size_t> files;
     for (const auto& [name, text] : start["files"].items())
         files[name] = digestOf(text);
-    const bool isContinued = !chapters_.empty() && !start.value("isFresh", false) &&
+    const bool isContinued = !chapters_.empty() && !start.value("isFresh", false) && isKept_ &&
                              iab_ == start["iab"] && inForce_ == start.value("inForce", "") &&
                              store_ == digestOf(start["store"]) && files_ == files;
     chapters_.push_back({.number = ++launches_,
@@ -69,6 +69,7 @@ void SessionRecord::launched(Json start) {
     store_ = digestOf(start["store"]);
     files_ = std::move(files);
     add(chapters_.back().world.size());
+    isKept_ = true;
 }
 
 void SessionRecord::add(const Json& step) {
@@ -98,6 +99,11 @@ void SessionRecord::stored(const Json& entries) {
     store_ = digestOf(entries);
     if (!chapters_.empty())
         chapters_.back().sdkIdentifier = sdkIdentifierIn(entries);
+}
+
+void SessionRecord::kept(bool isKept) {
+    const std::lock_guard lock(mutex_);
+    isKept_ = isKept;
 }
 
 void SessionRecord::begin() {

@@ -27,6 +27,8 @@ public:
     void add(const Json& step);
     /// The store's entries are these, pairs of key and value.
     void stored(const Json& entries);
+    /// Whether the store is written: else the process takes with it what nothing keeps.
+    void kept(bool isKept);
 
     /// The session begins with the next launch: one is played. What came before it is kept.
     void begin();
@@ -50,6 +52,7 @@ private:
     std::uint64_t launches_ = 0;
     std::uint64_t first_ = 1; // launch of the session
     // As the last process left it.
+    bool isKept_ = true;
     bool iab_ = false;
     std::string inForce_; // the publisher's country
     // Digests: the texts are as large as the session.

@@ -12,6 +12,7 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <fcntl.h>
+#include <sqlite3.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -48,7 +49,8 @@ struct Header {
     bool hasNoTables() const { return bytes[100] == 13 && bytes[103] == 0 && bytes[104] == 0; }
 };
 
-// Of a file that has nothing in it yet: what was written last may lie in its log alone.
+// Of a file that has nothing in it yet: what was written last may lie in its log alone. Throws
+// when another program locks it for long.
 bool isOursWithItsLog(const fs::path& file) {
     try {
         SQLite::Database database(file.string(), SQLite::OPEN_READONLY, kBusyPatience);
@@ -56,7 +58,9 @@ bool isOursWithItsLog(const fs::path& file) {
         const unsigned application = number("PRAGMA application_id");
         return application == kApplicationID ||
                (application == 0 && number("SELECT count(*) FROM sqlite_master") == 0);
-    } catch (const SQLite::Exception&) {
+    } catch (const SQLite::Exception& error) {
+        if (error.getErrorCode() == SQLITE_BUSY)
+            throw;
         return false;
     }
 }
@@ -78,8 +82,13 @@ std::optional<Problem> findObstacle(const fs::path& file) {
     case fs::file_type::not_found:
         return {};
     case fs::file_type::regular:
-        if (fs::file_size(file) == 0 || isOurs(file))
-            return {};
+        try {
+            if (fs::file_size(file) == 0 || isOurs(file))
+                return {};
+        } catch (const SQLite::Exception&) {
+            return Problem{file.string() + " is locked by another program, so that nothing tells "
+                                           "whose it is; it stays as it is"};
+        }
         return problem("another program's file");
     case fs::file_type::directory:
         return problem("a directory");
@@ -95,6 +104,11 @@ void makeDirectory(const fs::path& directory) {
     fs::create_directories(directory.parent_path());
     if (::mkdir(directory.c_str(), S_IRWXU) != 0 && errno != EEXIST)
         throw std::system_error(errno, std::generic_category(), directory.string());
+}
+
+std::system_error lockFailure(const std::string& name) {
+    return {errno, std::generic_category(),
+            name + ", which keeps a second studio away, cannot be written"};
 }
 
 std::string holderOf(int lock) {
@@ -113,13 +127,13 @@ Result<std::shared_ptr<const StoreClaim>> StoreClaim::make(const fs::path& file,
     const std::string name = file.string() + ".lock";
     system::Descriptor lock(::open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (lock.get() < 0)
-        throw std::system_error(errno, std::generic_category(), name);
+        throw lockFailure(name);
     if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
         return Problem{file.string() + " is in use by another studio" + holderOf(lock.get()) +
                        "; name another with --store"};
     if (::ftruncate(lock.get(), 0) != 0 ||
         !system::writeAll(lock.get(), std::to_string(::getpid())))
-        throw std::system_error(errno, std::generic_category(), name);
+        throw lockFailure(name);
     return std::make_shared<const StoreClaim>(std::move(lock));
 }
 

@@ -78,9 +78,11 @@ Reply StudioSession::killHard() {
 Reply StudioSession::reset() {
     const Operation operation(operation_);
     application_.end();
-    deleteStore();
-    events_.append("studio", "Fresh installation: the store was deleted");
-    return launch({});
+    const Reply deleted = deleteStore();
+    events_.append("studio", deleted ? "Fresh installation: the store was deleted"
+                                     : "No fresh installation: " + deleted.problem().text);
+    const Reply launched = launch(deleted ? Known() : known());
+    return deleted ? launched : deleted;
 }
 
 Reply StudioSession::moveClock(std::chrono::milliseconds offset) {
@@ -297,11 +299,16 @@ StudioSession::Known StudioSession::known() const {
             .tcStringBefore = text("/application/tcString/before/text")};
 }
 
-void StudioSession::deleteStore() const {
+// The store itself first: what cannot be deleted is to stay whole.
+Reply StudioSession::deleteStore() const {
     for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
-        std::error_code absent;
-        std::filesystem::remove(store().string() + suffix, absent);
+        const std::string file = store().string() + suffix;
+        std::error_code error;
+        std::filesystem::remove(file, error); // an absent one is no error
+        if (error)
+            return Problem{file + " cannot be deleted: " + error.message()};
     }
+    return std::string();
 }
 
 void StudioSession::reportSession() {

@@ -62,7 +62,8 @@ public:
     Reply relaunch();
     /// The same without giving the process a chance to finish.
     Reply killHard();
-    /// A new installation: the store's file is deleted while no application runs.
+    /// A new installation: the store's file is deleted while no application runs. Where it cannot
+    /// be, the application goes on with it.
     Reply reset();
     /// Puts the application's clock ahead of the system's by `offset`.
     Reply moveClock(std::chrono::milliseconds offset);
@@ -152,7 +153,7 @@ private:
     Known known() const;
     Installation& installation() { return installations_.in(mode_); }
     const Installation& installation() const { return installations_.in(mode_); }
-    void deleteStore() const;
+    Reply deleteStore() const;
     void reportSession();
     void reportCode();
     void serveConfiguration();
