@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "vxprivacy/category_center/VXPrivacyCenterViewController.h"
 #include "vxprivacy/iab_center/VXIABPrivacyCenterViewController.h"
 #include "vxprivacy/iab_center/VXPopUpContentView.h"
 #include "vxprivacy/iab_center/VXPurposeContentView.h"
@@ -11,8 +12,9 @@
 #include "vxprivacy/platform/ui/Touch.h"
 #include "vxprivacy/testing/World.h"
 
-// What scripted sessions cannot show of the IAB privacy center's screens: what is built and what is
-// not, how long a screen lives, and what stands around the center.
+// What scripted sessions cannot show of the privacy centers' screens: what is built and what is
+// not, how long a screen lives, what stands around a center, its shares of the width, where it
+// scrolls.
 
 namespace {
 
@@ -161,6 +163,29 @@ TEST(IABCenter, OpensEveryScreenAtItsTop) {
     EXPECT_EQ(scroll.contentOffset(), ScrollView::Offset());
     scroll.scrolledTo({0, 5}); // nothing was measured yet
     EXPECT_EQ(scroll.contentOffset(), (ScrollView::Offset{0, 1}));
+}
+
+TEST(CategoryCenter, NeverScrollsSideways) {
+    const Application application;
+    VXPrivacyCenterViewController center;
+    center.viewDidLoad();
+    center.scrollView()->scrolledTo({30, 40});
+    EXPECT_EQ(center.scrollView()->contentOffset(), (ScrollView::Offset{0, 40}));
+}
+
+TEST(PrivacyCenters, ComputeSharesOfTheWidthThatTheirNamesBelie) {
+    Application application;
+    VXPrivacyCenterViewController categories;
+    Center iab;
+    for (ViewController* each :
+         {static_cast<ViewController*>(&categories), static_cast<ViewController*>(&iab)}) {
+        each->view()->setSize(400, 800);
+        each->viewDidLoad();
+    }
+    EXPECT_FLOAT_EQ(static_cast<float>(*categories.metrics().find("oneFourthH")), 60);
+    EXPECT_FLOAT_EQ(static_cast<float>(*categories.metrics().find("threeFourthH")), 320);
+    EXPECT_FLOAT_EQ(static_cast<float>(*iab.metrics().find("oneThirdH")), 120);
+    EXPECT_FLOAT_EQ(static_cast<float>(*iab.metrics().find("aboutHalfH")), 160);
 }
 
 TEST(IABCenter, KeepsLongTextsFromSqueezingWhatIsBesideThem) {
