@@ -197,7 +197,7 @@ public:
     /// set.
     std::int32_t vendorListVersion() const { return state_.vendorListVersion; }
     void setVendorListVersion(std::int32_t version) { state_.vendorListVersion = version; }
-    /// How a switch stands for which nothing is saved; on unless told otherwise.
+    /// How the switch of a category stands for which nothing is saved; on unless told otherwise.
     bool switchDefaultState() const { return state_.switchDefaultState; }
     void setSwitchDefaultState(bool on) { state_.switchDefaultState = on; }
     /// The highest IAB vendor of which the last save accepted consent or legitimate interest; 0

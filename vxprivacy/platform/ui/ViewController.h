@@ -30,10 +30,12 @@ public:
 ///
 ///     presenter.presentViewController(controller);   // or navigation.pushViewController
 ///     controller.setDelegate(this);           // hears when the controller wants to go
-///     controller.view()->setSize(375, 667);   // points; layouts are computed from it
+///     controller.view()->setSize(375, 667);   // points; layouts are computed from it, once
 ///     controller.viewDidLoad();               // once: fills the view
 ///     controller.viewDidAppear(true);         // each time it is shown
 ///     controller.viewWillDisappear(true);     // each time it is about to go: a center saves here
+///
+/// A display that turns or grows leaves the size as it was: what depends on it is a share of it.
 ///
 /// The views call back into the controller while it lives; from then on they call nobody, so that a
 /// host may still show them. What stands around a controller is plain state, kept by either side
