@@ -7,6 +7,7 @@ STORE, PACKAGED, CONFIGURATION_HOST, VENDOR_LIST_HOST, COLLECTOR_HOST = range(1,
 USER_AGENT, LOG_FILE, LANGUAGE, OWNER = range(6, 10)
 SITE, PRIVACY, CONTAINER, IAB, LOG_LEVEL, SWITCHES_START_ON = range(1, 7)
 SAVE, DISCARD = 1, 2
+TCF_LOADED, TCF_CENTER_SHOWN, TCF_USER_ACTION_COMPLETE = range(1, 4)
 
 library = ctypes.CDLL("libvxprivacy_c.so.0.1")
 library.vx_result_text.restype = c_char_p
@@ -88,6 +89,14 @@ class Module:
     def stored_text(self, key):
         encoded = key.encode()
         return text_of("vx_stored_text", self.handle, encoded, c_size_t(len(encoded)))
+
+    def tcfapi_script(self, event=TCF_LOADED):
+        """To be run at the start of each page that the application's web views show from now on."""
+        return text_of("vx_tcfapi_script", self.handle, event)
+
+    def tcfapi_update(self, event):
+        """To be evaluated in the page that is shown."""
+        return text_of("vx_tcfapi_update", self.handle, event)
 
 
 class Center:

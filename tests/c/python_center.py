@@ -1,4 +1,5 @@
-"""Runs examples/python/center.py as its user would: opens the page, flips the switch, saves."""
+"""Runs examples/python/center.py as its user would: opens the page, flips the switch, saves. Then
+asks the module by itself."""
 
 import pathlib
 import re
@@ -10,6 +11,8 @@ import urllib.error
 import urllib.request
 
 root = pathlib.Path(sys.argv[1])
+sys.path.insert(0, str(root / "examples/python"))
+import vxprivacy
 
 
 def ask(address, data=None, **headers):
@@ -41,3 +44,15 @@ with tempfile.TemporaryDirectory() as directory:
             assert program.stdout.read() == "Measurement refused\n"
         finally:
             program.kill()
+
+    module = vxprivacy.Module({vxprivacy.STORE: pathlib.Path(directory) / "choices.sqlite"},
+                              {vxprivacy.SITE: 12, vxprivacy.PRIVACY: 5})
+    assert module.must_ask() == 0 and not module.category_accepted(1)
+    update = module.tcfapi_update(vxprivacy.TCF_USER_ACTION_COMPLETE)
+    assert "useractioncomplete" in update and module.tcfapi_script().endswith(',"tcloaded");')
+    try:
+        module.tcfapi_update(4)
+        sys.exit("there is no such event")
+    except vxprivacy.Error as error:
+        assert "vx_tcfapi_update: an argument is" in str(error), error
+    module.close()

@@ -63,7 +63,14 @@ std::vector<Finding> lint(std::string_view text) {
 
 std::vector<Finding> lintVendorList(std::string_view text) {
     return lintWith(text, [](const Document& document, Findings& findings) {
-        checkVendorList(document.nodes().front(), findings);
+        const Node& top = document.nodes().front();
+        if (!isVendorList(top))
+            findings.add(
+                Severity::Error, valueOf(top),
+                {"This is no vendor list: \"vendorListVersion\" or \"vendors\" is missing.",
+                 "With it users are asked about no partner.",
+                 "Name the vendor list first, then its translations."});
+        checkVendorList(top, findings);
     });
 }
 
