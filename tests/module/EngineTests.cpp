@@ -161,6 +161,30 @@ TEST(Engine, TakesSavedListsApartAndPutsThemTogether) {
     EXPECT_EQ(world.store().get(kVXSavedCategories), "PRIVACY_CAT_1;");
 }
 
+TEST(Engine, DoesTheStepsOfASaveByThemselves) {
+    World world({.iab = true, .coreVariables = {{"kVXPredefinedVariable_SDKID", "0f9a"}}});
+    world.engine().saveConsentInSDK(kAccepted); // without a tag SDK nothing
+    world.engine().setSiteID(12, 5, world.sdk());
+    world.engine().saveConsentInSDK({{"PRIVACY_CAT_1", "1"}, {"CUSTOM_1", "1"}});
+    EXPECT_EQ(world.sdkData(), (recording::Texts{{"PRIVACY_CAT_1", "1"}}));
+    world.engine().saveConsentStringV2({{"PRIVACY_VEN_1024", "1"}});
+    EXPECT_EQ(world.engine().maxVendorID(), 12);
+    EXPECT_EQ(world.engine().privacyState(), 0);
+    EXPECT_FALSE(VXPrivacyAPI::isConsentAlreadyGiven());
+    world.engine().saveInSharedPreferences(kAccepted);
+    EXPECT_EQ(world.engine().privacyState(), 1);
+    EXPECT_EQ(world.store().get(kVXShouldDisplayPrivacyCenter), "1");
+    world.clock().setNow(1700000000001);
+    VXMobilePrivacy::saveTimeOfConsent();
+    EXPECT_EQ(VXPrivacyAPI::getLastTimeConsentWasSaved(), 1700000000001);
+    world.clearEvents();
+    VXMobilePrivacy::checkPrefixes({{"PRIVACY_CAT_1", "1"}, {"CUSTOM_1", "1"}});
+    EXPECT_EQ(world.events().size(), 1U);
+    EXPECT_EQ(world.engine().resolveUserID(), "0f9a");
+    world.engine().setConsentUser("alice");
+    EXPECT_EQ(world.engine().resolveUserID(), "alice");
+}
+
 // In one process of its own, for what is missed before is told to whoever comes next.
 TEST(Engine, AnswersFromNothingWithoutARuntimeAndIgnoresASecondOne) {
     EXPECT_FALSE(VXPrivacyAPI::isCategoryAccepted(1));

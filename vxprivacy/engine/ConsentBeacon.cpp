@@ -27,22 +27,6 @@ std::string acceptedCategoriesAndFeatures() {
     return ids;
 }
 
-// The user identifier may be the name of a variable.
-std::optional<std::string> resolveUserID(const EngineState& state) {
-    const VXCoreVariables& core = VXCoreVariables::sharedInstance();
-    if (!state.userID)
-        return core.getData(kVXPredefinedVariable_SDKID);
-    if (state.vxInstance) {
-        if (auto value = state.vxInstance->getPermanentData(*state.userID))
-            return value;
-        if (auto value = VXPredefinedVariables::sharedInstance().getData(*state.userID))
-            return value;
-    }
-    if (auto value = core.getData(*state.userID))
-        return value;
-    return state.userID;
-}
-
 // Values are put in as they are: one that contains a quote breaks the JSON, deliberately.
 std::string bodyOf(const EngineState& state, std::int32_t action, std::string_view type) {
     std::string body = "{\"privacyBeacon\":{";
@@ -79,6 +63,22 @@ std::string addToHit(std::string_view list) {
         ids += removingAll(key.substr(prefix.size()), prefix);
     });
     return ids;
+}
+
+// The identifier that the application gave may be the name of a variable.
+std::optional<std::string> resolveUserID(const EngineState& state) {
+    const VXCoreVariables& core = VXCoreVariables::sharedInstance();
+    if (!state.userID)
+        return core.getData(kVXPredefinedVariable_SDKID);
+    if (state.vxInstance) {
+        if (auto value = state.vxInstance->getPermanentData(*state.userID))
+            return value;
+        if (auto value = VXPredefinedVariables::sharedInstance().getData(*state.userID))
+            return value;
+    }
+    if (auto value = core.getData(*state.userID))
+        return value;
+    return state.userID;
 }
 
 void sendConsentHitToVX(const EngineState& state, std::int32_t action, std::string_view type) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,10 @@ inline constexpr std::int32_t kBeaconSave = 2;
 /// The accepted ones of the saved list `list`, their prefix left out, joined with commas: "1,2".
 /// Empty when none is.
 std::string addToHit(std::string_view list);
+
+/// Whom a beacon names: what the state's `userID` names, else itself; without one the installation.
+/// Absent when that has no identifier.
+std::optional<std::string> resolveUserID(const EngineState& state);
 
 /// Sends the consent beacon, one small JSON object, by the notification
 /// `kVXNotification_HTTPRequest`. Returns when the sender has taken it, which is not when it is

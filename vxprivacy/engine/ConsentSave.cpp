@@ -13,36 +13,12 @@ namespace vx {
 
 namespace {
 
-// Reports the keys of no kind; they are passed on all the same.
-void checkPrefixes(const ConsentDictionary& consent) {
-    for (const auto& [key, value] : consent)
-        if (consentKind(key) == ConsentKind::None)
-            VXLogger::sharedInstance().logMessage(
-                formatted("Error in category format, it should start with either %@, %@ or %@\n "
-                          "Received: %@",
-                          {kVXCategoryPrefix, kVXVendorPrefix, kVXFeaturePrefix, key}),
-                kLogProblem);
-}
-
 void switchSDK(bool accepted, EngineState& state) {
     if (accepted)
         SDKSwitch::enable(state);
     else
         SDKSwitch::disable(state);
     SavedEntries::standByGlobalConsent(consentValue(accepted));
-}
-
-void saveInSharedPreferences(const ConsentDictionary& consent, EngineState& state) {
-    bool accepted = false;
-    for (ConsentKind kind : kConsentKinds)
-        accepted |= SavedEntries::getCustomCategories(consent, consentNames(kind).prefix);
-    switchSDK(accepted, state);
-}
-
-void saveConsentInSDK(const ConsentDictionary& consent, Zentrix& vxInstance) {
-    for (const auto& [key, value] : consent)
-        if (consentKind(key) != ConsentKind::None)
-            vxInstance.addPermanentData(key, value);
 }
 
 } // namespace
@@ -64,8 +40,7 @@ void ConsentSave::propagate(const ConsentDictionary* consent, EngineState& state
     DecisionTransaction transaction(state);
     if (consent) {
         saveInSharedPreferences(*consent, state);
-        if (const auto vxInstance = state.vxInstance)
-            saveConsentInSDK(*consent, *vxInstance);
+        saveConsentInSDK(*consent, state);
         state.callBack(*consent);
     } else {
         SDKSwitch::disable(state);
@@ -97,6 +72,34 @@ void ConsentSave::saveCustomCategories(const ConsentDictionary& consent, EngineS
     switchSDK(anyAccepted, state);
     state.callBack(consent);
     transaction.commit();
+}
+
+void ConsentSave::checkPrefixes(const ConsentDictionary& consent) {
+    for (const auto& [key, value] : consent)
+        if (consentKind(key) == ConsentKind::None)
+            VXLogger::sharedInstance().logMessage(
+                formatted("Error in category format, it should start with either %@, %@ or %@\n "
+                          "Received: %@",
+                          {kVXCategoryPrefix, kVXVendorPrefix, kVXFeaturePrefix, key}),
+                kLogProblem);
+}
+
+void ConsentSave::saveInSharedPreferences(const ConsentDictionary& consent, EngineState& state) {
+    DecisionTransaction transaction(state);
+    bool accepted = false;
+    for (ConsentKind kind : kConsentKinds)
+        accepted |= SavedEntries::getCustomCategories(consent, consentNames(kind).prefix);
+    switchSDK(accepted, state);
+    transaction.commit();
+}
+
+void ConsentSave::saveConsentInSDK(const ConsentDictionary& consent, const EngineState& state) {
+    const auto vxInstance = state.vxInstance;
+    if (!vxInstance)
+        return;
+    for (const auto& [key, value] : consent)
+        if (consentKind(key) != ConsentKind::None)
+            vxInstance->addPermanentData(key, value);
 }
 
 } // namespace vx

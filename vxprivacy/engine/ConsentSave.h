@@ -24,6 +24,16 @@ public:
     /// value but "0" is an acceptance, and a key may have the prefix anywhere, deliberately. Others
     /// are logged at level 4 and not kept.
     static void saveCustomCategories(const ConsentDictionary& consent, EngineState& state);
+
+    // Steps of the first two.
+
+    /// Logs the keys of no kind at level 4; they are passed on all the same.
+    static void checkPrefixes(const ConsentDictionary& consent);
+    /// Keeps the entries of the three kinds, and switches the tag SDK on when one of them is
+    /// accepted, else off.
+    static void saveInSharedPreferences(const ConsentDictionary& consent, EngineState& state);
+    /// Hands the entries of the three kinds to the tag SDK, if there is one.
+    static void saveConsentInSDK(const ConsentDictionary& consent, const EngineState& state);
 };
 
 } // namespace vx

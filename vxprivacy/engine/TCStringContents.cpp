@@ -116,6 +116,8 @@ void setIdentity(CoreStringBuilder& builder) {
 } // namespace
 
 void saveConsentStringV2(const ConsentDictionary& consent, EngineState& state) {
+    if (!VXCMPStorage::present())
+        return;
     ++state.tcDataChanges;
     const auto builder = platform().iab->makeCoreStringBuilder();
     const auto list = configurationFile(kVXVendorListConfiguration);

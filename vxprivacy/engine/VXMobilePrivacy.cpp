@@ -18,6 +18,7 @@
 #include "vxprivacy/engine/SDKSwitch.h"
 #include "vxprivacy/engine/SavedConsent.h"
 #include "vxprivacy/engine/SavedEntries.h"
+#include "vxprivacy/engine/TCStringContents.h"
 #include "vxprivacy/platform/core/Runtime.h"
 #include "vxprivacy/platform/core/VXConfigurationFileFactory.h"
 #include "vxprivacy/platform/core/VXCoreInitialisation.h"
@@ -240,7 +241,45 @@ void VXMobilePrivacy::viewConsent() {
 }
 
 void VXMobilePrivacy::sendConsentHit(std::int32_t action, std::string_view type) {
-    sendConsentHitToVX(state_, action, type);
+    sendConsentHitToVX(action, type);
+}
+
+void VXMobilePrivacy::sendConsentHitToVX(std::int32_t action, std::string_view type) {
+    vx::sendConsentHitToVX(state_, action, type);
+}
+
+std::optional<std::string> VXMobilePrivacy::resolveUserID() const {
+    return vx::resolveUserID(state_);
+}
+
+void VXMobilePrivacy::checkPrefixes(const ConsentDictionary& consent) {
+    ConsentSave::checkPrefixes(consent);
+}
+
+bool VXMobilePrivacy::getCustomCategories(const ConsentDictionary& consent,
+                                          std::string_view prefix) {
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    const bool accepted = SavedEntries::getCustomCategories(consent, prefix);
+    transaction.commit();
+    return accepted;
+}
+
+void VXMobilePrivacy::saveInSharedPreferences(const ConsentDictionary& consent) {
+    ConsentSave::saveInSharedPreferences(consent, state_);
+}
+
+void VXMobilePrivacy::saveConsentInSDK(const ConsentDictionary& consent) {
+    ConsentSave::saveConsentInSDK(consent, state_);
+}
+
+void VXMobilePrivacy::saveConsentStringV2(const ConsentDictionary& consent) {
+    StoreTransaction transaction = VXUserDefaults::transaction();
+    vx::saveConsentStringV2(consent, state_);
+    transaction.commit();
+}
+
+void VXMobilePrivacy::saveTimeOfConsent() {
+    SavedEntries::saveTimeOfConsent();
 }
 
 void VXMobilePrivacy::checkSavedConsent() {
@@ -274,14 +313,6 @@ std::string VXMobilePrivacy::categoriesToStartWith() {
 
 std::string VXMobilePrivacy::addToHit(std::string_view list) {
     return vx::addToHit(list);
-}
-
-bool VXMobilePrivacy::getCustomCategories(const ConsentDictionary& consent,
-                                          std::string_view prefix) {
-    StoreTransaction transaction = VXUserDefaults::transaction();
-    const bool accepted = SavedEntries::getCustomCategories(consent, prefix);
-    transaction.commit();
-    return accepted;
 }
 
 void VXMobilePrivacy::changeNotificationCenter(NotificationCenter& center) {

@@ -135,8 +135,30 @@ public:
 
     /// Reports that a privacy center was shown. The module's privacy centers do it themselves.
     void viewConsent();
-    /// Sends a beacon: action 1 is a view, any other a save; types are "pc" and "pc_save".
+    /// Sends a beacon: action 1 is a view, any other a save; types are "pc" and "pc_save". The
+    /// second is what the first hands its call to.
     void sendConsentHit(std::int32_t action, std::string_view type);
+    void sendConsentHitToVX(std::int32_t action, std::string_view type);
+    /// Whom a beacon names at this moment, as `setConsentUser` says; absent when not even the
+    /// installation has an identifier.
+    std::optional<std::string> resolveUserID() const;
+
+    // Steps of a save, none of them a save by itself. What they store is durable on return.
+
+    /// Logs the keys of no kind at level 4, and takes none out.
+    static void checkPrefixes(const ConsentDictionary& consent);
+    /// Stores the entries whose keys begin with `prefix` and, where that is the prefix of a kind,
+    /// their list; says whether one of them is accepted.
+    static bool getCustomCategories(const ConsentDictionary& consent, std::string_view prefix);
+    /// Does so for the three kinds, and switches the tag SDK on when an entry is accepted, else
+    /// off.
+    void saveInSharedPreferences(const ConsentDictionary& consent);
+    /// Hands the entries of the three kinds to the tag SDK; nothing without one.
+    void saveConsentInSDK(const ConsentDictionary& consent);
+    /// Has the IAB library write the TC string of `consent`; nothing without the library.
+    void saveConsentStringV2(const ConsentDictionary& consent);
+    /// Stores the time of now as that of the last save.
+    static void saveTimeOfConsent();
 
     // Steps of start-up, to be called again where an application keeps running for long.
 
@@ -163,10 +185,6 @@ public:
     /// The accepted ones of the saved list under the key `list`, their prefix left out, joined with
     /// commas: "1,2".
     static std::string addToHit(std::string_view list);
-    /// Stores the entries whose keys begin with `prefix` and, where that is the prefix of a kind,
-    /// their list; says whether one of them is accepted. A part of a save, and none by itself.
-    static bool getCustomCategories(const ConsentDictionary& consent, std::string_view prefix);
-
     /// The sender uses `center` from now on; the listener stays where it is, deliberately.
     void changeNotificationCenter(NotificationCenter& center) override;
     /// Hears that a configuration changed, and does what it asks for (VXConfigurationChange.h). Any
