@@ -126,6 +126,8 @@ TEST_F(ServicesStatus, NamesEachDocumentsVersionAndOrigin) {
     LocalServer server([&](const httplib::Request& request, httplib::Response& response) {
         if (request.path == "/missing")
             response.status = 404;
+        else if (request.path == "/unchanged")
+            response.status = 304; // from what? nobody has it
         else
             response.set_content(R"({"version":7})", "application/json");
     });
@@ -140,15 +142,17 @@ TEST_F(ServicesStatus, NamesEachDocumentsVersionAndOrigin) {
     files.addConfigurationFile("downloaded", "version", server.host() + "/");
     files.addConfigurationFile("missing", "version", server.host() + "/missing");
     files.addConfigurationFile("shipped", "version");
+    files.addConfigurationFile("unchanged", "version", server.host() + "/unchanged");
     const auto documents = [&] { return world.services.status().documents; };
-    ASSERT_EQ(documents().size(), 3U);
+    ASSERT_EQ(documents().size(), 4U);
     EXPECT_EQ(documents()[0].origin, Origin::Nowhere);
     EXPECT_NE(documents()[0].problem.find("downloaded.json: No such file"), std::string::npos)
         << documents()[0].problem;
 
     EXPECT_TRUE(world.pollUntil([&] {
         return documents()[0].version == 7 &&
-               documents()[1].problem.find("HTTP 404") != std::string::npos;
+               documents()[1].problem.find("HTTP 404") != std::string::npos &&
+               documents()[3].problem.find("HTTP 304") != std::string::npos;
     }));
     EXPECT_EQ(documents()[0].name, "downloaded");
     EXPECT_EQ(documents()[0].origin, Origin::Downloaded);

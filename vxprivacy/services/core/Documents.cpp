@@ -143,7 +143,8 @@ void Documents::arrived(Registration& registration, const HTTPResponse& response
         return; // another file was registered in its place meanwhile
     if (!response.error.empty())
         return failed(registration, *file, "was not downloaded: " + response.error, kLogNote);
-    if (response.status != 200 && response.status != 304)
+    const bool isUnchanged = response.status == 304 && !registration.etag.empty(); // as was asked
+    if (response.status != 200 && !isUnchanged)
         return failed(registration, *file,
                       "was not downloaded: HTTP " + std::to_string(response.status), kLogNote);
     registration.problem.clear();
