@@ -42,7 +42,8 @@ struct Application : ViewControllerDelegate {
     recording::World world{{.files = {{"vendor-list", R"({"purposes":{"1":{"id":1}},
                        "specialFeatures":{"1":{"id":1}},"vendors":{
                        "7":{"id":7,"purposes":[1],"policyUrl":"https://seven.example/"},
-                       "8":{"id":7,"name":"the same ID","purposes":[1]}}})"},
+                       "8":{"id":7,"name":"the same ID","purposes":[1]},
+                       "9":{"id":-9,"name":"an ID that no row has","purposes":[1]}}})"},
                                       {"privacy", "{}"}},
                             .iab = true}};
     std::unique_ptr<Center> center;
@@ -242,6 +243,13 @@ TEST(IABCenter, KeepsRowsApartThatClaimTheSameVendor) {
         for (const auto& record : records)
             touch(*record->originalBtn());
     EXPECT_EQ(application.named("stackView7")->subviews().size(), 3U);
+}
+
+TEST(IABCenter, LeavesOutAVendorWhoseIDMakesNoName) {
+    Application application;
+    application.show();
+    application.center->displayVendorList();
+    EXPECT_EQ(application.center->vendorsToDisplay(), (std::vector<std::string>{"7", "8"}));
 }
 
 } // namespace

@@ -78,12 +78,26 @@ VXIABPrivacyCenterViewController::VXIABPrivacyCenterViewController()
     : IABConf_(configurationFile(kVXVendorListConfiguration)) {
     if (IABConf_)
         JSONDictionary_ = IABConf_->getJSONDictionary();
-    for (const auto& [id, entry] : JSONDictionary_["vendors"].members())
-        vendors_.set(id, {id, entry});
+    readVendors();
     if (const auto& language = VXMobilePrivacy::sharedInstance().languageCode())
         translationConf_ = configurationFile(formatted(kTranslationFormat, {*language}));
     if (translationConf_ && JSONDictionary_["gvlSpecificationVersion"].integerValue() >= 3)
         reportUntranslated(JSONDictionary_, *translationConf_);
+}
+
+// The names of a row's views carry its vendor's ID, and no name holds a minus: one such row would
+// leave all others without their places.
+void VXIABPrivacyCenterViewController::readVendors() {
+    for (const auto& [key, entry] : JSONDictionary_["vendors"].members()) {
+        VendorRecord record(key, entry);
+        if (record.vendorID() >= 0)
+            vendors_.set(key, std::move(record));
+        else
+            VXLogger::sharedInstance().logMessage(
+                formatted("Vendor \"%@\" of the vendor list has the ID %d and is left out",
+                          {key, record.vendorID()}),
+                kLogProblem);
+    }
 }
 
 void VXIABPrivacyCenterViewController::registerWithEngine() {

@@ -265,6 +265,7 @@ private:
         std::vector<std::int32_t> of(std::string_view section) const;
     };
 
+    void readVendors();
     void loadModel();
     void createInterface();
     void showFirstScreen();
