@@ -72,6 +72,13 @@ if(NOT "${names}" MATCHES "^VXPrivacy;simdjson;fast_float;sqlite;" OR NOT relate
     message(FATAL_ERROR "the list of parts is wrong: ${list}")
 endif()
 
+# No installed header includes one that is not.
+file(GLOB_RECURSE headers RELATIVE "${work}/moved/include" "${work}/moved/include/*.h")
+list(TRANSFORM headers REPLACE "(.+)" "#include <\\1>\n")
+list(JOIN headers "" headers)
+file(WRITE "${work}/headers.cpp" "${headers}")
+run(${CXX} -std=c++20 -fsyntax-only "-I${work}/moved/include" "${work}/headers.cpp")
+
 build_and_run(consumer examples/consumer)
 build_and_run(testing examples/testing)
 build_and_run(application tests/package/application)
