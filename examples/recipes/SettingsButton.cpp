@@ -36,6 +36,6 @@ void withdraw() {
 }
 
 void forget() {
-    // As if the user had never been asked: nothing is kept, and no beacon tells of it.
+    // As if the user had never been asked; no beacon tells of it.
     vx::VXMobilePrivacy::sharedInstance().propagateConsent(nullptr);
 }

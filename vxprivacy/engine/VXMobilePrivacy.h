@@ -127,8 +127,9 @@ public:
     /// Null: switches the tag SDK off, forgets all consent and calls back with nothing. Stores the
     /// time either way.
     void propagateConsent(const ConsentDictionary* consent);
-    /// Forgets all saved consent, also in the tag SDK and the IAB library. The state is undecided
-    /// then; time and display flag stay, the tag SDK is not stopped, and nobody is called back.
+    /// Forgets the saved consent, also in the tag SDK and the IAB library: all entries that are
+    /// listed; one that a later save left out stays. The state is undecided then; time and display
+    /// flag stay, the tag SDK is not stopped, and nobody is called back.
     void resetSavedConsent();
 
     // Reporting. Beacons go out as notifications; nothing is awaited.

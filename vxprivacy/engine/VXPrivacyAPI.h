@@ -27,7 +27,9 @@ public:
     /// Milliseconds since 1970; 0 when consent was never saved. A reset leaves it as it is.
     static std::int64_t getLastTimeConsentWasSaved();
 
-    // IDs are stored IDs. An unknown one is not accepted.
+    // IDs are stored IDs. An unknown one is not accepted. One that the last save left out, since
+    // the configuration or the vendor list dropped it, is answered as the user last chose for it,
+    // also after a reset.
 
     /// A category's own ID, or for IAB purpose n `kVXPurposeOffset` + 2n - 1 (consent) and + 2n
     /// (legitimate interest).
@@ -36,7 +38,8 @@ public:
     /// (legitimate interest).
     static bool isVendorAccepted(std::int32_t vendorID);
 
-    /// The accepted entries' full keys ("PRIVACY_CAT_3"), in the order in which they were saved.
+    /// The full keys ("PRIVACY_CAT_3") of the entries that are listed, those of the last save that
+    /// had any of the kind, and accepted; in the order in which they were saved.
     /// Empty when none is accepted. Time: the number of saved entries.
     static std::vector<std::string> getAcceptedCategories();
     static std::vector<std::string> getAcceptedVendors();
