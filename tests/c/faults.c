@@ -99,6 +99,26 @@ static void test_no_place(const char* packaged) {
     vx_settings_free(settings);
 }
 
+/* The child has the module's memory, but not its worker. */
+static void test_fork(vx_settings* settings) {
+    vx_module* module = create(settings);
+    vx_center* center = NULL;
+    pid_t child;
+    int status = 0;
+    CHECK(vx_start(module) == VX_OK);
+    CHECK(vx_center_open(module, 390, 844, VX_POPUP, &center) == VX_OK);
+    child = fork();
+    if (child == 0) {
+        alarm(20);
+        CHECK(vx_refuse_all(module) == VX_WRONG_THREAD && vx_poll(module) == VX_WRONG_THREAD);
+        CHECK(vx_center_close(center, VX_SAVE) == VX_WRONG_THREAD);
+        CHECK(vx_destroy(module) == VX_WRONG_THREAD);
+        _exit(failures != 0);
+    }
+    CHECK(waitpid(child, &status, 0) == child && status == 0);
+    CHECK(vx_destroy(module) == VX_OK);
+}
+
 enum { THREADS = 16, ROUNDS = 20 };
 
 static const char* own_store;
@@ -253,6 +273,7 @@ int main(int count, char** arguments) {
         sprintf(store[each], "%s.%d", arguments[1], each);
     settings = settings_for(store[0], arguments[2]);
     test_kill(settings);
+    test_fork(settings);
     vx_settings_free(settings);
     settings = settings_for(store[1], arguments[2]);
     test_full_disk(settings);

@@ -143,6 +143,7 @@ static void test_misuse(vx_settings* settings) {
     CHECK(vx_create(empty, &module) == VX_INVALID_ARGUMENT && module == NULL);
     CHECK(vx_set_text(empty, 77, "a", 1) == VX_INVALID_ARGUMENT);
     CHECK(vx_set_text(empty, VX_OWNER, NULL, 1) == VX_INVALID_ARGUMENT);
+    CHECK(vx_set_text(empty, VX_STORE, "a\0b", 3) == VX_INVALID_ARGUMENT);
     CHECK(vx_set_number(empty, VX_IAB, 2) == VX_INVALID_ARGUMENT);
     CHECK(vx_settings_free(empty) == VX_OK && vx_settings_free(empty) == VX_INVALID_HANDLE);
     CHECK(vx_create(settings, NULL) == VX_INVALID_ARGUMENT);

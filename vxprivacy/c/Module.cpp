@@ -70,7 +70,9 @@ void vx_module::openURL(std::string_view address) {
 namespace vx::c {
 
 vx_module& asked(vx_module* handle) {
-    return handles<vx_module>()[handle];
+    vx_module& module = handles<vx_module>()[handle];
+    require(module.process == ::getpid(), VX_WRONG_THREAD);
+    return module;
 }
 
 vx_module& started(vx_module* handle) {

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include <unistd.h>
+
 #include "vxprivacy/c/Guard.h"
 #include "vxprivacy/c/Settings.h"
 #include "vxprivacy/c/vxprivacy.h"
@@ -67,6 +69,7 @@ private:
 
 public:
     const vx_settings settings;
+    const pid_t process = ::getpid(); // a forked child has no worker, nor the store's locks
     vx::c::Hook<vx_event_function> onEvent;
     vx::c::Hook<vx_open_function> onOpen;
     bool started = false;

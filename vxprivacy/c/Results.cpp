@@ -9,7 +9,7 @@ const char* vx_result_text(vx_result result) {
     case VX_INVALID_HANDLE:
         return "a handle is null, gone or of another kind";
     case VX_WRONG_THREAD:
-        return "this is not the thread that made the module";
+        return "this is not the thread that made it, or a forked process";
     case VX_WRONG_STATE:
         return "too early, too late, or from within a function that the module called";
     case VX_NO_MEMORY:

@@ -16,6 +16,7 @@ void setText(vx_settings& settings, vx_text_setting setting, std::string_view te
     const auto path = [&] {
         return std::filesystem::path(std::u8string(text.begin(), text.end()));
     };
+    require(text.find('\0') == text.npos, VX_INVALID_ARGUMENT); // a path would end there
     switch (setting) {
     case VX_STORE:
         services.store = path();

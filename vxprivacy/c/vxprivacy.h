@@ -30,7 +30,9 @@
  *   stands at its address.
  * - All, settings too, is called on the thread that calls vx_create, the application's, but for
  *   vx_free, vx_result_text and what tells of static files, which any thread may call. Nothing
- * waits for the network. A choice is durable when the function that saves it returns.
+ *   waits for the network. A choice is durable when the function that saves it returns.
+ * - A module that was made before a fork is the parent's: in the child it answers VX_WRONG_THREAD.
+ *   A child that wants one of its own is forked while there is none.
  * - Functions of the application's are called on that thread too, in the middle of something, but
  *   for the wake-up. They may ask the module (vx_must_ask, vx_category_accepted and the like);
  *   whatever else they call answers VX_WRONG_STATE. They must not unwind past their end, by longjmp
@@ -63,7 +65,7 @@ enum {
     VX_OK = 0,
     VX_INVALID_ARGUMENT = 1, /**< a null pointer, a number out of range, a text that is not UTF-8 */
     VX_INVALID_HANDLE = 2,   /**< a handle that is null, gone or of another kind */
-    VX_WRONG_THREAD = 3,     /**< not the thread that made what the handle is of */
+    VX_WRONG_THREAD = 3,     /**< not the thread, or the process, that made what it is of */
     VX_WRONG_STATE = 4, /**< too early, too late, or from within a function of the application's */
     VX_NO_MEMORY = 5,
     VX_FAILED = 6 /**< anything else; the log says more */
@@ -108,6 +110,7 @@ typedef void (*vx_log_function)(void* context, int level, const char* line, size
 VX_API vx_result vx_settings_create(vx_settings** settings);
 /** The module keeps what it needs; the settings may go once it is made. */
 VX_API vx_result vx_settings_free(vx_settings* settings);
+/** VX_INVALID_ARGUMENT for a text with a zero in it too, which no path or address can have. */
 VX_API vx_result vx_set_text(vx_settings* settings, vx_text_setting setting, const char* text,
                              size_t length);
 VX_API vx_result vx_set_number(vx_settings* settings, vx_number_setting setting, int number);
