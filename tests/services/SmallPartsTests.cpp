@@ -79,7 +79,7 @@ TEST(Variables, TheApplicationAddsItsOwn) {
     EXPECT_EQ(platform.coreVariables.get("unknown"), std::nullopt);
 }
 
-TEST(Log, LeavesOutWhatIsBelowItsLevel) {
+TEST(Log, LeavesOutWhatIsBelowItsLevelAndMakesALineOfTheRest) {
     const TemporaryDirectory directory;
     Settings settings;
     settings.store = directory / "store.db";
@@ -87,10 +87,11 @@ TEST(Log, LeavesOutWhatIsBelowItsLevel) {
     settings.logLevel = kLogNote;
     Services services(settings);
     services.platform().logger.log("below", 2);
-    services.platform().logger.log("problem {} %s\xff", 4);
+    services.platform().logger.log("problem {} %s\xff\n[4] forged\x1b[2J\x7f", 4);
     const std::string text = tools::system::readFile(*settings.logFile);
     EXPECT_EQ(text.find("below"), std::string::npos);
-    EXPECT_NE(text.find("[4] problem {} %s\xff\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("[4] problem {} %s\xff\\n[4] forged\\x1b[2J\\x7f\n"), std::string::npos)
+        << text;
 }
 
 } // namespace vx::services::test

@@ -13,6 +13,20 @@ namespace {
 constexpr std::size_t kFileSize = 1 << 20;
 constexpr std::size_t kOlderFiles = 3;
 
+// Messages quote documents, servers and stores: none of these begins a line of its own or moves a
+// terminal's cursor.
+std::string inOneLine(std::string_view message) {
+    std::string line;
+    for (const char c : message)
+        if (c == '\n')
+            line += "\\n";
+        else if ((c >= 0 && c < ' ') || c == '\x7f')
+            line += spdlog::fmt_lib::format("\\x{:02x}", c);
+        else
+            line += c;
+    return line;
+}
+
 } // namespace
 
 Log::Log(int level, const std::optional<std::filesystem::path>& file)
@@ -35,7 +49,7 @@ Log::Log(int level, const std::optional<std::filesystem::path>& file)
 void Log::log(std::string_view message, int level) {
     if (level >= level_)
         logger_->log(level >= kLogProblem ? spdlog::level::err : spdlog::level::info, "[{}] {}",
-                     level, message);
+                     level, inOneLine(message));
 }
 
 } // namespace vx::services

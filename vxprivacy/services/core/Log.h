@@ -19,6 +19,7 @@ public:
     /// Lines below `level` are left out. When the file cannot be opened, there is none.
     Log(int level, const std::optional<std::filesystem::path>& file);
 
+    /// Of `message` one line, whatever is in it.
     void log(std::string_view message, int level) override;
 
 private:
