@@ -146,7 +146,8 @@ TEST(Lint, Categories) {
            {{kError, "/categories/0/subcategories/0/subcategories", "not shown and not saved"}});
     expect(R"({"categories":[{},7]})", {{kError, "/categories/0/ID", "missing"},
                                         {kError, "/categories/0/name", "no title"},
-                                        {kError, "/categories/1", "object"}});
+                                        {kError, "/categories/1", "no such row"}});
+    expect(R"({"global_consent":7})", {{kError, "/global_consent", "no switch for everything"}});
     expect(R"({"categories":null})", {{kWarning, "/categories", "counts as a refusal"}});
     expect(R"({"categories":[]})", {{kWarning, "/categories", "counts as a refusal"}});
     expect(R"({"categories":{}})", {{kError, "/categories", "not an array"}});
@@ -340,11 +341,15 @@ TEST(Lint, TextsOfEachLanguage) {
     document["texts_fr"]["generic"]["backButton"] = Json::array();
     document["texts_de"] = document["texts_fr"];
     document["texts_de"].erase("popup");
+    document["texts_el"] = document["texts"];
+    document["texts_el"]["generic"] = 7;
+    document["texts_el"]["popup"]["title"] = "title";
     document["texts_en"] = document["texts_xx"] = document["texts_FR"] = Json::object();
     expectIn(document.dump(), {{kError, "/texts/popup/title", "no title"},
                                {kError, "/texts_fr/generic/backButton", "no way back"},
                                {kError, "/texts_de/generic/backButton", "no way back"},
                                {kError, "/texts_de/popup", "The popup shows no text"},
+                               {kError, "/texts_el/generic", "none between purposes and vendors"},
                                {kWarning, "/texts_en", "\"texts\""},
                                {kWarning, "/texts_xx", "never shown"},
                                {kWarning, "/texts_FR", "lower case"}});
