@@ -255,6 +255,64 @@ test("before it is published, an edition says what it changes and does", async (
   assert.deepEqual(failuresButRefusals(page), []);
 });
 
+// Holds the requests of a path until they are let go; `asked` is how many came.
+async function hold(page, path) {
+  const held = { asked: 0, letGo: () => {} };
+  const until = new Promise((resolve) => { held.letGo = resolve; });
+  await page.route(path, async (route) => {
+    held.asked += 1;
+    await until;
+    await route.continue();
+  });
+  return held;
+}
+
+test("a slow studio does once what is pressed twice, and to the installation that it was meant for", async (t) => {
+  const page = await openStudio(t);
+  await page.getByText("First start").waitFor();
+  const exported = await hold(page, "**/api/session");
+  const download = page.waitForEvent("download");
+  await page.getByRole("button", { name: "Export session" }).dblclick();
+  await page.locator("#export[aria-busy=true]").waitFor();
+  exported.letGo();
+  await download;
+  await page.locator("#export[aria-busy=false]").waitFor();
+  assert.equal(exported.asked, 1);
+  await page.unroute("**/api/session");
+
+  await page.getByRole("tab", { name: /^Configuration/ }).click();
+  const editor = page.locator("#editor");
+  const status = page.locator("#editor-status");
+  await status.getByText("Version 1 is published.").waitFor();
+  const draft = (await editor.inputValue()).replace('"Local news"', '"Near you"');
+  await editor.fill(draft);
+  const published = await hold(page, "**/api/configuration?*");
+  await page.getByRole("button", { name: "Publish\u2026" }).click();
+  await page.getByRole("button", { name: "Publish", exact: true }).click();
+  await page.getByRole("button", { name: "IAB mode" }).click();
+  await status.getByText("Version 1 is published.").waitFor();
+  published.letGo();
+  await page.getByText("nothing was published: the mode was changed meanwhile").waitFor();
+  assert.equal(await status.textContent(), "Version 1 is published.");
+  await page.getByRole("button", { name: "Category mode" }).click();
+  await status.getByText("Edited. Publishes as version 2.").waitFor();
+  assert.equal(await editor.inputValue(), draft);
+
+  const steps = ["world", "acceptAllConsent"].map((name) => JSON.stringify({ do: name })).join("\n");
+  await page.locator("#session-file").setInputFiles({ name: "session.jsonl", mimeType: "text/plain", buffer: Buffer.from(steps) });
+  const next = await hold(page, "**/api/session/next");
+  await page.getByRole("button", { name: "Next step" }).dblclick();
+  next.letGo();
+  await page.getByText("1 of 2 steps played").waitFor();
+  await page.getByText("Launch 4 is starting.").waitFor(); // its engine comes with the next step
+  assert.equal(next.asked, 1);
+  await expectSound(page, 1280);
+  await page.getByRole("button", { name: "Next step" }).click();
+  await page.getByText("Launch 4 is starting.").waitFor({ state: "hidden" });
+  await page.getByRole("button", { name: "Close session" }).click();
+  await page.getByText("Running, launch 5").waitFor();
+});
+
 test("findings follow what is typed, and lead to their place", async (t) => {
   const page = await openStudio(t);
   await page.getByRole("tab", { name: /^Configuration/ }).click();

@@ -2,9 +2,20 @@
 
 import { byId, day, element, setText } from "./dom.js";
 
+const kPatience = 300; // milliseconds; a usual start is over by then
+let latest; // state
+let waiting; // for the engine to start
+let isLate = false;
+
 function settled(decision, engine) {
   const headline = engine.privacyState === 1 ? "Consent given" : "Consent refused";
   return [headline, `Saved on ${day(decision.savedAt)}, valid until ${day(decision.validUntil)}.`];
+}
+
+function renderStarting() {
+  setText(byId("decision-headline"), "Starting");
+  setText(byId("decision-reason"), "The engine has not been started yet.");
+  byId("decision").dataset.tone = "neutral";
 }
 
 function renderDecision(decision, engine) {
@@ -31,13 +42,29 @@ function renderBanner(decision, configuration, iab) {
     shown.querySelector(`[data-post="${button.dataset.post}"], [data-open]`).focus();
 }
 
-export function renderApplication({ application, process, session }) {
+// Until it tells how it stands, what stands is the process's before it.
+function renderProcess({ running, begun, launches }) {
   const pill = byId("process");
-  setText(pill, process?.running ? `Running, launch ${process.launches}` : "Not running");
-  pill.dataset.tone = process?.running ? "good" : "bad";
+  setText(pill, !running ? "Not running" : begun ? `Running, launch ${launches}` : `Starting, launch ${launches}`);
+  pill.dataset.tone = !running ? "bad" : begun ? "good" : "warn";
+  if (running && !begun) {
+    waiting ??= setTimeout(() => { isLate = true; renderApplication(latest); }, kPatience);
+  } else {
+    clearTimeout(waiting);
+    [waiting, isLate] = [undefined, false];
+  }
+  byId("starting").hidden = !isLate;
+  setText(byId("starting"), `Launch ${launches} is starting. Below stands how the one before was left.`);
+}
+
+export function renderApplication(state) {
+  latest = state;
+  const { application, process, session } = state;
+  if (process) renderProcess(process);
   for (const button of document.querySelectorAll('[data-post="accept"], [data-post="refuse"]'))
     button.disabled = !process?.running;
   if (!application) return;
-  renderDecision(application.decision, application.engine);
+  if (isLate) renderStarting();
+  else renderDecision(application.decision, application.engine);
   renderBanner(application.decision, application.configuration, session.iab);
 }

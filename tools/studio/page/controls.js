@@ -1,6 +1,6 @@
 // What can be done to the process, the clock and the network.
 
-import { byId, fillList, setText } from "./dom.js";
+import { byId, fillList, onPress, setText } from "./dom.js";
 import { act } from "./connection.js";
 
 const kDay = 86_400_000;
@@ -27,7 +27,7 @@ function wireReset() {
 
 export function wireControls() {
   for (const button of document.querySelectorAll("[data-post]"))
-    button.addEventListener("click", () => act(button.dataset.post));
+    onPress(button, () => act(button.dataset.post));
   for (const button of document.querySelectorAll("[data-days]"))
     button.addEventListener("click", () => act("clock", { advance: Number(button.dataset.days) }));
   for (const button of document.querySelectorAll("[data-iab]"))

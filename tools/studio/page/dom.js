@@ -24,6 +24,15 @@ export function fillList(list, rows) {
     element("div", {}, element("dt", { text: name }), element("dd", { text: String(value), class: kind }))));
 }
 
+/** Does it when the button is pressed, but not again while it is under way; the button shows that. */
+export function onPress(button, action) {
+  button.addEventListener("click", async () => {
+    if (button.ariaBusy === "true") return;
+    button.ariaBusy = "true";
+    try { await action(); } finally { button.ariaBusy = "false"; }
+  });
+}
+
 const two = (number) => String(number).padStart(2, "0");
 
 export function timeOfDay(milliseconds) {

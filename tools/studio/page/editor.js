@@ -1,6 +1,6 @@
 // The privacy configuration as its publisher edits it.
 
-import { byId, element, setText } from "./dom.js";
+import { byId, element, onPress, setText } from "./dom.js";
 import { act, showProblem } from "./connection.js";
 import { lintSoon } from "./findings.js";
 import { draftOf, keepDraft, objectIn, replaceText, showStatus, textOf } from "./document.js";
@@ -14,6 +14,7 @@ let publishedText = "";
 let publishedVersion = 0;
 let begunWith = 0; // the version that is edited
 let store; // of the installation that is edited for
+let isIAB = false; // is its mode
 let vendorList;
 const editor = byId("editor");
 const status = byId("editor-status");
@@ -108,9 +109,9 @@ function nameVendor(event) {
 }
 
 async function publish() {
-  const text = editor.value;
-  const edition = await askAndPublish(text, begunWith);
-  if (!edition) return;
+  const [text, whose] = [editor.value, store];
+  const edition = await askAndPublish(text, begunWith, isIAB);
+  if (!edition || store !== whose) return;
   publishedText = edition.text;
   if (editor.value === text) replaceText(editor, publishedText);
   changed();
@@ -126,8 +127,9 @@ async function fetched(path) {
 
 /** Puts a document in the place of what is typed; undo brings that back. */
 async function load(path) {
+  const whose = store;
   const text = await fetched(path);
-  if (text === undefined) return;
+  if (text === undefined || store !== whose) return;
   if (path === kPublished) publishedText = text;
   replaceText(editor, text);
   changed();
@@ -135,8 +137,10 @@ async function load(path) {
 
 /** Takes up a new edition, unless something is typed that it would replace. */
 async function takeUp() {
-  const before = publishedText;
-  publishedText = (await fetched(kPublished)) ?? before;
+  const [before, whose] = [publishedText, store];
+  const text = (await fetched(kPublished)) ?? before;
+  if (store !== whose) return;
+  publishedText = text;
   if (editor.value === before) {
     editor.value = publishedText;
     begunWith = publishedVersion;
@@ -146,7 +150,12 @@ async function takeUp() {
 
 /** Shows what was typed for this installation and not published, else what is. */
 async function changeInstallation() {
-  publishedText = (await fetched(kPublished)) ?? "";
+  const whose = store;
+  editor.readOnly = true; // what is typed before it is there would take the draft's place
+  const text = (await fetched(kPublished)) ?? "";
+  if (store !== whose) return;
+  publishedText = text;
+  editor.readOnly = false;
   const draft = draftOf("configuration", store) ?? { text: publishedText, version: publishedVersion };
   editor.value = draft.text;
   begunWith = draft.version;
@@ -164,8 +173,8 @@ export function wireEditor() {
   byId("format").addEventListener("click", () => edit(() => {}));
   byId("sample").addEventListener("click", () => load("/api/sample"));
   byId("revert").addEventListener("click", () => load(kPublished));
-  byId("publish").addEventListener("click", () => publish().catch(() => {}));
-  byId("come-back").addEventListener("click", () => act("relaunch"));
+  onPress(byId("publish"), () => publish().catch(() => {}));
+  onPress(byId("come-back"), () => act("relaunch"));
   wirePublishing();
 }
 
@@ -187,7 +196,8 @@ export function renderEditor(state) {
   offerRelaunch(state);
   if (!isNew && session.store === store) return;
   byId("published").textContent = `v${publishedVersion}`;
-  byId("named").hidden = !published.iab;
+  isIAB = published.iab;
+  byId("named").hidden = !isIAB;
   byId("add-category").hidden = published.iab;
   if (session.store !== store) {
     store = session.store;

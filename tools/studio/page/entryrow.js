@@ -44,7 +44,7 @@ export function markFolded(row, wanted) {
   const { entry, text } = records.get(row);
   const isThere = wanted !== "" && text.slice(entry.title.toLowerCase().length).includes(wanted);
   const mark = row.querySelector(".folded");
-  if (isThere && !mark) row.querySelector("summary")?.append(element("span", { class: "folded", text: "match inside" }));
+  if (isThere && !mark) row.querySelector("summary .title")?.append(element("span", { class: "folded", text: "match inside" }));
   else if (!isThere) mark?.remove();
 }
 

@@ -2,7 +2,7 @@
 // page is a frame of its own, so that the application's markup and looks stay out of the studio's.
 
 import { act, post } from "./connection.js";
-import { byId, element, setText } from "./dom.js";
+import { byId, element, onPress, setText } from "./dom.js";
 
 let shown = ""; // which center of which process
 let revision; // of the screen; the frame's page asks for what is new to it
@@ -71,7 +71,7 @@ function change(key, center) {
 
 export function wirePhone() {
   for (const button of document.querySelectorAll("[data-open]"))
-    button.addEventListener("click", () => act("center/open", {
+    onPress(button, () => act("center/open", {
       width: kDisplayWidth,
       first: Number(byId("first").value),
       pushed: byId("how").value === "push",

@@ -1,13 +1,15 @@
 // A session for `vxprivacy play` that is opened here and played step by step.
 
 import { act, post, showProblem } from "./connection.js";
-import { byId, element, setText } from "./dom.js";
+import { byId, element, onPress, setText } from "./dom.js";
 
 const kLargest = 8 << 20; // bytes, as the studio takes
 const kBefore = 60; // steps shown of those that were played
 
 let playback; // how far it was played; null: none is open
-let running = false;
+let runs = 0; // that were begun
+let running = 0; // the one that goes on; 0: none does
+let step = Promise.resolve(); // the one that was asked for last
 let showing; // the way to the steps in view
 let isStale = false;
 
@@ -66,12 +68,21 @@ function showButtons() {
   byId("playback-stop").disabled = !running;
 }
 
+function playNext() {
+  step = act("session/next");
+  return step;
+}
+
 async function run() {
-  running = true;
+  const mine = running = ++runs;
   showButtons();
-  for (let state = { playback }; running && state?.playback && state.playback.played < state.playback.total;)
-    state = await act("session/next");
-  running = false;
+  for (let state = { playback }; running === mine && state?.playback && state.playback.played < state.playback.total;)
+    state = await playNext();
+  if (running === mine) stop();
+}
+
+function stop() {
+  running = 0;
   showButtons();
 }
 
@@ -82,9 +93,26 @@ function showSize(bytes) {
 async function open(file) {
   if (file.size > kLargest)
     return showProblem(`${file.name} has ${showSize(file.size)}; a session has ${showSize(kLargest)} at most.`);
-  running = false;
+  stop();
   byId("tab-timeline").click();
-  return post("session", file, { file }).then(() => byId("playback-next").focus(), () => {});
+  byId("open-session").ariaBusy = "true";
+  await step; // or it would be the new session's
+  await post("session", file, { file }).then(() => focusUnlessElsewhere("playback-next"), () => {});
+  byId("open-session").ariaBusy = "false";
+  return undefined;
+}
+
+// It may have taken a while, and the reader be elsewhere by now.
+function focusUnlessElsewhere(id) {
+  const focused = document.activeElement;
+  if (focused === document.body || focused === byId("open-session") || byId("playback").contains(focused)) byId(id).focus();
+}
+
+async function close() {
+  stop();
+  await step;
+  await act("session/close");
+  focusUnlessElsewhere("open-session");
 }
 
 // A file that is dropped beside every field would take the place of this page.
@@ -112,13 +140,10 @@ export function wirePlayback() {
     if (file.files.length > 0) open(file.files[0]);
     file.value = ""; // the same one may be opened again
   });
-  byId("playback-next").addEventListener("click", () => act("session/next"));
+  onPress(byId("playback-next"), playNext);
   byId("playback-all").addEventListener("click", run);
-  byId("playback-stop").addEventListener("click", () => { running = false; });
-  byId("playback-close").addEventListener("click", () => {
-    running = false;
-    act("session/close").then(() => byId("open-session").focus());
-  });
+  byId("playback-stop").addEventListener("click", stop);
+  onPress(byId("playback-close"), close);
   takeDrops();
 }
 

@@ -58,16 +58,16 @@ function allow(isAllowed) {
 }
 
 /**
- * Asks whether to publish `text`, which is over version `begunWith`, and publishes it then. Resolves to
+ * Asks whether to publish `text`, written over version `begunWith` in the mode said, and publishes it then. Resolves to
  * the edition, or to nothing when the reader thought better of it; rejects when it cannot be.
  */
-export async function askAndPublish(text, begunWith) {
+export async function askAndPublish(text, begunWith, iab) {
   const number = (asked += 1);
   showWaiting();
   allow(false);
   dialog.showModal();
   const closed = new Promise((resolve) => { answer = resolve; });
-  const outcome = await post("rehearse", text).catch(() => undefined);
+  const outcome = await Promise.race([post("rehearse", text).catch(() => undefined), closed]);
   if (number !== asked) return undefined;
   if (!outcome) {
     dialog.close();
@@ -77,10 +77,10 @@ export async function askAndPublish(text, begunWith) {
   allow(true);
   const how = await closed;
   if (!how) return undefined;
-  const edition = await post(`configuration?over=${outcome.over.version}`, text).catch((error) => {
+  const edition = await post(`configuration?over=${outcome.over.version}&iab=${iab}`, text).catch((error) => {
     if (!error.isConflict) throw error;
   });
-  if (!edition) return askAndPublish(text, begunWith); // there is more to look at by now
+  if (!edition) return askAndPublish(text, begunWith, iab); // there is more to look at by now
   if (how === "relaunch") await act("relaunch");
   return edition;
 }

@@ -3,7 +3,7 @@
 
 import { act, showProblem } from "./connection.js";
 import { draftOf, keepDraft, objectIn, replaceText, showStatus, textOf } from "./document.js";
-import { byId, element, setText } from "./dom.js";
+import { byId, element, onPress, setText } from "./dom.js";
 import { kNowhere, restrictionTypes, vendorIn, vendorText } from "./vendorlist.js";
 
 const kMostRows = 200;
@@ -108,8 +108,8 @@ function add(event) {
 }
 
 async function ship() {
-  const text = editor.value;
-  if (await act("restrictions", text)) keepDraft("restrictions", store, text, text);
+  const [text, whose] = [editor.value, store];
+  if (await act("restrictions", text)) keepDraft("restrictions", whose, text, text);
 }
 
 export function wireRestrictions() {
@@ -118,7 +118,7 @@ export function wireRestrictions() {
   editor.addEventListener("input", changed);
   byId("restriction-form").addEventListener("submit", add);
   byId("restrictions-revert").addEventListener("click", () => { replaceText(editor, shippedText); changed(); });
-  byId("restrictions-ship").addEventListener("click", ship);
+  onPress(byId("restrictions-ship"), ship);
 }
 
 function offerPurposes() {

@@ -1,7 +1,7 @@
 // The session as a script for `vxprivacy play`.
 
 import { showProblem } from "./connection.js";
-import { byId, element } from "./dom.js";
+import { byId, element, onPress } from "./dom.js";
 
 function save(blob, name) {
   const href = URL.createObjectURL(blob);
@@ -17,5 +17,5 @@ async function exportSession() {
 }
 
 export function wireSession() {
-  byId("export").addEventListener("click", exportSession);
+  onPress(byId("export"), exportSession);
 }

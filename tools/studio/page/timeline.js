@@ -64,6 +64,7 @@ function showSoon() {
   waiting = true;
   requestAnimationFrame(() => {
     waiting = false;
+    for (const row of list.rows) markFolded(row, wanted); // before they are measured
     list.show(shown);
     showLinked();
   });
@@ -76,7 +77,6 @@ function applyFilter() {
 }
 
 function showState() {
-  for (const row of list.rows) markFolded(row, wanted);
   highlight(list.rows, wanted);
   byId("newest").hidden = !list.isBehind;
   setText(byId("found"), shown === records ? "" : `${shown.length} of ${records.length}`);
@@ -99,9 +99,15 @@ function clear() {
   applyFilter();
 }
 
+function rowOf(record) {
+  const row = entryRow(record, () => list.resized());
+  markFolded(row, wanted);
+  return row;
+}
+
 export function wireTimeline() {
   list = new VirtualList(byId("timeline"), {
-    rowOf: (record) => entryRow(record, () => list.resized()),
+    rowOf,
     targetOf,
     onShown: showState,
   });

@@ -127,11 +127,13 @@ constexpr Action kActions[] = {
 
 void publish(StudioSession& session, const httplib::Request& request, const std::string& text,
              httplib::Response& response) {
-    std::optional<std::int64_t> over;
+    StudioSession::Seen seen;
     if (request.has_param("over"))
-        over = std::strtoll(request.get_param_value("over").c_str(), nullptr, 10);
+        seen.version = std::strtoll(request.get_param_value("over").c_str(), nullptr, 10);
+    if (request.has_param("iab"))
+        seen.mode = request.get_param_value("iab") == "true" ? Mode::IAB : Mode::Category;
     try {
-        const Result<Edition> edition = session.publish(text, over);
+        const Result<Edition> edition = session.publish(text, seen);
         if (edition)
             answer(response, {{"version", edition->version}, {"text", *edition->text}});
         else

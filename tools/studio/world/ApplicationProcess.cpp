@@ -30,6 +30,7 @@ Reply ApplicationProcess::start(const Launch& launch) {
             kApplicationCommand, [this](std::string_view line) { take(line); },
             [this] { processEnded(); });
         running_ = true;
+        begun_ = false;
         endIsWanted_ = false;
         ++launches_;
         events_.append("process",
@@ -110,6 +111,7 @@ void ApplicationProcess::take(std::string_view line) {
     if (kind == kind::kState) {
         data_.look((*report)["body"]);
         events_.updateState("application", (*report)["body"]);
+        reportBegun();
     } else if (kind == kind::kLaunch) {
         record_.launched(std::move((*report)["body"]));
     } else if (kind == kind::kStep) {
@@ -150,7 +152,17 @@ void ApplicationProcess::reportDarkDisplay() {
 
 void ApplicationProcess::reportProcess() {
     const std::lock_guard lock(mutex_);
-    events_.setState("process", {{"running", running_}, {"launches", launches_}});
+    events_.setState("process",
+                     {{"running", running_}, {"begun", begun_}, {"launches", launches_}});
+}
+
+void ApplicationProcess::reportBegun() {
+    {
+        const std::lock_guard lock(mutex_);
+        if (std::exchange(begun_, true))
+            return;
+    }
+    reportProcess();
 }
 
 } // namespace vx::tools::studio

@@ -20,9 +20,9 @@ class EventStream;
 class SessionRecord;
 
 /// The application, a process of its own: started, told what to do, ended. What it reports goes
-/// into the stream: its state as section "application", whether it runs as section "process", what
-/// is to be played again into the record, all else as entries of the timeline. Any thread may call;
-/// to end or kill the process ends what others wait for.
+/// into the stream: its state as section "application", whether it runs and has told a state
+/// ("begun") as section "process", what is to be played again into the record, all else as entries
+/// of the timeline. Any thread may call; to end or kill the process ends what others wait for.
 class ApplicationProcess {
 public:
     ApplicationProcess(EventStream& events, SessionRecord& record)
@@ -48,6 +48,7 @@ private:
     void finish(const std::function<void(system::ChildProcess&)>& how, const char* title);
     void reportDarkDisplay();
     void reportProcess();
+    void reportBegun();
 
     EventStream& events_;
     SessionRecord& record_;
@@ -59,6 +60,7 @@ private:
     std::map<std::uint64_t, std::optional<Reply>> awaited_; // by the command's number
     int launches_ = 0;
     bool running_ = false;
+    bool begun_ = false; // it has told how it stands
     bool endIsWanted_ = false;
     bool closed_ = false;
 };

@@ -214,13 +214,16 @@ std::string StudioSession::sample() const {
     return sampleFor(mode_);
 }
 
-Result<Edition> StudioSession::publish(const std::string& text, std::optional<std::int64_t> over) {
+Result<Edition> StudioSession::publish(const std::string& text, const Seen& seen) {
     const std::lock_guard lock(mutex_);
     if (options_.live)
         return Problem{"with --live the configuration is the host's"};
     if (played_)
         return kIsPlayed;
-    if (const auto inForce = installation().publication.inForce().version; over && *over != inForce)
+    if (seen.mode.value_or(mode_) != mode_)
+        return Problem{"nothing was published: the mode was changed meanwhile"};
+    if (const auto inForce = installation().publication.inForce().version;
+        seen.version.value_or(inForce) != inForce)
         return Problem{.text = "version " + std::to_string(inForce) + " was published meanwhile",
                        .isConflict = true};
     const Result<Edition> edition = installation().publication.publish(text);

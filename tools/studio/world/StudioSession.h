@@ -107,9 +107,14 @@ public:
     Edition published() const;
     /// The sample configuration for the mode.
     std::string sample() const;
-    /// Publishes `text` over version `over`, where one is said: a conflict when another one is in
-    /// force by now. Throws std::system_error when it cannot be kept.
-    Result<Edition> publish(const std::string& text, std::optional<std::int64_t> over);
+    /// What a publisher looked at: nothing else is to be published over. Absent: whatever it is.
+    struct Seen {
+        std::optional<std::int64_t> version;
+        std::optional<Mode> mode;
+    };
+    /// Publishes `text` over what was seen: a conflict when another version is in force by now, a
+    /// problem in another mode. Throws std::system_error when it cannot be kept.
+    Result<Edition> publish(const std::string& text, const Seen& seen);
     /// What would be published for `text` ("version", "text"), over what ("over", the same of the
     /// edition in force), and what that means to users who have answered, as `Rehearsal` finds it,
     /// or the "problem" of finding it. Nothing changes.
