@@ -41,7 +41,7 @@ struct Application : ViewControllerDelegate {
 
     recording::World world{{.files = {{"vendor-list", R"({"purposes":{"1":{"id":1}},
                        "specialFeatures":{"1":{"id":1}},"vendors":{
-                       "7":{"id":7,"purposes":[1],"policyUrl":"https://seven.example/"},
+                       "7":{"id":7,"purposes":[-5,1],"policyUrl":"https://seven.example/"},
                        "8":{"id":7,"name":"the same ID","purposes":[1]},
                        "9":{"id":-9,"name":"an ID that no row has","purposes":[1]}}})"},
                                       {"privacy", "{}"}},
@@ -245,11 +245,16 @@ TEST(IABCenter, KeepsRowsApartThatClaimTheSameVendor) {
     EXPECT_EQ(application.named("stackView7")->subviews().size(), 3U);
 }
 
-TEST(IABCenter, LeavesOutAVendorWhoseIDMakesNoName) {
+TEST(IABCenter, LeavesOutVendorsAndItemsWhoseIDsMakeNoName) {
     Application application;
     application.show();
     application.center->displayVendorList();
     EXPECT_EQ(application.center->vendorsToDisplay(), (std::vector<std::string>{"7", "8"}));
+    const auto& record = application.center->vendorContentView()->detailBtns().front();
+    EXPECT_EQ(record->record().purposes(), std::vector<std::int32_t>{1});
+    touch(*record->originalBtn());
+    const std::string& placed = application.named("vendorList7")->constraints().back().text;
+    EXPECT_TRUE(placed.starts_with("V:|-[policyTitle")) << placed;
 }
 
 } // namespace

@@ -8,11 +8,17 @@ namespace vx {
 
 namespace {
 
+// Names of views carry the IDs of items, and no name holds a minus: an item with such an ID would
+// leave all others of its panel without their places.
+bool isItem(std::int32_t id) {
+    return id >= 0;
+}
+
 // By the purposes' IDs.
 std::vector<std::pair<std::int32_t, std::int32_t>> daysOf(const JSONValue& purposes) {
     std::vector<std::pair<std::int32_t, std::int32_t>> days;
     for (const auto& [id, kept] : purposes.members())
-        if (kept.number())
+        if (kept.number() && isItem(integerValue(id)))
             days.emplace_back(integerValue(id), kept.integerValue());
     return days;
 }
@@ -56,7 +62,7 @@ JSONValue VendorRecord::urls(std::string_view language) const {
 std::vector<std::int32_t> VendorRecord::numbers(std::string_view list) const {
     std::vector<std::int32_t> numbers;
     for (const JSONValue& element : entry_[list].elements())
-        if (element.number())
+        if (element.number() && isItem(element.integerValue()))
             numbers.push_back(element.integerValue());
     return numbers;
 }
