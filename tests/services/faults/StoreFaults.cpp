@@ -1,9 +1,13 @@
 #include "tests/services/faults/StoreFaults.h"
 
+#include <array>
+#include <cerrno>
 #include <csignal>
-#include <stdexcept>
+#include <system_error>
 #include <utility>
 
+#include <linux/capability.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace vx::services::test {
@@ -12,7 +16,20 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr uid_t kNobody = 65534;
+// Without the capability the modes of files hold for root as for anybody. Of this thread and those
+// that it begins.
+void overrideModes(bool allowed) {
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3> capabilities{};
+    if (::syscall(SYS_capget, &header, capabilities.data()) != 0)
+        throw std::system_error(errno, std::system_category(), "capget");
+    auto& [effective, permitted, inheritable] = capabilities[CAP_TO_INDEX(CAP_DAC_OVERRIDE)];
+    effective &= ~CAP_TO_MASK(CAP_DAC_OVERRIDE);
+    if (allowed)
+        effective |= permitted & CAP_TO_MASK(CAP_DAC_OVERRIDE);
+    if (::syscall(SYS_capset, &header, capabilities.data()) != 0)
+        throw std::system_error(errno, std::system_category(), "capset");
+}
 
 } // namespace
 
@@ -32,19 +49,13 @@ FullDisk::~FullDisk() {
 }
 
 ReadOnlyFile::ReadOnlyFile(fs::path file) : file_(std::move(file)) {
-    const fs::path directory = file_.parent_path();
-    for (const fs::path& path : {directory.parent_path(), directory, file_})
-        if (::chown(path.c_str(), kNobody, kNobody) != 0)
-            throw std::runtime_error("only root can give a file to another user");
     fs::permissions(file_, fs::perms::owner_read);
-    if (::seteuid(kNobody) != 0)
-        throw std::runtime_error("only root can become another user");
+    overrideModes(false);
 }
 
 ReadOnlyFile::~ReadOnlyFile() {
     makeWritable();
-    if (::seteuid(0) != 0)
-        std::terminate();
+    overrideModes(true);
 }
 
 void ReadOnlyFile::makeWritable() const {

@@ -30,7 +30,7 @@ private:
     rlimit before_{};
 };
 
-/// This process may read `file` but not write it. Only for root, who becomes another user.
+/// This thread, and those that it begins, may read `file` but not write it, also as root.
 class ReadOnlyFile {
 public:
     explicit ReadOnlyFile(std::filesystem::path file);
@@ -38,7 +38,7 @@ public:
     ReadOnlyFile(const ReadOnlyFile&) = delete;
     ReadOnlyFile& operator=(const ReadOnlyFile&) = delete;
 
-    /// Ends the fault alone; the user stays another one.
+    /// Ends the fault alone; the modes of other files still hold.
     void makeWritable() const;
 
 private:
