@@ -70,10 +70,9 @@ int main(int argc, char** argv) {
     CLI::App app("Consent management for C++ applications: tools for developers", "vxprivacy");
     describe(app);
     const int status = run(app, argc, argv);
-    errno = 0; // it stays so when an earlier write failed
     if (std::cout.flush())
         return status;
-    std::cerr << "vxprivacy: the output cannot be written"
-              << (errno == 0 ? "" : ": " + std::system_category().message(errno)) << '\n';
+    std::cerr << "vxprivacy: the output cannot be written: "
+              << std::system_category().message(errno) << '\n';
     return kUnwritableOutput;
 }
