@@ -37,12 +37,11 @@ Json layoutDescription(View& root) {
     Json all = Json::array();
     for (View* view : views) {
         Json constraints = Json::array();
-        for (const VisualFormat& format : view->constraints())
-            for (const LayoutConstraint& each : format.constraints)
-                constraints.push_back({placeOf(each.firstItem), each.firstAttribute, each.relation,
-                                       placeOf(each.secondItem), each.secondAttribute,
-                                       each.metric ? each.constant / root.width() : each.constant,
-                                       each.priority, each.metric});
+        for (const LayoutConstraint& each : view->constraints())
+            constraints.push_back({placeOf(each.firstItem), each.firstAttribute, each.relation,
+                                   placeOf(each.secondItem), each.secondAttribute,
+                                   each.metric ? each.constant / root.width() : each.constant,
+                                   each.priority, each.metric});
         all.push_back({{"type", typeOf(*view)},
                        {"parent", view == &root ? Json() : placeOf(view->superview())},
                        {"constraints", constraints}});

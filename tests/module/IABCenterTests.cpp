@@ -209,7 +209,7 @@ TEST(IABCenter, HasWhatNoScreenUses) {
     EXPECT_EQ(center.currentContentView(), center.popupContentView()->containerView());
     center.setNumberOfViews(7);
     center.attachFormattedConstraint("H:|-%d-[contentView]", *center.view());
-    EXPECT_EQ(center.view()->constraints().back().text, "H:|-7-[contentView]");
+    EXPECT_EQ(center.view()->formats().back().text, "H:|-7-[contentView]");
     EXPECT_FALSE(center.globalConsent());
     EXPECT_TRUE(center.purposeContentView()->vendorList().empty());
     EXPECT_TRUE(center.vendorContentView()->stackList().empty());

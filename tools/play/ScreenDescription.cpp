@@ -37,7 +37,7 @@ void describeText(Event& object, const std::string& text, const std::optional<Fo
 
 Event describedConstraints(const View& view) {
     Event formats = Event::array();
-    for (const VisualFormat& format : view.constraints())
+    for (const AttachedFormat& format : view.formats())
         formats.push_back(format.options ? Event::array({format.text, format.options})
                                          : Event(format.text));
     return formats;

@@ -42,17 +42,18 @@ public:
 
     /// Sets the value of `key`; a key that is there already keeps its place.
     void set(std::string_view key, Value value) {
-        if (Value* present = find(key)) {
-            *present = std::move(value);
-            return;
-        }
         if (2 * size() >= slots_.size())
             grow();
+        const std::uint32_t hash = hashOf(key);
+        Slot& slot = slots_[placeOf(key, hash)];
+        if (slot.number != 0) {
+            (*entries_)[slot.number - 1].second = std::move(value);
+            return;
+        }
         if (!entries_)
             entries_ = std::make_unique<Entries>();
-        const std::string& kept = entries_->emplace_back(std::string(key), std::move(value)).first;
-        const std::uint32_t hash = hashOf(kept);
-        slots_[placeOf(kept, hash)] = {hash, static_cast<std::uint32_t>(size())};
+        entries_->emplace_back(std::string(key), std::move(value));
+        slot = {hash, static_cast<std::uint32_t>(size())};
     }
 
     /// The value of `key`, or null when there is none.

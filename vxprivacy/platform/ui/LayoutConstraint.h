@@ -45,8 +45,7 @@ struct VXPRIVACY_EXPORT LayoutConstraint {
     double constant = 0; ///< points
 };
 
-/// What a visual-format string describes, with the string itself, for whoever wants to see what a
-/// screen is made of.
+/// What a visual-format string describes, with the string itself.
 struct VXPRIVACY_EXPORT VisualFormat {
     std::string text; ///< the string
     /// Sum of alignment options (VisualFormat.h); 0: none.

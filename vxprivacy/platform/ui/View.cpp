@@ -22,6 +22,11 @@ std::shared_ptr<View> View::viewWithTag(std::int32_t tag) {
     return nullptr;
 }
 
+const AttachedConstraints& View::attached() const {
+    static const AttachedConstraints none;
+    return constraints_ ? *constraints_ : none;
+}
+
 const View::Rare& View::rare() const {
     static const Rare none;
     return rare_ ? *rare_ : none;
@@ -100,19 +105,15 @@ void View::addConstraints(VisualFormat format) {
                   [&](const LayoutConstraint& constraint) { return !concernsOwnTree(constraint); });
     if (format.constraints.empty())
         return;
-    constraints_.push_back(std::move(format));
+    if (!constraints_)
+        constraints_ = std::make_unique<AttachedConstraints>();
+    constraints_->add(format);
     changed(ViewChange::What::Subviews);
 }
 
 void View::removeConstraints(const std::function<bool(const LayoutConstraint&)>& chosen) {
-    std::size_t removed = 0;
-    for (VisualFormat& format : constraints_)
-        removed += std::erase_if(format.constraints, chosen);
-    if (removed == 0)
-        return;
-    std::erase_if(constraints_,
-                  [](const VisualFormat& format) { return format.constraints.empty(); });
-    changed(ViewChange::What::Subviews);
+    if (constraints_ && constraints_->remove(chosen))
+        changed(ViewChange::What::Subviews);
 }
 
 void View::dropConstraintsOn(const View& removed) {

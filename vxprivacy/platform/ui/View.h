@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "vxprivacy/platform/foundation/Export.h"
+#include "vxprivacy/platform/ui/AttachedConstraints.h"
 #include "vxprivacy/platform/ui/Colour.h"
 #include "vxprivacy/platform/ui/LayoutConstraint.h"
 
@@ -132,9 +133,11 @@ public:
     /// Whether this view is `view` or lies in it, however deep.
     bool isDescendantOf(const View& view) const;
 
-    /// The constraints attached to this view, by the format that they were made from, in the order
-    /// of attaching.
-    const std::vector<VisualFormat>& constraints() const { return constraints_; }
+    /// The constraints attached to this view, in the order of attaching: those of the first of
+    /// `formats`, then those of the second.
+    const std::vector<LayoutConstraint>& constraints() const { return attached().all(); }
+    /// What they were made from, for whoever wants to see what a screen is made of. Made anew.
+    std::vector<AttachedFormat> formats() const { return attached().formats(); }
     /// Attaches the constraints of a format. Those of views outside this view's tree are left out;
     /// a format of which none is left is not kept.
     void addConstraints(VisualFormat format);
@@ -177,6 +180,7 @@ private:
         std::optional<std::vector<ViewChange>> changes; // of a root that records
     };
 
+    const AttachedConstraints& attached() const;
     const Rare& rare() const;
     Rare& ownRare();
     template <class T>
@@ -197,7 +201,8 @@ private:
     std::shared_ptr<const Row> row_;
     View* superview_ = nullptr; // which owns this view
     std::vector<std::shared_ptr<View>> subviews_;
-    std::vector<VisualFormat> constraints_; // of this view's tree alone, so their views live
+    // Of this view's tree alone, so their views live. Null while there are none.
+    std::unique_ptr<AttachedConstraints> constraints_;
     std::unique_ptr<Rare> rare_;
 };
 
