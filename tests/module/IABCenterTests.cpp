@@ -253,8 +253,8 @@ TEST(IABCenter, LeavesOutVendorsAndItemsWhoseIDsMakeNoName) {
     const auto& record = application.center->vendorContentView()->detailBtns().front();
     EXPECT_EQ(record->record().purposes(), std::vector<std::int32_t>{1});
     touch(*record->originalBtn());
-    const std::string& placed = application.named("vendorList7")->constraints().back().text;
-    EXPECT_TRUE(placed.starts_with("V:|-[policyTitle")) << placed;
+    const auto formats = application.named("vendorList7")->formats();
+    EXPECT_TRUE(formats.back().text.starts_with("V:|-[policyTitle")) << formats.back().text;
 }
 
 } // namespace
