@@ -44,8 +44,9 @@ export function markFolded(row, wanted) {
   const { entry, text } = records.get(row);
   const isThere = wanted !== "" && text.slice(entry.title.toLowerCase().length).includes(wanted);
   const mark = row.querySelector(".folded");
-  if (isThere && !mark) row.querySelector("summary .title")?.append(element("span", { class: "folded", text: "match inside" }));
-  else if (!isThere) mark?.remove();
+  const title = row.querySelector("summary .title");
+  if (isThere && !mark) title?.append(" ", element("span", { class: "folded", text: "match inside" }));
+  else if (!isThere && mark) title.replaceChildren(entry.title);
 }
 
 /** The row of a record {entry, text, open}, which keeps whether the reader opened it. */
