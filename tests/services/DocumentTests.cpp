@@ -128,6 +128,17 @@ TEST_F(Documents, ADownloadedDocumentIsThereAtTheNextStart) {
     EXPECT_FALSE(server.requests()[2].has_header("If-None-Match")) << "a tag of another address";
 }
 
+TEST_F(Documents, ATagTooLongForAHeadIsNotSentBack) {
+    LocalServer server([](const Request& request, Response& response) {
+        serveTagged(document(3), request, response);
+        response.set_header("ETag", '"' + std::string(8'000, 't') + '"');
+    });
+    for (int start = 0; start < 2; ++start)
+        Application(store).download(server.host() + "/doc.json");
+    ASSERT_EQ(server.requests().size(), 2U);
+    EXPECT_FALSE(server.requests()[1].has_header("If-None-Match"));
+}
+
 TEST_F(Documents, AnApplicationThatPollsOnlyWhenWokenHasItsDownloads) {
     const LocalServer server(
         [](const Request&, Response& response) { response.set_content(document(3), kJSON); });

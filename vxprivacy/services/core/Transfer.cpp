@@ -16,6 +16,7 @@ using namespace std::chrono_literals;
 constexpr std::chrono::milliseconds kConnectLimit = 10s;
 constexpr std::chrono::milliseconds kWholeLimit = 60s; // redirects included
 constexpr int kMostRedirects = 3;
+constexpr std::size_t kLongestTag = 1024; // it is sent back, and servers refuse long heads
 
 } // namespace
 
@@ -74,6 +75,8 @@ void Transfer::setAddress() {
 bool Transfer::finish(CURLcode outcome) {
     curl_.easyGetinfo(handle(), CURLINFO_RESPONSE_CODE, &response_.status);
     response_.etag = header("ETag");
+    if (response_.etag.size() > kLongestTag)
+        response_.etag.clear();
     curl_off_t seconds = 0;
     curl_.easyGetinfo(handle(), CURLINFO_RETRY_AFTER, &seconds);
     response_.retryAfter = std::chrono::seconds(seconds);

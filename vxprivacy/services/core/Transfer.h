@@ -32,7 +32,7 @@ struct HTTPResponse {
     long status = 0;
     /// Of a GET only.
     std::string body;
-    std::string etag;
+    std::string etag; // empty, too, where it is longer than anybody needs
     /// How long the server wants to be left alone; not above 0: it did not say.
     std::chrono::seconds retryAfter{};
 };
