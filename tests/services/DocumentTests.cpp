@@ -129,9 +129,9 @@ TEST_F(Documents, ADownloadedDocumentIsThereAtTheNextStart) {
 }
 
 TEST_F(Documents, ATagTooLongForAHeadIsNotSentBack) {
-    LocalServer server([](const Request& request, Response& response) {
-        serveTagged(document(3), request, response);
-        response.set_header("ETag", '"' + std::string(8'000, 't') + '"');
+    LocalServer server([](const Request&, Response& response) {
+        response.set_header("ETag", '"' + std::string(4'000, 't') + '"');
+        response.set_content(document(3), kJSON);
     });
     for (int start = 0; start < 2; ++start)
         Application(store).download(server.host() + "/doc.json");
