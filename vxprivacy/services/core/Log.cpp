@@ -17,13 +17,15 @@ constexpr std::size_t kOlderFiles = 3;
 // terminal's cursor.
 std::string inOneLine(std::string_view message) {
     std::string line;
-    for (const char c : message)
+    for (const char c : message) {
+        const auto byte = static_cast<unsigned char>(c);
         if (c == '\n')
             line += "\\n";
-        else if ((c >= 0 && c < ' ') || c == '\x7f')
-            line += spdlog::fmt_lib::format("\\x{:02x}", c);
+        else if (byte < ' ' || byte == 0x7f)
+            line += spdlog::fmt_lib::format("\\x{:02x}", byte);
         else
             line += c;
+    }
     return line;
 }
 
