@@ -38,6 +38,14 @@ View::Rare& View::ownRare() {
     return *rare_;
 }
 
+void View::setBackgroundColor(const Colour& colour) {
+    setRare(&Rare::background, std::optional(colour));
+}
+
+void View::setRow(std::shared_ptr<const Row> row) {
+    setRare(&Rare::row, std::move(row));
+}
+
 void View::setBorder(const Border& border) {
     setRare(&Rare::border, border);
 }

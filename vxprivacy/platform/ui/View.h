@@ -81,8 +81,8 @@ public:
     std::shared_ptr<View> viewWithTag(std::int32_t tag);
 
     /// Absent where the screen leaves it to the platform.
-    const std::optional<Colour>& backgroundColor() const { return background_; }
-    void setBackgroundColor(const Colour& colour) { set(background_, std::optional(colour)); }
+    const std::optional<Colour>& backgroundColor() const { return rare().background; }
+    void setBackgroundColor(const Colour& colour);
     /// How much larger or smaller the view is painted, in both directions; 1 is the natural size.
     /// The layout knows nothing of it: a view keeps the room of its natural size, and is painted
     /// around the middle of its trailing edge, which stays where it was.
@@ -98,8 +98,8 @@ public:
 
     /// What the view belongs to, with everything in it; null: nothing. Views with the same row, one
     /// after the other in their container, are that row.
-    const std::shared_ptr<const Row>& row() const { return row_; }
-    void setRow(std::shared_ptr<const Row> row) { set(row_, std::move(row)); }
+    const std::shared_ptr<const Row>& row() const { return rare().row; }
+    void setRow(std::shared_ptr<const Row> row);
 
     /// Points; what a host or controller last told, 0 before. Only the root's count: a screen
     /// computes its metrics from the width, and a host the shares of it.
@@ -172,7 +172,9 @@ protected:
 private:
     // What few views have, of the thousands that a screen has.
     struct Rare {
+        std::optional<Colour> background;
         Border border;
+        std::shared_ptr<const Row> row;
         float compressionResistance = 750;
         double width = 0;
         double height = 0;
@@ -196,9 +198,7 @@ private:
 
     std::int32_t tag_ = 0;
     std::uint32_t hostNumber_ = 0;
-    std::optional<Colour> background_;
     double scale_ = 1;
-    std::shared_ptr<const Row> row_;
     View* superview_ = nullptr; // which owns this view
     std::vector<std::shared_ptr<View>> subviews_;
     // Of this view's tree alone, so their views live. Null while there are none.
